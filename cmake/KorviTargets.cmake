@@ -1,0 +1,31 @@
+# Helpers shared by the libraries, tests, benchmarks and fuzzers.
+
+# korvi_add_library(NAME DIR LIBS...): a static library of every .cpp/.h in DIR.
+function(korvi_add_library name)
+    cmake_parse_arguments(ARG "" "" "LIBS;RESOURCES" ${ARGN})
+    file(GLOB _sources CONFIGURE_DEPENDS
+        ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+    add_library(${name} STATIC ${_sources} ${ARG_RESOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${ARG_LIBS})
+endfunction()
+
+# korvi_add_tests(LIBS...): one test executable and one CTest test for every
+# tst_*.cpp in the current folder. Tests find their data through KORVI_TEST_DATA.
+function(korvi_add_tests)
+    cmake_parse_arguments(ARG "" "" "LIBS;EXTRA_SOURCES" ${ARGN})
+    file(GLOB _tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tst_*.cpp)
+    foreach(_src ${_tests})
+        get_filename_component(_name ${_src} NAME_WE)
+        add_executable(${_name} ${_src} ${ARG_EXTRA_SOURCES})
+        target_link_libraries(${_name} PRIVATE ${ARG_LIBS} Qt6::Test)
+        target_compile_definitions(${_name} PRIVATE
+            KORVI_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
+            KORVI_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+            KORVI_BINARY_DIR="${PROJECT_BINARY_DIR}")
+        add_test(NAME ${_name} COMMAND ${_name})
+        set_tests_properties(${_name} PROPERTIES
+            ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+            TIMEOUT 600)
+    endforeach()
+endfunction()

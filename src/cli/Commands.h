@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QStringList>
+
+// Each subcommand of korvi takes the arguments after its name and returns the
+// process exit code: 0 success, 1 failure of the work, 2 a usage error.
+int runDump(const QStringList &args);
+int runFormat(const QStringList &args);

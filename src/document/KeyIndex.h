@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QHash>
+#include <functional>
+#include <memory>
+
+// Finds items of a keyed collection by key, ignoring ASCII case, and makes the
+// unique key for a new item. Small collections are searched in order; a hash is
+// built only once a collection grows, so the many small property lists of a skin
+// cost nothing extra while a skin with thousands of layers stays fast to read.
+class KeyIndex
+{
+public:
+    using KeyAt = std::function<QByteArrayView(int)>;
+
+    // Position (0-based) of the item with this key, or -1.
+    int indexOf(QByteArrayView key, int count, const KeyAt &keyAt) const;
+
+    // The key a new item wanted as `wanted` gets: `wanted` itself when it is free,
+    // otherwise "wanted[0]", "wanted[1]", ... the first one that is free. Counting
+    // starts at 0, not 1, so a second "x" is "x[0]".
+    QByteArray uniqueKey(const QByteArray &wanted, int count, const KeyAt &keyAt);
+
+    // Call after an item with this key was appended at `index`.
+    void appended(QByteArrayView key, int index);
+    // Call after any removal, insertion or reordering: positions have moved.
+    void invalidate();
+
+    static QByteArray folded(QByteArrayView key);
+    static bool sameKey(QByteArrayView a, QByteArrayView b);
+
+private:
+    static constexpr int kHashThreshold = 16;
+    void buildHash(int count, const KeyAt &keyAt) const;
+
+    mutable std::unique_ptr<QHash<QByteArray, int>> mHash;
+    // Per folded base key: every "base[n]" below this number is known to be taken,
+    // so appending many repeated keys does not try every number from 0 again.
+    std::unique_ptr<QHash<QByteArray, int>> mSuffixHints;
+};

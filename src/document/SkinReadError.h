@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <stdexcept>
+
+// Reading a skin file stopped at a line it cannot place: a child tag with no
+// open block, or an attribute or script line with nothing to receive it. What was
+// read before that line stays in the document.
+class SkinReadError : public std::runtime_error
+{
+public:
+    SkinReadError(const QString &file, qint64 line, const QString &message)
+        : std::runtime_error(QStringLiteral("%1, line %2: %3").arg(file).arg(line).arg(message).toStdString())
+        , mFile(file)
+        , mLine(line)
+        , mMessage(message)
+    {
+    }
+
+    QString file() const { return mFile; }
+    // 1-based number of the line being read.
+    qint64 line() const { return mLine; }
+    QString message() const { return mMessage; }
+
+private:
+    QString mFile;
+    qint64 mLine;
+    QString mMessage;
+};

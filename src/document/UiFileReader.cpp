@@ -1,0 +1,242 @@
+#include "UiFileReader.h"
+
+#include "SkinReadError.h"
+#include "clsKorviInterface.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cstring>
+
+namespace {
+
+QByteArray lowerAscii(QByteArray word)
+{
+    for (char &c : word) {
+        if (c >= 'A' && c <= 'Z')
+            c = char(c + ('a' - 'A'));
+    }
+    return word;
+}
+
+bool isBlockOpening(const QByteArray &tag)
+{
+    return tag == "layer" || tag == "element_template" || tag == "observer" || tag == "state";
+}
+
+// "/observer" is not among them: it is read as a child element of its own.
+bool isBlockClosing(const QByteArray &tag)
+{
+    return tag == "/layer" || tag == "/element_template" || tag == "/state";
+}
+
+} // namespace
+
+void ReadUiFile(clsKorviInterface &document, const QString &path, bool imported)
+{
+    UiFileReader(document, imported).readFile(path);
+}
+
+UiFileReader::UiFileReader(clsKorviInterface &document, bool imported)
+    : mDocument(document)
+    , mImported(imported)
+{
+}
+
+void UiFileReader::readFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw SkinReadError(path, 0, file.errorString());
+    readBytes(file.readAll(), path);
+}
+
+QVector<UiFileReader::LineSpan> UiFileReader::splitLines(const QByteArray &bytes)
+{
+    QVector<LineSpan> lines;
+    const char *d = bytes.constData();
+    const qsizetype n = bytes.size();
+    lines.reserve(n / 40 + 1);
+    qsizetype start = 0;
+    while (start < n) {
+        // memchr for the common LF case, then look for an earlier lone CR.
+        const void *lf = memchr(d + start, '\n', size_t(n - start));
+        qsizetype end = lf ? static_cast<const char *>(lf) - d : n;
+        const void *cr = memchr(d + start, '\r', size_t(end - start));
+        if (cr)
+            end = static_cast<const char *>(cr) - d;
+        lines.append({ start, end - start });
+        if (end >= n)
+            break;
+        start = end + 1;
+        if (d[end] == '\r' && start < n && d[start] == '\n')
+            ++start;
+    }
+    return lines;
+}
+
+void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
+{
+    mBytes = bytes;
+    mFileName = fileName;
+    mLines = splitLines(mBytes);
+    mInHeader = false;
+    mInScript = false;
+    mCurrentBlock = nullptr;
+    mCurrentElement = nullptr;
+    mLastName.clear();
+    // Every line, then one more empty line after the last: the reader sees the
+    // file as its lines each ended by CR LF, cut at every LF.
+    for (mLineIndex = 0; mLineIndex <= mLines.size(); ++mLineIndex) {
+        loadLine(mLineIndex, mLine);
+        readLine();
+    }
+}
+
+// Each line keeps one trailing CR; the extra line after the last one is empty.
+void UiFileReader::loadLine(qsizetype index, QByteArray &line) const
+{
+    if (index >= mLines.size()) {
+        line = QByteArray("");
+        return;
+    }
+    const LineSpan &span = mLines.at(index);
+    line.resize(span.length + 1);
+    memcpy(line.data(), mBytes.constData() + span.offset, size_t(span.length));
+    line[span.length] = '\r';
+}
+
+bool UiFileReader::takeNextLine(QByteArray &line)
+{
+    if (mLineIndex >= mLines.size())
+        return false;
+    ++mLineIndex;
+    loadLine(mLineIndex, line);
+    return true;
+}
+
+void UiFileReader::readLine()
+{
+    UiLineScanner scanner(mLine, this);
+    scanner.position = scanner.NextTokenStart(1);
+    if (scanner.position == 0)
+        scanner.position = 1;
+    if (scanner.atEnd() || scanner.current() != '<') {
+        if (mInScript)
+            readScriptLine();
+        return;
+    }
+    readTag(scanner);
+}
+
+// Inside a script block every plain line is one script line, without its tabs
+// and carriage returns and the blanks around it; empty lines count too.
+void UiFileReader::readScriptLine()
+{
+    QByteArray text;
+    text.reserve(mLine.size());
+    for (char c : std::as_const(mLine)) {
+        if (c != '\t' && c != '\r')
+            text.append(c);
+    }
+    qsizetype first = 0;
+    qsizetype last = text.size();
+    while (first < last && text.at(first) == ' ')
+        ++first;
+    while (last > first && text.at(last - 1) == ' ')
+        --last;
+    receiver("a script line")->Properties().Add(QByteArrayLiteral("ScriptLine"), text.mid(first, last - first));
+}
+
+void UiFileReader::readTag(UiLineScanner &scanner)
+{
+    scanner.position += 1;
+    const QByteArray tagWord = scanner.ReadName();
+    // One character after the tag word is passed over.
+    scanner.position += 1;
+    const QByteArray tag = lowerAscii(tagWord);
+    const bool isVar = (tag == "var");
+    if (!isVar) {
+        // The word after the tag is always the name, even when it looks like an
+        // attribute: "<TEXT x=1>" names its element "x".
+        mLastName = scanner.ReadName();
+        if (mLastName.endsWith('/'))
+            mLastName.chop(1);
+    }
+    // A var tag has no name word: it takes the name of the tag before it.
+    openElement(tag, tagWord);
+    readAttributes(scanner, isVar);
+}
+
+void UiFileReader::openElement(const QByteArray &tag, const QByteArray &type)
+{
+    clsElements &topLevel = mInHeader ? mDocument.Headers() : mDocument.Layers();
+    if (tag == "header") {
+        mInHeader = true;
+    } else if (tag == "/header") {
+        mInHeader = false;
+    } else if (tag == "var" || isBlockOpening(tag)) {
+        mCurrentBlock = mCurrentElement = topLevel.Add(mLastName, type);
+    } else if (tag == "script") {
+        mInScript = true;
+        if (!mCurrentBlock)
+            mCurrentBlock = mCurrentElement = mDocument.Layers().Add(mLastName, type);
+        else
+            mCurrentElement = mCurrentBlock->SubElements().Add(mLastName, type);
+    } else if (tag == "/script") {
+        mInScript = false;
+        if (mCurrentElement == mCurrentBlock)
+            mCurrentBlock = nullptr;
+        mCurrentElement = nullptr;
+    } else if (isBlockClosing(tag)) {
+        mCurrentBlock = nullptr;
+    } else if (tag == "template" || tag == "fonttype") {
+        // Templates and font types never become children, wherever they stand,
+        // and neither open nor close a block.
+        clsElements &entries = (tag == "template") ? mDocument.Templates() : mDocument.Fonts();
+        mCurrentElement = entries.Add(mLastName, type);
+        mCurrentElement->IsImported = mImported;
+    } else {
+        if (!mCurrentBlock)
+            fail(QStringLiteral("the tag <%1> stands outside any block")
+                     .arg(QString::fromLatin1(type)));
+        mCurrentElement = mCurrentBlock->SubElements().Add(mLastName, type);
+    }
+}
+
+void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
+{
+    if (scanner.position <= 0)
+        return;
+    // A var tag's attributes begin one character after the tag word, where a
+    // name would have begun.
+    if (isVar)
+        scanner.position -= 1;
+    scanner.position += 1;
+    QByteArray key;
+    QByteArray value;
+    for (;;) {
+        const qint64 start = scanner.position;
+        scanner.ReadAttribute(key, value);
+        key = lowerAscii(key);
+        if (!key.isEmpty() && key != "/")
+            receiver("an attribute")->Properties().Add(key, value);
+        // A "<" ends the attributes, so a second tag on the line is ignored.
+        if (scanner.atEnd() || scanner.current() == '<')
+            break;
+        // A character that can start neither a key nor a value is stepped over.
+        if (key.isEmpty() && scanner.position == start)
+            scanner.position += 1;
+    }
+}
+
+clsElement *UiFileReader::receiver(const char *what) const
+{
+    if (!mCurrentElement)
+        fail(QStringLiteral("%1 stands outside any element").arg(QLatin1String(what)));
+    return mCurrentElement;
+}
+
+void UiFileReader::fail(const QString &message) const
+{
+    throw SkinReadError(mFileName, mLineIndex + 1, message);
+}

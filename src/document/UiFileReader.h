@@ -1,0 +1,62 @@
+#pragma once
+
+#include "UiLineScanner.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+class clsKorviInterface;
+class clsElement;
+
+// Reads a skin file ("User Interface File", .ui) into a document, adding to what
+// is already there. One tag per line; the word after the tag is the element's
+// name; key=value attributes follow up to the end of the line; plain lines count
+// only inside script blocks. Throws SkinReadError at a line it cannot place.
+void ReadUiFile(clsKorviInterface &document, const QString &path, bool imported);
+
+class UiFileReader : private UiLineScanner::LineSource
+{
+public:
+    UiFileReader(clsKorviInterface &document, bool imported);
+
+    // Reads the file at `path`; throws SkinReadError when it cannot be opened.
+    void readFile(const QString &path);
+    // Reads file content already in memory; `fileName` names it in errors.
+    void readBytes(const QByteArray &bytes, const QString &fileName);
+
+    // The file's lines: cut at CR LF, a lone CR or a lone LF; a terminator at the
+    // very end makes no extra line. Each line is an (offset, length) pair.
+    struct LineSpan
+    {
+        qsizetype offset;
+        qsizetype length;
+    };
+    static QVector<LineSpan> splitLines(const QByteArray &bytes);
+
+private:
+    bool takeNextLine(QByteArray &line) override;
+    void loadLine(qsizetype index, QByteArray &line) const;
+    void readLine();
+    void readScriptLine();
+    void readTag(UiLineScanner &scanner);
+    void openElement(const QByteArray &tag, const QByteArray &type);
+    void readAttributes(UiLineScanner &scanner, bool isVar);
+    clsElement *receiver(const char *what) const;
+    [[noreturn]] void fail(const QString &message) const;
+
+    clsKorviInterface &mDocument;
+    bool mImported;
+
+    QByteArray mBytes;
+    QString mFileName;
+    QVector<LineSpan> mLines;
+    qsizetype mLineIndex = 0;
+    QByteArray mLine;
+
+    bool mInHeader = false;
+    bool mInScript = false;
+    clsElement *mCurrentBlock = nullptr;
+    clsElement *mCurrentElement = nullptr;
+    QByteArray mLastName;
+};

@@ -1,0 +1,151 @@
+#include "UiLineScanner.h"
+
+#include "clsProperty.h"
+
+#include <array>
+#include <cstring>
+
+namespace {
+
+enum CharClass : unsigned char { TokenStart = 1, NameChar = 2, ValueChar = 4 };
+
+constexpr std::array<unsigned char, 256> makeClasses()
+{
+    std::array<unsigned char, 256> t {};
+    for (int c = 0; c < 256; ++c) {
+        const bool alnum = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        if (alnum)
+            t[c] = TokenStart | NameChar | ValueChar;
+    }
+    for (char c : std::string_view("_\\+-\"#'/=><;"))
+        t[static_cast<unsigned char>(c)] |= TokenStart;
+    t['_'] |= NameChar | ValueChar;
+    t['/'] |= NameChar | ValueChar;
+    for (char c : std::string_view("\\+-#."))
+        t[static_cast<unsigned char>(c)] |= ValueChar;
+    return t;
+}
+
+constexpr std::array<unsigned char, 256> kClasses = makeClasses();
+
+} // namespace
+
+bool UiLineScanner::isTokenStart(unsigned char c)
+{
+    return kClasses[c] & TokenStart;
+}
+
+bool UiLineScanner::isNameChar(unsigned char c)
+{
+    return kClasses[c] & NameChar;
+}
+
+bool UiLineScanner::isValueChar(unsigned char c)
+{
+    return kClasses[c] & ValueChar;
+}
+
+qint64 UiLineScanner::NextTokenStart(qint64 from) const
+{
+    if (from < 1)
+        from = 1;
+    const qint64 n = mLine.size();
+    const char *d = mLine.constData();
+    for (qint64 i = from; i <= n; ++i) {
+        if (isTokenStart(static_cast<unsigned char>(d[i - 1])))
+            return i;
+    }
+    return 0;
+}
+
+QByteArray UiLineScanner::ReadName()
+{
+    position = NextTokenStart(position);
+    if (position == 0)
+        return QByteArray();
+    if (current() == '>') {
+        position = 0;
+        return QByteArray();
+    }
+    const char *d = mLine.constData();
+    const qint64 n = mLine.size();
+    qint64 end = position;
+    while (end <= n && isNameChar(static_cast<unsigned char>(d[end - 1])))
+        ++end;
+    QByteArray word(d + position - 1, end - position);
+    position = end;
+    return word;
+}
+
+void UiLineScanner::ReadAttribute(QByteArray &key, QByteArray &value)
+{
+    key = ReadName();
+    if (position == 0) {
+        value = QByteArray("");
+        return;
+    }
+    position = NextTokenStart(position);
+    if (position == 0 || current() != '=') {
+        // A bare word: a flag. The position stays on what follows; it begins the
+        // next attribute.
+        value = clsProperty::noValue();
+        return;
+    }
+    // Leading characters that cannot start a token are passed over here as
+    // anywhere else, so "x=.5" reads the value "5".
+    position = NextTokenStart(position + 1);
+    if (position == 0) {
+        value = QByteArray("");
+        return;
+    }
+    value = readValue();
+}
+
+// Scans a value from the current position. Quotes of either kind open a quoted
+// part in which every character belongs to the value; a quote still open at the
+// end of the line pulls in the next line (which keeps the CR of the first, the LF
+// is lost). The value is kept with its quotes.
+QByteArray UiLineScanner::readValue()
+{
+    const qint64 start = position;
+    bool inDouble = false;
+    bool inSingle = false;
+    qint64 i = position;
+    for (;;) {
+        if (i > mLine.size()) {
+            QByteArray next;
+            if ((inDouble || inSingle) && mMore && mMore->takeNextLine(next)) {
+                mLine.append(next);
+                continue;
+            }
+            break;
+        }
+        const char c = mLine.at(i - 1);
+        if (c == '"' && !inSingle) {
+            ++i;
+            if (inDouble)
+                break;
+            inDouble = true;
+        } else if (c == '\'' && !inDouble) {
+            ++i;
+            if (inSingle)
+                break;
+            inSingle = true;
+        } else if (inDouble || inSingle || isValueChar(static_cast<unsigned char>(c))) {
+            ++i;
+        } else {
+            break;
+        }
+    }
+    position = i;
+    return mLine.mid(start - 1, i - start);
+}
+
+QByteArray UiLineScanner::StripQuotes(const QByteArray &value, const QByteArray &fallback)
+{
+    if (value.isEmpty())
+        return fallback;
+    if (value.front() == '"' || value.front() == '\'')
+        return value.size() >= 2 ? value.mid(1, value.size() - 2) : QByteArray("");
+    return value;
+}

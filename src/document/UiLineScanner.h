@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QByteArray>
+
+// The small hand-written scanner of the skin file reader. It works on one line
+// and a 1-based position in it; position 0 means the end of the line was reached,
+// and a position past the end behaves the same way.
+//
+// A quoted value may run over several lines: the scanner then asks for the next
+// line and appends it to the current one.
+class UiLineScanner
+{
+public:
+    // Gives the next line of the file (with its trailing CR) and consumes it, or
+    // returns false when there is none.
+    class LineSource
+    {
+    public:
+        virtual ~LineSource() = default;
+        virtual bool takeNextLine(QByteArray &line) = 0;
+    };
+
+    UiLineScanner(QByteArray &line, LineSource *more) : mLine(line), mMore(more) { }
+
+    qint64 position = 1;
+
+    // Position of the first token-start character at or after `from`, or 0.
+    qint64 NextTokenStart(qint64 from) const;
+    // One name word, from the next token on.
+    QByteArray ReadName();
+    // One key and its value. A key written without "=" gets the value "<NOV>".
+    void ReadAttribute(QByteArray &key, QByteArray &value);
+
+    bool atEnd() const { return position <= 0 || position > mLine.size(); }
+    char current() const { return mLine.at(position - 1); }
+
+    // When the value begins with a quote: the value without its first and its last
+    // character, whatever the last one is; otherwise the value itself, or the
+    // fallback when the value is empty.
+    static QByteArray StripQuotes(const QByteArray &value, const QByteArray &fallback);
+
+    static bool isTokenStart(unsigned char c);
+    static bool isNameChar(unsigned char c);
+    static bool isValueChar(unsigned char c);
+
+private:
+    QByteArray readValue();
+
+    QByteArray &mLine;
+    LineSource *mMore;
+};

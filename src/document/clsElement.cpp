@@ -1,0 +1,62 @@
+#include "clsElement.h"
+
+#include "clsElements.h"
+
+clsElement::clsElement() = default;
+clsElement::~clsElement() = default;
+
+clsElements &clsElement::SubElements()
+{
+    if (!mSubElements)
+        mSubElements = std::make_unique<clsElements>();
+    return *mSubElements;
+}
+
+const clsElements &clsElement::SubElements() const
+{
+    return const_cast<clsElement *>(this)->SubElements();
+}
+
+int clsElement::subElementCount() const
+{
+    return mSubElements ? mSubElements->Count() : 0;
+}
+
+QByteArray clsElement::upperAscii(QByteArray word)
+{
+    for (char &c : word) {
+        if (c >= 'a' && c <= 'z')
+            c = char(c - ('a' - 'A'));
+    }
+    return word;
+}
+
+void clsElement::setElementType(const QByteArray &type)
+{
+    // Skip the copy when the word is already upper case (the usual case), so
+    // elements of one type share the same bytes.
+    for (char c : type) {
+        if (c >= 'a' && c <= 'z') {
+            mType = upperAscii(type);
+            return;
+        }
+    }
+    mType = type;
+}
+
+int clsElement::Index() const
+{
+    return mOwner ? mOwner->IndexOf(this) + 1 : 0;
+}
+
+qsizetype clsElement::memoryUsed() const
+{
+    qsizetype bytes = sizeof(*this) - sizeof(mProperties) + mProperties.memoryUsed();
+    // The name and the key usually share their bytes; count them once then.
+    bytes += mName.capacity();
+    if (mKey.constData() != mName.constData())
+        bytes += mKey.capacity();
+    if (mSubElements)
+        bytes += mSubElements->memoryUsed();
+    return bytes;
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "clsProperties.h"
+
+#include <QByteArray>
+#include <memory>
+
+class clsElements;
+
+// One block, entry or child element of a skin: a tag word (its type), a name,
+// its properties in file order, and its child elements.
+class clsElement
+{
+public:
+    clsElement();
+    ~clsElement();
+    clsElement(const clsElement &) = delete;
+    clsElement &operator=(const clsElement &) = delete;
+
+    clsProperties &Properties() { return mProperties; }
+    const clsProperties &Properties() const { return mProperties; }
+
+    // Child elements; the collection is made on first use.
+    clsElements &SubElements();
+    const clsElements &SubElements() const;
+    int subElementCount() const;
+
+    // The tag word, always upper case: the setter upper-cases what it is given.
+    QByteArray ElementType() const { return mType; }
+    void setElementType(const QByteArray &type);
+
+    // The name as written in the file (may be empty). Renaming keeps the key.
+    QByteArray strName() const { return mName; }
+    void setStrName(const QByteArray &name) { mName = name; }
+
+    // The key under which the owning collection stores this element.
+    QByteArray ElementKey() const { return mKey; }
+    void setElementKey(const QByteArray &key) { mKey = key; }
+
+    // Set on template and font-type entries read from another file than the one
+    // being edited; such entries are never written back.
+    bool IsImported = false;
+
+    bool IsTemplate() const { return mType == "TEMPLATE"; }
+    bool IsUseLayer() const { return mType == "USELAYER"; }
+    bool IsList() const { return mType == "LIST"; }
+    bool IsSprite() const { return mType == "SPRITE"; }
+    bool IsText() const { return mType == "TEXT"; }
+    bool IsSlider() const { return mType == "SLIDER"; }
+
+    // The collection this element is stored in (none while it stands alone).
+    clsElements *owner() const { return mOwner; }
+    // 1-based position in the owning collection, 0 when there is none.
+    int Index() const;
+
+    qsizetype memoryUsed() const;
+
+    static QByteArray upperAscii(QByteArray word);
+
+private:
+    friend class clsElements;
+
+    clsProperties mProperties;
+    std::unique_ptr<clsElements> mSubElements;
+    QByteArray mType;
+    QByteArray mName;
+    QByteArray mKey;
+    clsElements *mOwner = nullptr;
+};

@@ -1,0 +1,112 @@
+#include "clsElements.h"
+
+#include "MissingKeyError.h"
+
+#include <stdexcept>
+
+clsElements::~clsElements() = default;
+
+KeyIndex::KeyAt clsElements::keyReader() const
+{
+    return [this](int i) { return QByteArrayView(mItems[size_t(i)]->mKey); };
+}
+
+clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type)
+{
+    auto element = std::make_unique<clsElement>();
+    element->setStrName(name);
+    element->setElementType(type);
+    return AddElement(std::move(element), name);
+}
+
+clsElement *clsElements::AddElement(std::unique_ptr<clsElement> element, const QByteArray &key)
+{
+    element->mKey = mIndex.uniqueKey(key, Count(), keyReader());
+    element->mOwner = this;
+    mItems.push_back(std::move(element));
+    mIndex.appended(mItems.back()->mKey, Count() - 1);
+    return mItems.back().get();
+}
+
+clsElement *clsElements::Insert(int position, std::unique_ptr<clsElement> element)
+{
+    position = qBound(0, position, Count());
+    element->mOwner = this;
+    clsElement *raw = element.get();
+    mItems.insert(mItems.begin() + position, std::move(element));
+    mIndex.invalidate();
+    return raw;
+}
+
+std::unique_ptr<clsElement> clsElements::Take(int position)
+{
+    if (position < 0 || position >= Count())
+        throw std::out_of_range("No element at position " + std::to_string(position + 1));
+    std::unique_ptr<clsElement> element = std::move(mItems[size_t(position)]);
+    mItems.erase(mItems.begin() + position);
+    element->mOwner = nullptr;
+    mIndex.invalidate();
+    return element;
+}
+
+int clsElements::indexOf(QByteArrayView key) const
+{
+    return mIndex.indexOf(key, Count(), keyReader());
+}
+
+int clsElements::IndexOf(const clsElement *element) const
+{
+    for (size_t i = 0; i < mItems.size(); ++i) {
+        if (mItems[i].get() == element)
+            return int(i);
+    }
+    return -1;
+}
+
+clsElement *clsElements::Find(QByteArrayView key) const
+{
+    const int i = indexOf(key);
+    return i < 0 ? nullptr : at(i);
+}
+
+clsElement *clsElements::Item(QByteArrayView key) const
+{
+    const int i = indexOf(key);
+    if (i < 0)
+        throw MissingKeyError(key.toByteArray());
+    return at(i);
+}
+
+clsElement *clsElements::Item(int position) const
+{
+    if (position < 1 || position > Count())
+        throw std::out_of_range("No element at position " + std::to_string(position));
+    return at(position - 1);
+}
+
+void clsElements::Remove(QByteArrayView key)
+{
+    const int i = indexOf(key);
+    if (i < 0)
+        throw MissingKeyError(key.toByteArray());
+    Take(i);
+}
+
+void clsElements::Remove(int position)
+{
+    Take(position - 1);
+}
+
+void clsElements::Clear()
+{
+    mItems.clear();
+    mIndex.invalidate();
+}
+
+qsizetype clsElements::memoryUsed() const
+{
+    qsizetype bytes = sizeof(*this) + qsizetype(mItems.capacity() * sizeof(void *));
+    for (const auto &e : mItems)
+        bytes += e->memoryUsed();
+    return bytes;
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "KeyIndex.h"
+#include "clsElement.h"
+
+#include <memory>
+#include <vector>
+
+// An ordered, keyed collection of elements. Order is insertion order and is the
+// order of writing. A repeated name K gets the key "K[0]", "K[1]", ...; keys
+// compare without regard to ASCII case. The collection owns its elements.
+class clsElements
+{
+public:
+    clsElements() = default;
+    ~clsElements();
+    clsElements(const clsElements &) = delete;
+    clsElements &operator=(const clsElements &) = delete;
+
+    // A new element named `name` (kept as given) of type `type` (upper-cased),
+    // stored at the end under the unique key made from the name.
+    clsElement *Add(const QByteArray &name, const QByteArray &type);
+    // Stores an existing element at the end under the unique key made from `key`.
+    clsElement *AddElement(std::unique_ptr<clsElement> element, const QByteArray &key);
+    // Puts an element back at a 0-based position under exactly its own
+    // ElementKey (which must be free); used to undo a removal.
+    clsElement *Insert(int position, std::unique_ptr<clsElement> element);
+    // Takes the element at a 0-based position out of the collection, whole.
+    std::unique_ptr<clsElement> Take(int position);
+
+    // By key; throws MissingKeyError when there is none.
+    clsElement *Item(QByteArrayView key) const;
+    // By 1-based position; throws std::out_of_range when there is none.
+    clsElement *Item(int position) const;
+    // By key; nullptr when there is none.
+    clsElement *Find(QByteArrayView key) const;
+    int Count() const { return int(mItems.size()); }
+    bool isEmpty() const { return mItems.empty(); }
+    bool ItemExist(QByteArrayView key) const { return indexOf(key) >= 0; }
+    void Remove(QByteArrayView key);
+    void Remove(int position);
+    void Clear();
+
+    int indexOf(QByteArrayView key) const;
+    // 0-based position of this element, -1 when it is not here.
+    int IndexOf(const clsElement *element) const;
+    clsElement *at(int index) const { return mItems[size_t(index)].get(); }
+
+    qsizetype memoryUsed() const;
+
+    class const_iterator
+    {
+    public:
+        using Base = std::vector<std::unique_ptr<clsElement>>::const_iterator;
+        explicit const_iterator(Base it) : mIt(it) { }
+        clsElement *operator*() const { return mIt->get(); }
+        const_iterator &operator++() { ++mIt; return *this; }
+        bool operator!=(const const_iterator &o) const { return mIt != o.mIt; }
+        bool operator==(const const_iterator &o) const { return mIt == o.mIt; }
+
+    private:
+        Base mIt;
+    };
+    const_iterator begin() const { return const_iterator(mItems.begin()); }
+    const_iterator end() const { return const_iterator(mItems.end()); }
+
+private:
+    KeyIndex::KeyAt keyReader() const;
+
+    std::vector<std::unique_ptr<clsElement>> mItems;
+    KeyIndex mIndex;
+};

@@ -1,0 +1,63 @@
+#include "clsKorviInterface.h"
+
+#include <QSet>
+
+QByteArray clsKorviInterface::GetElementValue(QByteArrayView name, const clsElement *element) const
+{
+    if (!element)
+        return {};
+    if (const clsProperty own = element->Properties().Find(name))
+        return own.value();
+    QByteArray found = valueThroughChains(name, element, "template", mTemplates);
+    if (found.isNull())
+        found = valueThroughChains(name, element, "fonttype", mFonts);
+    return found.isNull() ? QByteArray("") : found;
+}
+
+// Walks every `linkKey` property of the element in order and follows each chain
+// of entries in `targets`. The link is taken as stored: a quoted template name
+// finds nothing. A chain that comes back to a name it has already visited ends
+// there, as if that entry were missing, and the next link of the element is tried.
+// Returns a null array when no chain gives a value.
+QByteArray clsKorviInterface::valueThroughChains(QByteArrayView name, const clsElement *element,
+                                                 QByteArrayView linkKey,
+                                                 const clsElements &targets) const
+{
+    const clsProperties &props = element->Properties();
+    for (int i = 0; i < props.Count(); ++i) {
+        if (!KeyIndex::sameKey(clsProperty::idKeyOf(props.keyAt(i)), linkKey))
+            continue;
+        QByteArray link = props.valueAt(i).toByteArray();
+        QSet<QByteArray> visited;
+        while (const clsElement *entry = targets.Find(link)) {
+            if (const clsProperty p = entry->Properties().Find(name)) {
+                QByteArray v = p.value();
+                if (v.isNull())
+                    v = QByteArray("");
+                return v;
+            }
+            visited.insert(KeyIndex::folded(entry->ElementKey()));
+            const clsProperty next = entry->Properties().Find(linkKey);
+            if (!next)
+                break;
+            link = next.value();
+            if (visited.contains(KeyIndex::folded(link)))
+                break;
+        }
+    }
+    return QByteArray();
+}
+
+void clsKorviInterface::Clear()
+{
+    mLayers.Clear();
+    mTemplates.Clear();
+    mFonts.Clear();
+    mHeaders.Clear();
+}
+
+qsizetype clsKorviInterface::memoryUsed() const
+{
+    return sizeof(*this) + mLayers.memoryUsed() + mTemplates.memoryUsed() + mFonts.memoryUsed()
+        + mHeaders.memoryUsed();
+}

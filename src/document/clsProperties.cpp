@@ -1,0 +1,166 @@
+#include "clsProperties.h"
+
+#include "MissingKeyError.h"
+
+#include <stdexcept>
+
+clsProperties::clsProperties(const clsProperties &other)
+{
+    *this = other;
+}
+
+clsProperties &clsProperties::operator=(const clsProperties &other)
+{
+    if (this != &other) {
+        Clear();
+        for (int i = 0; i < other.Count(); ++i)
+            append(other.keyAt(i).toByteArray(), other.valueAt(i).toByteArray());
+    }
+    return *this;
+}
+
+KeyIndex::KeyAt clsProperties::keyReader() const
+{
+    return [this](int i) { return keyAt(i); };
+}
+
+clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView value)
+{
+    Slot slot { quint32(mText.size()), quint32(key.size()), quint32(value.size()) };
+    mText.append(key.data(), key.size());
+    mText.append(value.data(), value.size());
+    return slot;
+}
+
+void clsProperties::append(const QByteArray &key, const QByteArray &value)
+{
+    mSlots.append(store(key, value));
+    mIndex.appended(key, mSlots.size() - 1);
+}
+
+clsProperty clsProperties::Add(const QByteArray &key, const QByteArray &value)
+{
+    append(mIndex.uniqueKey(key, Count(), keyReader()), value);
+    return clsProperty(this, Count() - 1);
+}
+
+clsProperty clsProperties::Insert(int position, const QByteArray &key, const QByteArray &value)
+{
+    position = qBound(0, position, Count());
+    mSlots.insert(position, store(key, value));
+    mIndex.invalidate();
+    return clsProperty(this, position);
+}
+
+int clsProperties::indexOf(QByteArrayView key) const
+{
+    return mIndex.indexOf(key, Count(), keyReader());
+}
+
+clsProperty clsProperties::Find(QByteArrayView key) const
+{
+    const int i = indexOf(key);
+    return i < 0 ? clsProperty() : clsProperty(this, i);
+}
+
+clsProperty clsProperties::Item(QByteArrayView key) const
+{
+    const int i = indexOf(key);
+    if (i < 0)
+        throw MissingKeyError(key.toByteArray());
+    return clsProperty(this, i);
+}
+
+clsProperty clsProperties::Item(int position) const
+{
+    if (position < 1 || position > Count())
+        throw std::out_of_range("No property at position " + std::to_string(position));
+    return clsProperty(this, position - 1);
+}
+
+QByteArrayView clsProperties::keyAt(int index) const
+{
+    const Slot &s = mSlots.at(index);
+    return QByteArrayView(mText.constData() + s.offset, s.keyLength);
+}
+
+QByteArrayView clsProperties::valueAt(int index) const
+{
+    const Slot &s = mSlots.at(index);
+    return QByteArrayView(mText.constData() + s.offset + s.keyLength, s.valueLength);
+}
+
+void clsProperties::setValueAt(int index, const QByteArray &value)
+{
+    Slot &s = mSlots[index];
+    if (quint32(value.size()) <= s.valueLength) {
+        // Fits where the old value stood.
+        memcpy(mText.data() + s.offset + s.keyLength, value.constData(), value.size());
+        mUnusedBytes += s.valueLength - quint32(value.size());
+        s.valueLength = quint32(value.size());
+    } else {
+        const QByteArray key = keyAt(index).toByteArray();
+        mUnusedBytes += s.keyLength + s.valueLength;
+        mSlots[index] = store(key, value);
+    }
+    compactIfWasteful();
+}
+
+void clsProperties::compactIfWasteful()
+{
+    if (mUnusedBytes < 256 || mUnusedBytes * 2 < quint32(mText.size()))
+        return;
+    QByteArray text;
+    text.reserve(mText.size() - mUnusedBytes);
+    for (Slot &s : mSlots) {
+        const quint32 offset = quint32(text.size());
+        text.append(mText.constData() + s.offset, s.keyLength + s.valueLength);
+        s.offset = offset;
+    }
+    mText = text;
+    mUnusedBytes = 0;
+}
+
+void clsProperties::Remove(QByteArrayView key)
+{
+    const int i = indexOf(key);
+    if (i < 0)
+        throw MissingKeyError(key.toByteArray());
+    Remove(i + 1);
+}
+
+void clsProperties::Remove(int position)
+{
+    if (position < 1 || position > Count())
+        throw std::out_of_range("No property at position " + std::to_string(position));
+    const Slot &s = mSlots.at(position - 1);
+    mUnusedBytes += s.keyLength + s.valueLength;
+    mSlots.remove(position - 1);
+    mIndex.invalidate();
+    compactIfWasteful();
+}
+
+void clsProperties::Clear()
+{
+    mText.clear();
+    mSlots.clear();
+    mUnusedBytes = 0;
+    mIndex.invalidate();
+}
+
+void clsProperties::reserve(int count, qsizetype textBytes)
+{
+    mSlots.reserve(count);
+    mText.reserve(textBytes);
+}
+
+void clsProperties::squeeze()
+{
+    mSlots.squeeze();
+    mText.squeeze();
+}
+
+qsizetype clsProperties::memoryUsed() const
+{
+    return sizeof(*this) + mText.capacity() + mSlots.capacity() * qsizetype(sizeof(Slot));
+}

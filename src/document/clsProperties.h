@@ -1,0 +1,86 @@
+#pragma once
+
+#include "KeyIndex.h"
+#include "clsProperty.h"
+
+#include <QByteArray>
+#include <QVector>
+
+// The ordered, keyed list of an element's properties (attributes or script lines).
+//
+// Keys and values are kept as bytes exactly as given. A repeated key K is stored
+// as "K[0]", "K[1]", ...; keys compare without regard to ASCII case. All text of
+// one collection lives in one buffer, with a small table of slices into it.
+class clsProperties
+{
+public:
+    clsProperties() = default;
+    clsProperties(const clsProperties &other);
+    clsProperties &operator=(const clsProperties &other);
+
+    // Appends a property under the unique key made from `key`.
+    clsProperty Add(const QByteArray &key, const QByteArray &value);
+    // Inserts a property with exactly this key (which must be free) at a 0-based
+    // position; used to put a removed property back where it was.
+    clsProperty Insert(int position, const QByteArray &key, const QByteArray &value);
+
+    // By key; throws MissingKeyError when there is none.
+    clsProperty Item(QByteArrayView key) const;
+    // By 1-based position; throws std::out_of_range when there is none.
+    clsProperty Item(int position) const;
+    // By key; a null handle when there is none.
+    clsProperty Find(QByteArrayView key) const;
+    int Count() const { return mSlots.size(); }
+    bool isEmpty() const { return mSlots.isEmpty(); }
+    bool ItemExist(QByteArrayView key) const { return indexOf(key) >= 0; }
+    bool PropertyExist(QByteArrayView key) const { return ItemExist(key); }
+    void Remove(QByteArrayView key);
+    void Remove(int position);
+    void Clear();
+
+    // 0-based access, for code that walks the list.
+    int indexOf(QByteArrayView key) const;
+    QByteArrayView keyAt(int index) const;
+    QByteArrayView valueAt(int index) const;
+    void setValueAt(int index, const QByteArray &value);
+
+    // Bytes held by this collection, for measuring the document's size.
+    qsizetype memoryUsed() const;
+    void reserve(int count, qsizetype textBytes);
+    void squeeze();
+
+    class const_iterator
+    {
+    public:
+        const_iterator(const clsProperties *owner, int index) : mOwner(owner), mIndex(index) { }
+        clsProperty operator*() const { return clsProperty(mOwner, mIndex); }
+        const_iterator &operator++() { ++mIndex; return *this; }
+        bool operator!=(const const_iterator &o) const { return mIndex != o.mIndex; }
+        bool operator==(const const_iterator &o) const { return mIndex == o.mIndex; }
+
+    private:
+        const clsProperties *mOwner;
+        int mIndex;
+    };
+    const_iterator begin() const { return const_iterator(this, 0); }
+    const_iterator end() const { return const_iterator(this, Count()); }
+
+private:
+    // Key and value stand one after the other in mText.
+    struct Slot
+    {
+        quint32 offset;
+        quint32 keyLength;
+        quint32 valueLength;
+    };
+
+    void append(const QByteArray &key, const QByteArray &value);
+    Slot store(QByteArrayView key, QByteArrayView value);
+    void compactIfWasteful();
+    KeyIndex::KeyAt keyReader() const;
+
+    QByteArray mText;
+    QVector<Slot> mSlots;
+    quint32 mUnusedBytes = 0;
+    KeyIndex mIndex;
+};
