@@ -1,0 +1,276 @@
+#include "MissingKeyError.h"
+#include "clsKorviInterface.h"
+
+#include <QtTest>
+
+class TestDocumentModel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void repeatedKeyGetsNumberedSuffixesFromZero()
+    {
+        clsProperties props;
+        props.Add("x", "1");
+        props.Add("x", "2");
+        props.Add("x", "3");
+        QCOMPARE(props.Count(), 3);
+        QList<QByteArray> keys;
+        for (const clsProperty p : props) {
+            keys << p.Key();
+            QCOMPARE(p.IDKey(), QByteArray("x"));
+        }
+        QCOMPARE(keys, (QList<QByteArray> { "x", "x[0]", "x[1]" }));
+        QCOMPARE(props.Item("x[1]").value(), QByteArray("3"));
+    }
+
+    void stringValueDropsOneMatchingPairOfQuotes_data()
+    {
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("single quotes") << QByteArray("'Main menu'") << QByteArray("Main menu");
+        QTest::newRow("double quotes") << QByteArray("\"Main menu\"") << QByteArray("Main menu");
+        QTest::newRow("mixed quotes unchanged") << QByteArray("'Main menu\"") << QByteArray("'Main menu\"");
+        QTest::newRow("mixed quotes the other way") << QByteArray("\"abc'") << QByteArray("\"abc'");
+        QTest::newRow("only the outer pair") << QByteArray("\"\"a\"\"") << QByteArray("\"a\"");
+        QTest::newRow("no quotes") << QByteArray("abc") << QByteArray("abc");
+        QTest::newRow("empty quotes") << QByteArray("''") << QByteArray("");
+    }
+    void stringValueDropsOneMatchingPairOfQuotes()
+    {
+        QFETCH(QByteArray, value);
+        QFETCH(QByteArray, expected);
+        clsProperties props;
+        QCOMPARE(props.Add("text", value).StringValue(), expected);
+    }
+
+    void idKeyIsTheTextBeforeTheFirstBracket()
+    {
+        QCOMPARE(clsProperty::idKeyOf("font[12]"), QByteArray("font"));
+        QCOMPARE(clsProperty::idKeyOf("font"), QByteArray("font"));
+        QCOMPARE(clsProperty::idKeyOf("a[0][1]"), QByteArray("a"));
+    }
+
+    void elementValueWinsOverItsTemplate()
+    {
+        clsKorviInterface doc;
+        doc.Templates().Add("tmpButton", "template")->Properties().Add("x", "5");
+        clsElement *layer = doc.Layers().Add("ui_Main", "layer");
+        clsElement *button = layer->SubElements().Add("btn", "button");
+        button->Properties().Add("template", "tmpButton");
+        button->Properties().Add("x", "10");
+        QCOMPARE(doc.GetElementValue("x", button), QByteArray("10"));
+    }
+
+    void templateChainIsFollowedToTheEnd()
+    {
+        clsKorviInterface doc;
+        doc.Templates().Add("A", "template")->Properties().Add("template", "B");
+        doc.Templates().Add("B", "template")->Properties().Add("template", "C");
+        doc.Templates().Add("C", "template")->Properties().Add("bmp", "c.bmp");
+        clsElement *e = doc.Layers().Add("l", "layer")->SubElements().Add("e", "text");
+        e->Properties().Add("template", "A");
+        QCOMPARE(doc.GetElementValue("bmp", e), QByteArray("c.bmp"));
+    }
+
+    void quotedTemplateNameFindsNothing()
+    {
+        clsKorviInterface doc;
+        doc.Templates().Add("A", "template")->Properties().Add("bmp", "a.bmp");
+        clsElement *e = doc.Layers().Add("l", "layer");
+        e->Properties().Add("template", "\"A\"");
+        QCOMPARE(doc.GetElementValue("bmp", e), QByteArray(""));
+    }
+
+    void firstTemplateWithTheValueWins()
+    {
+        clsKorviInterface doc;
+        doc.Templates().Add("missing-not", "template");
+        doc.Templates().Add("A", "template")->Properties().Add("bmp", "a.bmp");
+        doc.Templates().Add("B", "template")->Properties().Add("bmp", "b.bmp");
+        clsElement *e = doc.Layers().Add("l", "layer");
+        e->Properties().Add("template", "nowhere");
+        e->Properties().Add("template", "A");
+        e->Properties().Add("template", "B");
+        QCOMPARE(doc.GetElementValue("bmp", e), QByteArray("a.bmp"));
+    }
+
+    void templatesComeBeforeFontTypes()
+    {
+        clsKorviInterface doc;
+        doc.Fonts().Add("fnt", "fonttype")->Properties().Add("color", "#111111");
+        doc.Templates().Add("tmp", "template")->Properties().Add("color", "#222222");
+        clsElement *e = doc.Layers().Add("l", "layer");
+        e->Properties().Add("fonttype", "fnt");
+        e->Properties().Add("template", "tmp");
+        QCOMPARE(doc.GetElementValue("color", e), QByteArray("#222222"));
+    }
+
+    void fontTypeChainGivesTheValue()
+    {
+        clsKorviInterface doc;
+        doc.Fonts().Add("big", "fonttype")->Properties().Add("fonttype", "base");
+        doc.Fonts().Add("base", "fonttype")->Properties().Add("font", "Tahoma");
+        clsElement *e = doc.Layers().Add("l", "layer");
+        e->Properties().Add("fonttype", "big");
+        QCOMPARE(doc.GetElementValue("font", e), QByteArray("Tahoma"));
+    }
+
+    void missingValueIsEmpty()
+    {
+        clsKorviInterface doc;
+        clsElement *e = doc.Layers().Add("l", "layer");
+        QVERIFY(doc.GetElementValue("x", e).isEmpty());
+        QVERIFY(doc.GetElementValue("x", nullptr).isEmpty());
+    }
+
+    void cyclicTemplateChainStopsAndTheNextLinkIsTried()
+    {
+        clsKorviInterface doc;
+        doc.Templates().Add("A", "template")->Properties().Add("template", "B");
+        doc.Templates().Add("B", "template")->Properties().Add("template", "A");
+        doc.Templates().Add("Self", "template")->Properties().Add("template", "self");
+        doc.Templates().Add("C", "template")->Properties().Add("w", "30");
+        clsElement *e = doc.Layers().Add("l", "layer");
+        e->Properties().Add("template", "A");
+        e->Properties().Add("template", "Self");
+        e->Properties().Add("template", "C");
+        QCOMPARE(doc.GetElementValue("w", e), QByteArray("30"));
+        QCOMPARE(doc.GetElementValue("h", e), QByteArray(""));
+    }
+
+    void missingKeyFailsWithAnErrorNamingIt()
+    {
+        clsElements elements;
+        elements.Add("a", "layer");
+        try {
+            elements.Item("nope");
+            QFAIL("Item with a missing key must fail");
+        } catch (const MissingKeyError &error) {
+            QCOMPARE(error.key(), QByteArray("nope"));
+            QVERIFY(QByteArray(error.what()).contains("nope"));
+        }
+        clsProperties props;
+        QVERIFY_THROWS_EXCEPTION(MissingKeyError, props.Item("x"));
+        QVERIFY(!props.ItemExist("x"));
+        QVERIFY(props.Find("x").isNull());
+        QVERIFY(elements.Find("nope") == nullptr);
+    }
+
+    void keysIgnoreAsciiCaseAndKeepTheirSpelling()
+    {
+        clsElements layers;
+        clsElement *first = layers.Add("Main", "layer");
+        clsElement *second = layers.Add("main", "layer");
+        QCOMPARE(first->ElementKey(), QByteArray("Main"));
+        QCOMPARE(second->ElementKey(), QByteArray("main[0]"));
+        QCOMPARE(layers.Item("MAIN"), first);
+        QCOMPARE(layers.Item("MAIN[0]"), second);
+        QVERIFY(layers.ItemExist("mAiN"));
+    }
+
+    void scriptLineKeyCollidesWithAnAttributeOfAnotherCase()
+    {
+        clsProperties props;
+        props.Add("scriptline", "<NOV>");
+        QCOMPARE(props.Add("ScriptLine", "a = 1").Key(), QByteArray("ScriptLine[0]"));
+    }
+
+    void elementTypeIsUpperCased()
+    {
+        clsElements layers;
+        clsElement *e = layers.Add("a", "layer");
+        QCOMPARE(e->ElementType(), QByteArray("LAYER"));
+        e->setElementType("element_template");
+        QCOMPARE(e->ElementType(), QByteArray("ELEMENT_TEMPLATE"));
+        QVERIFY(layers.Add("u", "uselayer")->IsUseLayer());
+        QVERIFY(layers.Add("t", "Text")->IsText());
+        QVERIFY(layers.Add("t", "template")->IsTemplate());
+    }
+
+    void renamingKeepsTheKey()
+    {
+        clsElements layers;
+        clsElement *e = layers.Add("a", "layer");
+        e->setStrName("b");
+        QCOMPARE(e->ElementKey(), QByteArray("a"));
+        QCOMPARE(layers.Find("a"), e);
+        QVERIFY(layers.Find("b") == nullptr);
+    }
+
+    void freedNumberIsReusedAfterARemoval()
+    {
+        clsProperties props;
+        props.Add("x", "1");
+        props.Add("x", "2");
+        props.Add("x", "3");
+        props.Remove("x[0]");
+        QCOMPARE(props.Add("x", "4").Key(), QByteArray("x[0]"));
+        QCOMPARE(props.Add("x", "5").Key(), QByteArray("x[2]"));
+    }
+
+    void manyRepeatedKeysStayInOrder()
+    {
+        clsProperties props;
+        for (int i = 0; i < 5000; ++i)
+            props.Add("ScriptLine", QByteArray::number(i));
+        QCOMPARE(props.Count(), 5000);
+        QCOMPARE(props.Item(5000).Key(), QByteArray("ScriptLine[4998]"));
+        QCOMPARE(props.Item("scriptline[4998]").value(), QByteArray("4999"));
+    }
+
+    void elementFindsItsOwnIndex()
+    {
+        clsElements layers;
+        layers.Add("a", "layer");
+        clsElement *b = layers.Add("b", "layer");
+        QCOMPARE(b->Index(), 2);
+        layers.Remove(1);
+        QCOMPARE(b->Index(), 1);
+        QCOMPARE(layers.Item(1), b);
+    }
+
+    void takenElementGoesBackWithItsKeyAndChildren()
+    {
+        clsElements layers;
+        layers.Add("a", "layer");
+        clsElement *b = layers.Add("a", "layer");
+        b->SubElements().Add("child", "text")->Properties().Add("x", "1");
+        layers.Add("c", "layer");
+        std::unique_ptr<clsElement> taken = layers.Take(1);
+        QCOMPARE(layers.Count(), 2);
+        layers.Insert(1, std::move(taken));
+        QCOMPARE(layers.Item(2)->ElementKey(), QByteArray("a[0]"));
+        QCOMPARE(layers.Item("a[0]")->SubElements().Item("child")->Properties().Item("x").value(),
+                 QByteArray("1"));
+    }
+
+    void valueChangesKeepTheOtherProperties()
+    {
+        clsProperties props;
+        props.Add("x", "1");
+        props.Add("text", "\"short\"");
+        props.Add("y", "2");
+        props.Item("text").setValue("\"a much longer value than before\"");
+        props.Item("x").setValue("");
+        for (int i = 0; i < 200; ++i)
+            props.Item("y").setValue(QByteArray(300, 'y') + QByteArray::number(i));
+        QCOMPARE(props.Item("x").value(), QByteArray(""));
+        QCOMPARE(props.Item("text").value(), QByteArray("\"a much longer value than before\""));
+        QCOMPARE(props.Item("y").value(), QByteArray(300, 'y') + "199");
+        QVERIFY(props.memoryUsed() < 4096);
+    }
+
+    void insertedPropertyTakesItsPlace()
+    {
+        clsProperties props;
+        props.Add("x", "1");
+        props.Add("y", "2");
+        props.Insert(1, "w", "3");
+        QCOMPARE(props.Item(2).Key(), QByteArray("w"));
+        QCOMPARE(props.Item("y").Index(), 3);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDocumentModel)
+#include "tst_documentmodel.moc"
