@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDateTime>
+#include <QHash>
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+// Keeps decoded pictures by path, file size and modification time, so that a
+// redraw with nothing changed decodes nothing again, while a picture changed on
+// disk is read again. The lookup of picture names is not cached: it still probes
+// the disk and reports missing files every time.
+class PictureCache
+{
+public:
+    // As ImageLoader::LoadImageFile: the buffer receives the picture (a shared
+    // copy of the cached one: drawing on the buffer does not change the cache)
+    // and the picture's size is returned.
+    QSize LoadImageFile(const QString &path, QImage &buffer);
+
+    // How many pictures this cache has decoded (loaded from disk) so far.
+    int decodeCount() const { return mDecodeCount; }
+    int size() const { return mEntries.size(); }
+    void clear() { mEntries.clear(); }
+
+private:
+    struct Entry
+    {
+        qint64 fileSize = -1;
+        QDateTime modified;
+        QImage image;
+        QSize size;
+    };
+
+    QHash<QString, Entry> mEntries;
+    int mDecodeCount = 0;
+};

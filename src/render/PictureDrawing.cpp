@@ -1,0 +1,97 @@
+#include "PictureDrawing.h"
+
+#include "PictureCache.h"
+#include "ResourceLookup.h"
+#include "RlDecoder.h"
+#include "SkinNumber.h"
+
+#include <QRect>
+#include <algorithm>
+
+namespace {
+
+bool is32Bit(QImage::Format format)
+{
+    return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32
+        || format == QImage::Format_ARGB32_Premultiplied;
+}
+
+// Only red, green and blue are compared: the buffer formats carry no alpha that
+// counts, and the copy always writes opaque pixels.
+constexpr QRgb kColourMask = 0x00FFFFFFu;
+
+// Background size from the skin format: the width is the leading number, the
+// height the number from the fifth character on ("800_480" gives 800 x 480;
+// this takes a three-digit width for granted, as skins always have).
+QSize formatSize(const QString &format)
+{
+    const QByteArray text = format.toLatin1();
+    const qint64 width = SkinNumber::leadingInteger(text);
+    const qint64 height = text.size() > 4 ? SkinNumber::leadingInteger(text.mid(4)) : 0;
+    if (width <= 0 || height <= 0 || width * height > RlDecoder::kMaxPixels)
+        return QSize(0, 0);
+    return QSize(int(width), int(height));
+}
+
+} // namespace
+
+namespace PictureDrawing {
+
+// The result is the same as the mask method of copying with a transparent
+// colour ((destination AND mask) XOR (source AND NOT mask), the mask being white
+// where the source has the transparent colour): every other source pixel
+// replaces the destination pixel, the rest of the destination stays.
+void DrawTransparent(QImage &destination, int x, int y, int width, int height,
+                     const QImage &source, int sourceX, int sourceY, QRgb transparent)
+{
+    if (destination.isNull() || source.isNull() || width <= 0 || height <= 0)
+        return;
+    if (!is32Bit(destination.format()))
+        destination = destination.convertToFormat(QImage::Format_RGB32);
+    const QImage src = is32Bit(source.format()) ? source : source.convertToFormat(QImage::Format_RGB32);
+
+    // Clip the rectangle to both pictures, moving both origins together.
+    QRect area(sourceX, sourceY, width, height);
+    area &= src.rect();
+    area &= destination.rect().translated(sourceX - x, sourceY - y);
+    if (area.isEmpty())
+        return;
+    const int dx = x - sourceX;
+    const int dy = y - sourceY;
+    const QRgb key = transparent & kColourMask;
+    for (int row = area.top(); row <= area.bottom(); ++row) {
+        const QRgb *in = reinterpret_cast<const QRgb *>(src.constScanLine(row)) + area.left();
+        QRgb *out = reinterpret_cast<QRgb *>(destination.scanLine(row + dy)) + area.left() + dx;
+        for (int i = 0; i < area.width(); ++i) {
+            // Written opaque, which is valid in all three 32-bit formats.
+            const QRgb pixel = in[i] | ~kColourMask;
+            if ((pixel & kColourMask) != key)
+                out[i] = pixel;
+        }
+    }
+}
+
+QSize DrawBackground(const ResourceLookup &lookup, PictureCache &cache, QImage &buffer, QImage &canvas)
+{
+    const QString path = lookup.LocateBackground();
+    QSize size;
+    if (!path.isEmpty()) {
+        size = cache.LoadImageFile(path, buffer);
+    } else {
+        // Without a format the buffer is only cleared: it keeps the size it had.
+        const QString &format = lookup.context().SkinFormat;
+        if (!format.isEmpty()) {
+            const QSize wanted = formatSize(format);
+            buffer = wanted.isEmpty() ? QImage() : QImage(wanted, QImage::Format_RGB32);
+        } else if (!buffer.isNull()) {
+            buffer = QImage(buffer.size(), QImage::Format_RGB32);
+        }
+        if (!buffer.isNull())
+            buffer.fill(kNoBackground);
+        size = buffer.size();
+    }
+    DrawTransparent(canvas, 0, 0, size.width(), size.height(), buffer, 0, 0, kTransparent);
+    return size;
+}
+
+} // namespace PictureDrawing

@@ -1,0 +1,157 @@
+#include "RlDecoder.h"
+
+#include "RlHeader.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr QRgb kMagenta = 0xFFFF00FFu;
+
+// RGB565 expanded by shifting only: the low bits stay 0 (31 gives 248).
+QRgb expand565(quint16 word)
+{
+    return qRgb((word >> 11) * 8, ((word >> 5) & 63) * 4, (word & 31) * 8);
+}
+
+// Index 0 is magenta whatever the file holds there; entries 1 to N-1 are 2-byte
+// words at 14 + 2(i-1), also when the flags announce 3-byte entries: that flag
+// moves only the row table, by design.
+std::vector<QRgb> readPalette(const uchar *d, const RlHeader &header)
+{
+    std::vector<QRgb> palette(std::max<int>(header.paletteCount, 1));
+    palette[0] = kMagenta;
+    for (int i = 1; i < header.paletteCount; ++i) {
+        const qsizetype at = 14 + 2 * (i - 1);
+        palette[i] = expand565(quint16(d[at] | (d[at + 1] << 8)));
+    }
+    return palette;
+}
+
+// Row lengths: one byte, or 255 and a big-endian 16-bit value. Returns false
+// when the table runs past the end of the file; `dataStart` receives the offset
+// just after it.
+bool readRowTable(const uchar *d, qint64 size, qint64 offset, int count,
+                  std::vector<quint32> &lengths, qint64 &dataStart)
+{
+    lengths.resize(count);
+    qint64 at = offset;
+    for (int k = 0; k < count; ++k) {
+        if (at >= size)
+            return false;
+        const uchar first = d[at++];
+        if (first != 255) {
+            lengths[k] = first;
+            continue;
+        }
+        if (at + 2 > size)
+            return false;
+        lengths[k] = quint32((d[at] << 8) | d[at + 1]);
+        at += 2;
+    }
+    dataStart = at;
+    return true;
+}
+
+struct RowDecoder
+{
+    const uchar *d;
+    qint64 size;
+    const std::vector<QRgb> &palette;
+    int width;
+
+    // Decodes one row; false when decoding of the whole picture has to stop.
+    bool decode(QRgb *row, qint64 base, qint64 length) const
+    {
+        // The last byte of the file is never read as a code (the bound is its
+        // index, not the file's length), and a row stops at its table length.
+        const qint64 end = std::min(base + length, size - 1);
+        const qint64 paletteCount = qint64(palette.size());
+        const QRgb *colours = palette.data();
+        qint64 x = 0;
+        qint64 offset = 0; // the palette offset, P
+        qint64 at = base;
+        while (at < end) {
+            const uchar code = d[at];
+            if (code < 253) {
+                if (code != 0) {
+                    const qint64 index = code + offset;
+                    if (index >= paletteCount)
+                        return false;
+                    if (x < width)
+                        row[x] = colours[index];
+                }
+                ++x;
+                ++at;
+            } else if (code == 253) {
+                if (at + 2 >= size)
+                    return false;
+                offset = d[at + 1] | (d[at + 2] << 8);
+                at += 3;
+            } else if (code == 254) {
+                if (at + 2 >= size)
+                    return false;
+                const uchar index = d[at + 1];
+                const uchar count = d[at + 2];
+                // Index 0 paints transparent pixels: the picture is already
+                // magenta, so only the column moves.
+                if (index != 0 && count != 0) {
+                    if (index + offset >= paletteCount)
+                        return false;
+                    if (x < width)
+                        std::fill_n(row + x, std::min<qint64>(count, width - x), colours[index + offset]);
+                }
+                x += count;
+                at += 3;
+            } else {
+                // at < size - 1, so the operand is inside the file.
+                x += d[at + 1];
+                at += 2;
+            }
+        }
+        return true;
+    }
+};
+
+} // namespace
+
+QSize RlDecoder::decode(const QByteArray &bytes, QImage &image)
+{
+    image = QImage();
+    RlHeader header;
+    if (!RlHeader::read(bytes, header))
+        return QSize(0, 0);
+    if (header.width >= RlHeader::kSizeLimit || header.rowCount >= RlHeader::kSizeLimit)
+        return QSize(0, 0);
+    if (qint64(header.width) * header.height > kMaxPixels)
+        return QSize(0, 0);
+    const QSize size(header.width, header.height);
+    if (size.isEmpty())
+        return size;
+    image = QImage(size, QImage::Format_RGB32);
+    if (image.isNull())
+        return QSize(0, 0);
+    image.fill(kMagenta);
+
+    const uchar *d = reinterpret_cast<const uchar *>(bytes.constData());
+    const qint64 fileSize = bytes.size();
+    if (header.rowTableOffset() > fileSize)
+        return size;
+    const std::vector<QRgb> palette = readPalette(d, header);
+    std::vector<quint32> lengths;
+    qint64 base = 0;
+    if (!readRowTable(d, fileSize, header.rowTableOffset(), header.rowCount, lengths, base))
+        return size;
+
+    const RowDecoder rows { d, fileSize, palette, header.width };
+    for (int y = 0; y < header.height; ++y) {
+        if (y >= header.rowCount)
+            break; // fewer row-table entries than rows
+        QRgb *row = reinterpret_cast<QRgb *>(image.scanLine(y));
+        if (!rows.decode(row, base, lengths[y]))
+            break;
+        base += lengths[y];
+    }
+    return size;
+}

@@ -1,0 +1,58 @@
+#include "SkinFileNames.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace SkinFileNames {
+
+QString GetFileName(const QString &path, bool keepExtension)
+{
+    const qsizetype slash = qMax(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/')));
+    QString name = path.mid(slash + 1);
+    const qsizetype hash = name.indexOf(QLatin1Char('#'));
+    if (hash >= 0)
+        name.truncate(hash);
+    name.remove(QLatin1Char('$'));
+    if (!keepExtension) {
+        const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+        if (dot >= 0)
+            name.truncate(dot);
+    }
+    return name;
+}
+
+QString GetExtension(const QString &path)
+{
+    const qsizetype dot = path.lastIndexOf(QLatin1Char('.'));
+    if (dot < 0)
+        return QString();
+    return AsciiLower(path.mid(dot + 1));
+}
+
+QString GetParentFolder(const QString &path)
+{
+    const qsizetype separator = path.lastIndexOf(QDir::separator());
+    if (separator < 0)
+        return QString();
+    return path.left(separator);
+}
+
+bool FileExists(const QString &path)
+{
+    if (path.isEmpty())
+        return false;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly);
+}
+
+QString AsciiLower(const QString &text)
+{
+    QString lower = text;
+    for (QChar &c : lower) {
+        if (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
+            c = QChar(c.unicode() + ('a' - 'A'));
+    }
+    return lower;
+}
+
+} // namespace SkinFileNames
