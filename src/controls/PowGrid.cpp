@@ -1,0 +1,1097 @@
+#include "PowGrid.h"
+
+#include "GridCellPainter.h"
+#include "GridComboEditor.h"
+#include "GridDateEditor.h"
+#include "GridNumber.h"
+#include "GridPrinter.h"
+#include "GridTextEditor.h"
+#include "PropertyBag.h"
+#include "Twips.h"
+#include "clsComboList.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSpinBox>
+
+#include <climits>
+#include <cmath>
+
+namespace {
+
+// Dates and times are stored as ISO texts; a cell also shows texts written
+// the day/month/year way.
+const char *const StoredDate = "yyyy-MM-dd";
+const char *const StoredTime = "HH:mm:ss";
+
+std::optional<QDateTime> parseDateTime(const QString &text)
+{
+    const QString t = text.trimmed();
+    for (const char *f : { "yyyy-MM-dd", "yyyy-MM-dd HH:mm:ss", "yyyy-MM-ddTHH:mm:ss",
+                           "dd/MM/yyyy", "dd/MM/yy", "dd/MM/yyyy HH:mm:ss" }) {
+        const QDateTime dt = QDateTime::fromString(t, QString::fromLatin1(f));
+        if (dt.isValid())
+            return dt;
+    }
+    for (const char *f : { "HH:mm:ss", "HH:mm", "hh.mm.ss" }) {
+        const QTime time = QTime::fromString(t, QString::fromLatin1(f));
+        if (time.isValid())
+            return QDateTime(QDate(1899, 12, 30), time);
+    }
+    return std::nullopt;
+}
+
+int clampToInt(double value)
+{
+    if (value <= double(INT_MIN))
+        return INT_MIN;
+    if (value >= double(INT_MAX))
+        return INT_MAX;
+    return int(value);
+}
+
+} // namespace
+
+PowGrid::PowGrid(QWidget *parent)
+    : QWidget(parent)
+    , mHeaders(new clsHeaders(this))
+    , mItems(new clsPowGridItems(this))
+    , mTxtInput(new GridTextEditor(this))
+    , mCmbInput(new GridComboEditor(this))
+    , mDtpInput(new GridDateEditor(this))
+    , mUpdInput(new QSpinBox(this))
+    , mVBar(new QScrollBar(Qt::Vertical, this))
+    , mHBar(new QScrollBar(Qt::Horizontal, this))
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    mUpdInput->setObjectName(QStringLiteral("updInput"));
+    // The up-down goes with the text editor and never takes the focus from it.
+    mUpdInput->setFocusPolicy(Qt::NoFocus);
+    mUpdInput->setButtonSymbols(QAbstractSpinBox::UpDownArrows);
+    for (QWidget *editor : { static_cast<QWidget *>(mTxtInput), static_cast<QWidget *>(mCmbInput),
+                             static_cast<QWidget *>(mDtpInput), static_cast<QWidget *>(mUpdInput) })
+        editor->hide();
+    mHBar->hide();
+
+    connect(mTxtInput, &GridTextEditor::enterPressed, this, &PowGrid::HideInputs);
+    connect(mTxtInput, &GridTextEditor::escapePressed, this, &PowGrid::cancelEdit);
+    connect(mTxtInput, &GridTextEditor::focusLost, this, &PowGrid::HideInputs);
+    connect(mCmbInput, &GridComboEditor::enterPressed, this, &PowGrid::HideInputs);
+    connect(mCmbInput, &GridComboEditor::picked, this, &PowGrid::HideInputs);
+    connect(mCmbInput, &GridComboEditor::escapePressed, this, &PowGrid::cancelEdit);
+    connect(mCmbInput, &GridComboEditor::focusLost, this, &PowGrid::HideInputs);
+    connect(mDtpInput, &GridDateEditor::enterPressed, this, &PowGrid::HideInputs);
+    connect(mDtpInput, &GridDateEditor::escapePressed, this, &PowGrid::cancelEdit);
+    connect(mDtpInput, &GridDateEditor::focusLost, this, &PowGrid::HideInputs);
+    connect(mUpdInput, &QSpinBox::valueChanged, this, [this](int value) {
+        if (mTxtInput->isVisible())
+            mTxtInput->setText(QString::number(value));
+    });
+    connect(mVBar, &QScrollBar::valueChanged, this, [this](int value) {
+        if (mFirstVisible == value + 1)
+            return;
+        HideInputs();
+        mFirstVisible = value + 1;
+        update();
+        emit ScrollGrid();
+    });
+    connect(mHBar, &QScrollBar::valueChanged, this, [this] {
+        HideInputs();
+        update();
+    });
+
+    connect(mHeaders, &clsHeaders::ItemAdded, this, &PowGrid::modelChanged);
+    connect(mItems, &clsPowGridItems::ItemAdded, this, &PowGrid::modelChanged);
+    connect(mItems, &clsPowGridItems::ItemChanged, this, [this] {
+        if (mAutoRefresh)
+            RefreshCells();
+    });
+    connect(mItems, &clsPowGridItems::ItemRemoved, this, &PowGrid::modelRemoved);
+
+    InitProperties();
+    mInitialising = false;
+    RedrawGrid();
+}
+
+PowGrid::~PowGrid() = default;
+
+QFont PowGrid::ambientFont() const
+{
+    return parentWidget() ? parentWidget()->font() : QApplication::font();
+}
+
+void PowGrid::InitProperties()
+{
+    mHeadlineColor = 0x8000000Fu;
+    mShadowColor = 0x80000010u;
+    mTextColor = 0x80000012u;
+    mSelRow = 0;
+    mFont = ambientFont();
+    mHeaderFont = ambientFont();
+    mHeaderHeight = 0;
+    mCellHeight = 0;
+    mAllowEdit = true;
+    mColorUneditable = 0xFFFFFFu;
+    mColorEditable = 0xFFFFFFu;
+    mColorSelectedRow = 0x8000000Du;
+    mShowSelectedRow = false;
+    mColorSelectedText = 0x8000000Eu;
+    mColorLightShadow = 0x80000010u;
+    mColorDarkShadow = 0x80000015u;
+    mColorUnused = 0xC8C8C8u;
+    mColorGrid = 0x80000010u;
+    mImageList.clear();
+    mHScrollIncrement = 750;
+    mAutoRefresh = true;
+    mCellHeightMargin = 120;
+    mColorHeadlineShadow = 0xC8C8C8u;
+    mShowVerticalBar = true;
+    mCellLines = 1;
+    mBorderStyle = 1;
+    mColorHeadlineText = 0x80000012u;
+    mColorUneditableAlternate = 0xFFFFFFu;
+    mAlternateColors = false;
+    mUseTouchScreen = false;
+    mImageListHeader.clear();
+    mButtonFont = ambientFont();
+    mButtonRoundSize = 20;
+    mButtonColor = 0xC8C8C8u;
+    mButtonBorderColor = 0x505050u;
+    mButtonClickColor = 0x00FFFFu;
+    mColorProgressBar = 0xFF0000u;
+    mColorEmptyProgressBar = 0xFFFFFFu;
+    mTitleFont = ambientFont();
+    mColorTitleBackground = 0xFFFFFFu;
+    mColorTitleText = 0u;
+    mAllowExpandCollapse = true;
+    RedrawGrid();
+}
+
+void PowGrid::ReadProperties(const QVariantMap &bag)
+{
+    InitProperties();
+    PropertyBag::read(*this, bag);
+}
+
+void PowGrid::WriteProperties(QVariantMap &bag) const
+{
+    PropertyBag::write(*this, bag);
+}
+
+void PowGrid::ReadProperties(QSettings &settings)
+{
+    InitProperties();
+    PropertyBag::read(*this, settings);
+}
+
+void PowGrid::WriteProperties(QSettings &settings) const
+{
+    PropertyBag::write(*this, settings);
+}
+
+void PowGrid::setHeadlineColor(quint32 New_HeadlineColor)
+{
+    mHeadlineColor = New_HeadlineColor; RedrawGrid();
+}
+
+void PowGrid::setShadowColor(quint32 New_ShadowColor)
+{
+    mShadowColor = New_ShadowColor; RedrawGrid();
+}
+
+void PowGrid::setTextColor(quint32 New_TextColor)
+{
+    mTextColor = New_TextColor; RedrawGrid();
+}
+
+void PowGrid::setSelRow(int New_SelRow)
+{
+    mSelRow = New_SelRow; RefreshCells();
+}
+
+void PowGrid::setFont(const QFont &New_Font)
+{
+    mFont = New_Font; RedrawGrid();
+}
+
+void PowGrid::setHeaderFont(const QFont &New_HeaderFont)
+{
+    mHeaderFont = New_HeaderFont; RedrawGrid();
+}
+
+void PowGrid::setHeaderHeight(int New_HeaderHeight)
+{
+    mHeaderHeight = New_HeaderHeight; RedrawGrid();
+}
+
+void PowGrid::setCellHeight(int New_CellHeight)
+{
+    mCellHeight = New_CellHeight; RedrawGrid();
+}
+
+void PowGrid::setAllowEdit(bool New_AllowEdit)
+{
+    mAllowEdit = New_AllowEdit; RedrawGrid();
+}
+
+void PowGrid::setColorUneditable(quint32 New_ColorUneditable)
+{
+    mColorUneditable = New_ColorUneditable; RedrawGrid();
+}
+
+void PowGrid::setColorEditable(quint32 New_ColorEditable)
+{
+    mColorEditable = New_ColorEditable; RedrawGrid();
+}
+
+void PowGrid::setColorSelectedRow(quint32 New_ColorSelectedRow)
+{
+    mColorSelectedRow = New_ColorSelectedRow; RedrawGrid();
+}
+
+void PowGrid::setShowSelectedRow(bool New_ShowSelectedRow)
+{
+    mShowSelectedRow = New_ShowSelectedRow; RedrawGrid();
+}
+
+void PowGrid::setColorSelectedText(quint32 New_ColorSelectedText)
+{
+    mColorSelectedText = New_ColorSelectedText; RedrawGrid();
+}
+
+void PowGrid::setColorLightShadow(quint32 New_ColorLightShadow)
+{
+    mColorLightShadow = New_ColorLightShadow; RedrawGrid();
+}
+
+void PowGrid::setColorDarkShadow(quint32 New_ColorDarkShadow)
+{
+    mColorDarkShadow = New_ColorDarkShadow; RedrawGrid();
+}
+
+void PowGrid::setColorUnused(quint32 New_ColorUnused)
+{
+    mColorUnused = New_ColorUnused; RedrawGrid();
+}
+
+void PowGrid::setColorGrid(quint32 New_ColorGrid)
+{
+    mColorGrid = New_ColorGrid; RedrawGrid();
+}
+
+void PowGrid::setImageList(const QList<QPixmap> &New_ImageList)
+{
+    mImageList = New_ImageList; RedrawGrid();
+}
+
+void PowGrid::setHScrollIncrement(int New_HScrollIncrement)
+{
+    mHScrollIncrement = New_HScrollIncrement; RedrawGrid();
+}
+
+void PowGrid::setAutoRefresh(bool New_AutoRefresh)
+{
+    mAutoRefresh = New_AutoRefresh; RedrawGrid();
+}
+
+void PowGrid::setCellHeightMargin(int New_CellHeightMargin)
+{
+    mCellHeightMargin = New_CellHeightMargin; RedrawGrid();
+}
+
+void PowGrid::setColorHeadlineShadow(quint32 New_ColorHeadlineShadow)
+{
+    mColorHeadlineShadow = New_ColorHeadlineShadow; RedrawGrid();
+}
+
+void PowGrid::setShowVerticalBar(bool New_ShowVerticalBar)
+{
+    mShowVerticalBar = New_ShowVerticalBar; RedrawGrid();
+}
+
+void PowGrid::setCellLines(int New_CellLines)
+{
+    mCellLines = New_CellLines; RedrawGrid();
+}
+
+void PowGrid::setBorderStyle(int New_BorderStyle)
+{
+    mBorderStyle = New_BorderStyle; RedrawGrid();
+}
+
+void PowGrid::setColorHeadlineText(quint32 New_ColorHeadlineText)
+{
+    mColorHeadlineText = New_ColorHeadlineText; RedrawGrid();
+}
+
+void PowGrid::setColorUneditableAlternate(quint32 New_ColorUneditableAlternate)
+{
+    mColorUneditableAlternate = New_ColorUneditableAlternate; RedrawGrid();
+}
+
+void PowGrid::setAlternateColors(bool New_AlternateColors)
+{
+    mAlternateColors = New_AlternateColors; RedrawGrid();
+}
+
+void PowGrid::setUseTouchScreen(bool New_UseTouchScreen)
+{
+    mUseTouchScreen = New_UseTouchScreen; RedrawGrid();
+}
+
+void PowGrid::setImageListHeader(const QList<QPixmap> &New_ImageListHeader)
+{
+    mImageListHeader = New_ImageListHeader; RedrawGrid();
+}
+
+void PowGrid::setButtonFont(const QFont &New_ButtonFont)
+{
+    mButtonFont = New_ButtonFont; RedrawGrid();
+}
+
+void PowGrid::setButtonRoundSize(int New_ButtonRoundSize)
+{
+    mButtonRoundSize = New_ButtonRoundSize; RedrawGrid();
+}
+
+void PowGrid::setButtonColor(quint32 New_ButtonColor)
+{
+    mButtonColor = New_ButtonColor; RedrawGrid();
+}
+
+void PowGrid::setButtonBorderColor(quint32 New_ButtonBorderColor)
+{
+    mButtonBorderColor = New_ButtonBorderColor; RedrawGrid();
+}
+
+void PowGrid::setButtonClickColor(quint32 New_ButtonClickColor)
+{
+    mButtonClickColor = New_ButtonClickColor; RedrawGrid();
+}
+
+void PowGrid::setColorProgressBar(quint32 New_ColorProgressBar)
+{
+    mColorProgressBar = New_ColorProgressBar; RedrawGrid();
+}
+
+void PowGrid::setColorEmptyProgressBar(quint32 New_ColorEmptyProgressBar)
+{
+    mColorEmptyProgressBar = New_ColorEmptyProgressBar; RedrawGrid();
+}
+
+void PowGrid::setTitleFont(const QFont &New_TitleFont)
+{
+    mTitleFont = New_TitleFont; RedrawGrid();
+}
+
+void PowGrid::setColorTitleBackground(quint32 New_ColorTitleBackground)
+{
+    mColorTitleBackground = New_ColorTitleBackground; RedrawGrid();
+}
+
+void PowGrid::setColorTitleText(quint32 New_ColorTitleText)
+{
+    mColorTitleText = New_ColorTitleText; RedrawGrid();
+}
+
+void PowGrid::setAllowExpandCollapse(bool New_AllowExpandCollapse)
+{
+    mAllowExpandCollapse = New_AllowExpandCollapse; RedrawGrid();
+}
+
+// ---- layout ---------------------------------------------------------------
+
+QRect PowGrid::innerRect() const
+{
+    const int border = mBorderStyle == 1 ? 1 : 0;
+    return rect().adjusted(border, border, -border, -border);
+}
+
+QRect PowGrid::clientRect() const
+{
+    QRect r = innerRect();
+    if (mVBar->isVisibleTo(this))
+        r.setRight(mVBar->geometry().left() - 1);
+    if (mHBar->isVisibleTo(this))
+        r.setBottom(mHBar->geometry().top() - 1);
+    return r;
+}
+
+int PowGrid::rowHeight() const
+{
+    if (mCellHeight > 0)
+        return std::max(1, Twips::toPixelsY(mCellHeight, this));
+    return QFontMetrics(mFont).height() + Twips::toPixelsY(mCellHeightMargin, this);
+}
+
+int PowGrid::headerHeight() const
+{
+    if (mHeaderHeight > 0)
+        return Twips::toPixelsY(mHeaderHeight, this);
+    return QFontMetrics(mHeaderFont).height() + Twips::toPixelsY(mCellHeightMargin, this);
+}
+
+int PowGrid::VisibleCells() const
+{
+    return std::max(0, (clientRect().height() - headerHeight()) / rowHeight());
+}
+
+int PowGrid::ScaleWidth() const
+{
+    return Twips::fromPixelsX(innerRect().width(), this);
+}
+
+int PowGrid::ScaleHeight() const
+{
+    return Twips::fromPixelsY(innerRect().height(), this);
+}
+
+int PowGrid::columnWidthPixels(int column) const
+{
+    const Header *h = mHeaders->Item(column + 1);
+    return h && h->Visible ? Twips::toPixelsX(h->ColumnWidth, this) : 0;
+}
+
+int PowGrid::columnLeft(int column) const
+{
+    int left = 0;
+    for (int c = 0; c < column; ++c)
+        left += columnWidthPixels(c);
+    return left;
+}
+
+int PowGrid::contentWidth() const
+{
+    return columnLeft(mHeaders->Count());
+}
+
+int PowGrid::horizontalOffset() const
+{
+    return mHBar->isVisibleTo(this) ? mHBar->value() * std::max(1, Twips::toPixelsX(mHScrollIncrement, this)) : 0;
+}
+
+int PowGrid::maxFirstVisible() const
+{
+    return std::max(1, mItems->CountVisible() - VisibleCells() + 1);
+}
+
+int PowGrid::rowPositionOfVisible(int visible) const
+{
+    return visible + mItems->CountVisibleOffset(visible);
+}
+
+int PowGrid::visiblePositionOf(int row) const
+{
+    const PowGridItem *item = mItems->Item(row);
+    if (!item || !item->Visible)
+        return 0;
+    int visible = 0;
+    for (int r = 1; r <= row; ++r)
+        visible += mItems->Item(r)->Visible ? 1 : 0;
+    return visible;
+}
+
+// The top of a shown row, or INT_MIN when the row is not on the screen.
+int PowGrid::rowTop(int row) const
+{
+    const int visible = visiblePositionOf(row);
+    if (visible < mFirstVisible)
+        return INT_MIN;
+    const QRect client = clientRect();
+    const int top = client.top() + headerHeight() + (visible - mFirstVisible) * rowHeight();
+    return top > client.bottom() ? INT_MIN : top;
+}
+
+QRect PowGrid::cellRect(int row, int column) const
+{
+    const int top = rowTop(row);
+    const int width = columnWidthPixels(column);
+    if (top == INT_MIN || width <= 0)
+        return QRect();
+    const QRect client = clientRect();
+    const QRect cell(client.left() + columnLeft(column) - horizontalOffset(), top, width, rowHeight());
+    return cell.intersected(client);
+}
+
+QRect PowGrid::titleBoxRect(int row) const
+{
+    const int top = rowTop(row);
+    const PowGridItem *item = mItems->Item(row);
+    if (top == INT_MIN || !item || !item->TitleLine)
+        return QRect();
+    const int size = std::min(rowHeight() - 2, 11);
+    return QRect(clientRect().left() + 4, top + (rowHeight() - size) / 2, size, size);
+}
+
+int PowGrid::rowAt(QPoint point) const
+{
+    const QRect client = clientRect();
+    if (!client.contains(point) || point.y() < client.top() + headerHeight())
+        return 0;
+    const int visible = mFirstVisible + (point.y() - client.top() - headerHeight()) / rowHeight();
+    if (visible > mItems->CountVisible())
+        return 0;
+    return rowPositionOfVisible(visible);
+}
+
+int PowGrid::columnAt(QPoint point) const
+{
+    const int x = point.x() - clientRect().left() + horizontalOffset();
+    int left = 0;
+    for (int c = 0; c < mHeaders->Count(); ++c) {
+        const int width = columnWidthPixels(c);
+        if (x >= left && x < left + width)
+            return c;
+        left += width;
+    }
+    return -1;
+}
+
+void PowGrid::updateScrollBars()
+{
+    const QRect inner = innerRect();
+    const int barWidth = mVBar->sizeHint().width();
+    const int barHeight = mHBar->sizeHint().height();
+    mVBar->setVisible(mShowVerticalBar);
+    const int widthForCells = inner.width() - (mShowVerticalBar ? barWidth : 0);
+    const bool needH = contentWidth() > widthForCells;
+    mHBar->setVisible(needH);
+    const int barsBottom = inner.bottom() - (needH ? barHeight : 0);
+    if (mShowVerticalBar)
+        mVBar->setGeometry(inner.right() - barWidth + 1, inner.top(), barWidth,
+                           barsBottom - inner.top() + 1);
+    if (needH) {
+        mHBar->setGeometry(inner.left(), inner.bottom() - barHeight + 1, widthForCells, barHeight);
+        const int step = std::max(1, Twips::toPixelsX(mHScrollIncrement, this));
+        const int excess = contentWidth() - widthForCells;
+        mHBar->setRange(0, (excess + step - 1) / step);
+    }
+    mFirstVisible = std::clamp(mFirstVisible, 1, maxFirstVisible());
+    const QSignalBlocker block(mVBar);
+    mVBar->setRange(0, maxFirstVisible() - 1);
+    mVBar->setPageStep(std::max(1, VisibleCells()));
+    mVBar->setValue(mFirstVisible - 1);
+}
+
+// ---- methods --------------------------------------------------------------
+
+void PowGrid::RefreshCells()
+{
+    update();
+}
+
+void PowGrid::RedrawGrid()
+{
+    if (mInitialising)
+        return;
+    updateScrollBars();
+    update();
+}
+
+void PowGrid::Refresh()
+{
+    RedrawGrid();
+    repaint();
+}
+
+PowGridItem *PowGrid::SelectedItem() const
+{
+    return mSelRow > 0 ? mItems->Item(mSelRow) : nullptr;
+}
+
+void PowGrid::setFirstVisible(int New_FirstVisible)
+{
+    mVBar->setValue(std::clamp(New_FirstVisible, 1, maxFirstVisible()) - 1);
+}
+
+void PowGrid::MouseWheel(int Delta)
+{
+    mWheelRemainder += Delta;
+    const int notches = mWheelRemainder / 120;
+    mWheelRemainder %= 120;
+    if (notches != 0)
+        setFirstVisible(mFirstVisible - notches * WheelRowsPerNotch);
+}
+
+void PowGrid::CollapseAll()
+{
+    HideInputs();
+    for (int row = 1; row <= mItems->Count(); ++row)
+        if (mItems->Item(row)->TitleLine)
+            for (int under : rowsUnderTitle(row))
+                mItems->Item(under)->Visible = false;
+    RedrawGrid();
+}
+
+void PowGrid::AutoSizeHeaders()
+{
+    autoSize(false, this);
+}
+
+void PowGrid::AutoSizeHeadersFull()
+{
+    autoSize(true, this);
+}
+
+void PowGrid::AutoSizeHeadersForPrint(QPrinter &printer)
+{
+    autoSize(true, &printer);
+    GridPrinter::fitToPage(*this, printer);
+}
+
+void PowGrid::autoSize(bool hiddenRowsToo, const QPaintDevice *device)
+{
+    const QFontMetrics cellMetrics(mFont, device);
+    const QFontMetrics headerMetrics(mHeaderFont, device);
+    const int padding = Twips::toPixelsX(2 * GridCellPainter::PaddingTwips, device);
+    for (int c = 0; c < mHeaders->Count(); ++c) {
+        Header *h = mHeaders->Item(c + 1);
+        if (!h->Visible)
+            continue;
+        int widest = headerMetrics.horizontalAdvance(h->Caption);
+        for (const PowGridItem *item : *mItems) {
+            if (item->TitleLine || !(item->Visible || hiddenRowsToo))
+                continue;
+            widest = std::max(widest, cellMetrics.horizontalAdvance(DisplayText(item, c)));
+        }
+        h->ColumnWidth = Twips::fromPixelsX(widest + padding, device);
+    }
+    RedrawGrid();
+}
+
+void PowGrid::PrintGrid(QPrinter &printer)
+{
+    HideInputs();
+    GridPrinter::print(*this, printer);
+}
+
+// ---- cells ----------------------------------------------------------------
+
+int PowGrid::CellDataType(const PowGridItem *item, int column) const
+{
+    if (item && item->DataType != dtNone)
+        return item->DataType;
+    const Header *h = mHeaders->Item(column + 1);
+    return h ? h->ColumnDataType : dtText;
+}
+
+bool PowGrid::isChecked(const QString &text)
+{
+    if (text.trimmed().compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
+        return true;
+    const auto number = GridNumber::parse(text);
+    return number && *number != 0;
+}
+
+std::shared_ptr<clsComboList> PowGrid::comboListOf(const PowGridItem *item, int column) const
+{
+    if (CellDataType(item, column) == dtItemCombo)
+        return item->ComboList;
+    const Header *h = mHeaders->Item(column + 1);
+    return h ? h->ComboList : nullptr;
+}
+
+QString PowGrid::DisplayText(const PowGridItem *item, int column) const
+{
+    const QString text = item->CellText(column);
+    switch (CellDataType(item, column)) {
+    case dtPassword:
+        return QString(text.size(), QLatin1Char('*'));
+    case dtDate: {
+        const auto dt = parseDateTime(text);
+        return dt ? dt->toString(QStringLiteral("dd/MM/yy")) : text;
+    }
+    case dtTime: {
+        const auto dt = parseDateTime(text);
+        return dt ? dt->toString(QStringLiteral("hh.mm.ss")) : text;
+    }
+    case dtCombo:
+    case dtItemCombo: {
+        const auto list = comboListOf(item, column);
+        return list && list->ItemExist(text) ? list->ItemText(text) : QStringLiteral("???");
+    }
+    case dtNumber: {
+        const auto number = GridNumber::parse(text);
+        return number ? GridNumber::plain(*number) : text;
+    }
+    case dtDecimal:
+        return GridNumber::decimal(text).value_or(QStringLiteral("???"));
+    case dtProgress: {
+        const auto number = GridNumber::parse(text);
+        return GridNumber::plain(number.value_or(0)) + QStringLiteral(" %");
+    }
+    default:
+        return text;
+    }
+}
+
+// ---- painting -------------------------------------------------------------
+
+void PowGrid::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    GridCellPainter cells(*this, painter, this);
+    cells.paintBackground(rect(), innerRect(), clientRect());
+    const QRect client = clientRect();
+    painter.setClipRect(client);
+    const int offset = horizontalOffset();
+    const int headerBottom = client.top() + headerHeight();
+    for (int c = 0; c < mHeaders->Count(); ++c) {
+        const int width = columnWidthPixels(c);
+        if (width > 0)
+            cells.paintHeader(QRect(client.left() + columnLeft(c) - offset, client.top(), width,
+                                    headerHeight()),
+                              *mHeaders->Item(c + 1));
+    }
+    int y = headerBottom;
+    int visible = mFirstVisible;
+    for (int row = rowPositionOfVisible(visible); row <= mItems->Count() && y <= client.bottom();
+         ++row) {
+        const PowGridItem *item = mItems->Item(row);
+        if (!item->Visible)
+            continue;
+        const QRect line(client.left() - offset, y, contentWidth(), rowHeight());
+        if (item->TitleLine) {
+            const QList<int> under = rowsUnderTitle(row);
+            const bool open = !under.isEmpty() && mItems->Item(under.first())->Visible;
+            cells.paintTitle(QRect(client.left(), y, client.width(), rowHeight()), *item, open,
+                             titleBoxRect(row));
+        } else {
+            for (int c = 0; c < mHeaders->Count(); ++c) {
+                const int width = columnWidthPixels(c);
+                if (width <= 0)
+                    continue;
+                GridCellPainter::CellState state;
+                state.selected = mShowSelectedRow && row == mSelRow;
+                state.editable = mAllowEdit && mHeaders->Item(c + 1)->ColumnEditable;
+                state.alternate = mAlternateColors && visible % 2 == 0;
+                state.pressed = isButtonDown(row, c);
+                cells.paintCell(QRect(line.left() + columnLeft(c), y, width, rowHeight()), *item, c,
+                                state);
+            }
+        }
+        y += rowHeight();
+        ++visible;
+    }
+}
+
+// ---- events ---------------------------------------------------------------
+
+void PowGrid::resizeEvent(QResizeEvent *)
+{
+    HideInputs();
+    RedrawGrid();
+    emit Resize();
+}
+
+void PowGrid::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        update();
+    QWidget::changeEvent(event);
+}
+
+void PowGrid::wheelEvent(QWheelEvent *event)
+{
+    MouseWheel(event->angleDelta().y());
+    event->accept();
+}
+
+void PowGrid::keyPressEvent(QKeyEvent *event)
+{
+    const QString typed = event->text();
+    if (typed.isEmpty()) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    short keyAscii = short(typed.front().unicode());
+    emit KeyPress(keyAscii);
+}
+
+void PowGrid::mousePressEvent(QMouseEvent *event)
+{
+    setFocus(Qt::MouseFocusReason);
+    HideInputs();
+    if (event->button() != Qt::LeftButton)
+        return;
+    const QPoint point = event->position().toPoint();
+    const int row = rowAt(point);
+    if (row == 0)
+        return;
+    PowGridItem *item = mItems->Item(row);
+    const int column = columnAt(point);
+    mSelRow = row;
+    emit ItemSelected(item, mHeaders->Item(column + 1));
+    update();
+    if (item->TitleLine) {
+        if (mAllowExpandCollapse && titleBoxRect(row).contains(point))
+            toggleTitle(row);
+        return;
+    }
+    if (column >= 0)
+        clickData(row, column);
+}
+
+void PowGrid::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || mButtonRow == 0)
+        return;
+    const int row = mButtonRow;
+    const int column = mButtonColumn;
+    mButtonRow = 0;
+    mButtonColumn = -1;
+    update();
+    const QPoint point = event->position().toPoint();
+    if (rowAt(point) == row && columnAt(point) == column)
+        emit ItemChanged(mItems->Item(row), column);
+}
+
+// A press on a data cell: a button goes down, a check box flips, and any other
+// editable cell gets its editor. Progress cells are for showing only.
+void PowGrid::clickData(int row, int column)
+{
+    PowGridItem *item = mItems->Item(row);
+    const int type = CellDataType(item, column);
+    if (type == dtButton) {
+        mButtonRow = row;
+        mButtonColumn = column;
+        update();
+        return;
+    }
+    const bool editable = mAllowEdit && mHeaders->Item(column + 1)->ColumnEditable;
+    if (!editable || type == dtProgress)
+        return;
+    if (type == dtCheck) {
+        toggleCheck(item, column);
+        return;
+    }
+    beginEdit(row, column);
+}
+
+// A click on a check box stores "1" or "0", the opposite of what it showed, and
+// counts as a committed edit.
+void PowGrid::toggleCheck(PowGridItem *item, int column)
+{
+    emit BeforeEdit(item, mHeaders->Item(column + 1), column);
+    item->setCellText(column, isChecked(item->CellText(column)) ? QStringLiteral("0")
+                                                                : QStringLiteral("1"));
+    emit ItemChanged(item, column);
+}
+
+// ---- editing --------------------------------------------------------------
+
+void PowGrid::beginEdit(int row, int column)
+{
+    PowGridItem *item = mItems->Item(row);
+    Header *header = mHeaders->Item(column + 1);
+    emit BeforeEdit(item, header, column);
+    const QRect cell = cellRect(row, column);
+    if (cell.isEmpty())
+        return;
+    mEditRow = row;
+    mEditColumn = column;
+    mEditType = CellDataType(item, column);
+    mCancel = false;
+    switch (mEditType) {
+    case dtDate:
+    case dtTime:
+        showDateEditor(item, column, mEditType, cell);
+        break;
+    case dtCombo:
+    case dtItemCombo:
+        showComboEditor(item, column, cell);
+        break;
+    default:
+        showTextEditor(item, column, mEditType, cell);
+        break;
+    }
+    emit BeginEdit(item, header, column);
+}
+
+void PowGrid::showTextEditor(PowGridItem *item, int column, int type, const QRect &cell)
+{
+    QRect textArea = cell;
+    if (type == dtNumber) {
+        const Header *h = mHeaders->Item(column + 1);
+        const int upDownWidth = std::min(cell.width() / 2, 18);
+        textArea.setRight(cell.right() - upDownWidth);
+        const QSignalBlocker block(mUpdInput);
+        mUpdInput->setRange(clampToInt(h->NumericMin), clampToInt(h->NumericMax));
+        mUpdInput->setValue(clampToInt(GridNumber::parse(item->CellText(column)).value_or(0)));
+        mUpdInput->setGeometry(textArea.right() + 1, cell.top(), upDownWidth, cell.height());
+        mUpdInput->show();
+    }
+    mTxtInput->setDataType(type);
+    mTxtInput->setEchoMode(type == dtPassword ? QLineEdit::Password : QLineEdit::Normal);
+    mTxtInput->setFont(mFont);
+    mTxtInput->setText(item->CellText(column));
+    mTxtInput->setGeometry(textArea);
+    mTxtInput->show();
+    mTxtInput->setFocus(Qt::OtherFocusReason);
+    mTxtInput->selectAll();
+}
+
+void PowGrid::showDateEditor(PowGridItem *item, int column, int type, const QRect &cell)
+{
+    const auto dt = parseDateTime(item->CellText(column));
+    mDtpInput->setDisplayFormat(type == dtDate ? QStringLiteral("dd/MM/yy")
+                                               : QStringLiteral("hh.mm.ss"));
+    mDtpInput->setDateTime(dt.value_or(QDateTime::currentDateTime()));
+    mDtpInput->setGeometry(cell);
+    mDtpInput->show();
+    mDtpInput->setFocus(Qt::OtherFocusReason);
+}
+
+void PowGrid::showComboEditor(PowGridItem *item, int column, const QRect &cell)
+{
+    const QSignalBlocker block(mCmbInput);
+    mCmbInput->clear();
+    const auto list = comboListOf(item, column);
+    int current = -1;
+    if (list) {
+        int line = 0;
+        for (ComboItem *choice : *list) {
+            mCmbInput->addItem(choice->strText);
+            choice->ComboListIndex = line;
+            if (!choice->Key.isEmpty() && choice->Key == item->CellText(column))
+                current = line;
+            ++line;
+        }
+    }
+    mCmbInput->setCurrentIndex(current);
+    mCmbInput->setGeometry(cell);
+    mCmbInput->show();
+    mCmbInput->setFocus(Qt::OtherFocusReason);
+}
+
+void PowGrid::cancelEdit()
+{
+    mCancel = true;
+    HideInputs();
+}
+
+// Hides each shown editor and lets the window events waiting behind it run, then
+// commits the edit unless it was cancelled. The edit is closed before anything
+// else, so an editor losing the focus while it hides does not commit twice.
+void PowGrid::HideInputs()
+{
+    const int row = mEditRow;
+    const int column = mEditColumn;
+    const int type = mEditType;
+    const bool cancelled = mCancel;
+    mEditRow = 0;
+    mEditColumn = -1;
+    mEditType = dtNone;
+    mCancel = false;
+    const bool hadFocus = mTxtInput->hasFocus() || mCmbInput->hasFocus() || mDtpInput->hasFocus();
+    for (QWidget *editor : { static_cast<QWidget *>(mTxtInput), static_cast<QWidget *>(mCmbInput),
+                             static_cast<QWidget *>(mDtpInput), static_cast<QWidget *>(mUpdInput) }) {
+        if (editor->isVisible()) {
+            editor->hide();
+            QCoreApplication::processEvents();
+        }
+    }
+    if (hadFocus)
+        setFocus(Qt::OtherFocusReason);
+    if (row == 0 || cancelled)
+        return;
+    if (PowGridItem *item = mItems->Item(row))
+        commit(item, column, type);
+}
+
+// What the text, number or date editor leaves to store; nothing when its text is
+// not a number where one is needed.
+std::optional<QString> PowGrid::committedText(int type) const
+{
+    switch (type) {
+    case dtDate:
+        return mDtpInput->date().toString(QString::fromLatin1(StoredDate));
+    case dtTime:
+        return mDtpInput->time().toString(QString::fromLatin1(StoredTime));
+    case dtNumber: {
+        const auto number = GridNumber::parse(mTxtInput->text());
+        if (!number)
+            return std::nullopt;
+        return GridNumber::plain(*number);
+    }
+    case dtDecimal:
+        return GridNumber::decimal(mTxtInput->text());
+    default:
+        return mTxtInput->text();
+    }
+}
+
+void PowGrid::commit(PowGridItem *item, int column, int type)
+{
+    std::optional<QString> text;
+    if (type == dtCombo || type == dtItemCombo) {
+        const auto list = comboListOf(item, column);
+        if (list && mCmbInput->currentIndex() >= 0)
+            text = list->ItemKey(mCmbInput->currentIndex());
+    } else {
+        text = committedText(type);
+    }
+    if (text && *text != item->CellText(column))
+        item->setCellText(column, *text);
+    emit ItemChanged(item, column);
+}
+
+// ---- title lines ----------------------------------------------------------
+
+QList<int> PowGrid::rowsUnderTitle(int row) const
+{
+    QList<int> rows;
+    for (int r = row + 1; r <= mItems->Count() && !mItems->Item(r)->TitleLine; ++r)
+        rows << r;
+    return rows;
+}
+
+// Each row under the line flips its own Visible flag; the first one says
+// whether this is a collapse or an expand. A group whose rows were mixed stays
+// mixed, each row inverted: that is how title lines behave.
+void PowGrid::toggleTitle(int row)
+{
+    const QList<int> under = rowsUnderTitle(row);
+    if (under.isEmpty())
+        return;
+    const bool collapse = mItems->Item(under.first())->Visible;
+    for (int r : under) {
+        PowGridItem *item = mItems->Item(r);
+        item->Visible = !item->Visible;
+    }
+    if (collapse)
+        emit BeforeCollapse();
+    else
+        emit BeforeExpand();
+    RedrawGrid();
+    if (collapse)
+        emit AfterCollapse();
+    else
+        emit AfterExpand();
+}
+
+// ---- model events ---------------------------------------------------------
+
+void PowGrid::modelChanged()
+{
+    if (mAutoRefresh)
+        RedrawGrid();
+}
+
+// Rows went away: an edit or a pressed button on a row that may be gone ends
+// without committing, and a selection past the end is dropped.
+void PowGrid::modelRemoved()
+{
+    mCancel = true;
+    HideInputs();
+    mButtonRow = 0;
+    mButtonColumn = -1;
+    if (mSelRow > mItems->Count())
+        mSelRow = 0;
+    if (mAutoRefresh)
+        RedrawGrid();
+}

@@ -1,0 +1,380 @@
+#pragma once
+
+#include "GridDataType.h"
+#include "clsHeaders.h"
+#include "clsPowGridItems.h"
+
+#include <QFont>
+#include <QList>
+#include <QPixmap>
+#include <QPrinter>
+#include <QSettings>
+#include <QVariantMap>
+#include <QWidget>
+
+#include <optional>
+
+class QScrollBar;
+class QSpinBox;
+class GridComboEditor;
+class GridDateEditor;
+class GridTextEditor;
+
+// The program's own table: columns (Headers) and rows (Items) whose cells are
+// drawn by data type and edited in place by an editor laid over the cell. Rows
+// may be grouped under title lines that expand and collapse.
+//
+// Colours are 0x00BBGGRR values or system colour indexes (see OleColor);
+// HeaderHeight, CellHeight, CellHeightMargin, HScrollIncrement and the columns'
+// widths are in twips.
+//
+// A cell's data type is the row's own DataType when the row has one (not dtNone),
+// else the column's ColumnDataType: a row that needs a drop-down among text rows
+// says so itself.
+//
+// Column numbers in the events and in PowGridItem::CellText are 0-based: the
+// column of Headers().Item(n) is n - 1.
+class PowGrid : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(uint HeadlineColor READ HeadlineColor WRITE setHeadlineColor)
+    Q_PROPERTY(uint ShadowColor READ ShadowColor WRITE setShadowColor)
+    Q_PROPERTY(uint TextColor READ TextColor WRITE setTextColor)
+    Q_PROPERTY(int SelRow READ SelRow WRITE setSelRow)
+    Q_PROPERTY(QFont Font READ Font WRITE setFont)
+    Q_PROPERTY(QFont HeaderFont READ HeaderFont WRITE setHeaderFont)
+    Q_PROPERTY(int HeaderHeight READ HeaderHeight WRITE setHeaderHeight)
+    Q_PROPERTY(int CellHeight READ CellHeight WRITE setCellHeight)
+    Q_PROPERTY(bool AllowEdit READ AllowEdit WRITE setAllowEdit)
+    Q_PROPERTY(uint ColorUneditable READ ColorUneditable WRITE setColorUneditable)
+    Q_PROPERTY(uint ColorEditable READ ColorEditable WRITE setColorEditable)
+    Q_PROPERTY(uint ColorSelectedRow READ ColorSelectedRow WRITE setColorSelectedRow)
+    Q_PROPERTY(bool ShowSelectedRow READ ShowSelectedRow WRITE setShowSelectedRow)
+    Q_PROPERTY(uint ColorSelectedText READ ColorSelectedText WRITE setColorSelectedText)
+    Q_PROPERTY(uint ColorLightShadow READ ColorLightShadow WRITE setColorLightShadow)
+    Q_PROPERTY(uint ColorDarkShadow READ ColorDarkShadow WRITE setColorDarkShadow)
+    Q_PROPERTY(uint ColorUnused READ ColorUnused WRITE setColorUnused)
+    Q_PROPERTY(uint ColorGrid READ ColorGrid WRITE setColorGrid)
+    Q_PROPERTY(QList<QPixmap> ImageList READ ImageList WRITE setImageList)
+    Q_PROPERTY(int HScrollIncrement READ HScrollIncrement WRITE setHScrollIncrement)
+    Q_PROPERTY(bool AutoRefresh READ AutoRefresh WRITE setAutoRefresh)
+    Q_PROPERTY(int CellHeightMargin READ CellHeightMargin WRITE setCellHeightMargin)
+    Q_PROPERTY(uint ColorHeadlineShadow READ ColorHeadlineShadow WRITE setColorHeadlineShadow)
+    Q_PROPERTY(bool ShowVerticalBar READ ShowVerticalBar WRITE setShowVerticalBar)
+    Q_PROPERTY(int CellLines READ CellLines WRITE setCellLines)
+    Q_PROPERTY(int BorderStyle READ BorderStyle WRITE setBorderStyle)
+    Q_PROPERTY(uint ColorHeadlineText READ ColorHeadlineText WRITE setColorHeadlineText)
+    Q_PROPERTY(uint ColorUneditableAlternate READ ColorUneditableAlternate WRITE setColorUneditableAlternate)
+    Q_PROPERTY(bool AlternateColors READ AlternateColors WRITE setAlternateColors)
+    Q_PROPERTY(bool UseTouchScreen READ UseTouchScreen WRITE setUseTouchScreen)
+    Q_PROPERTY(QList<QPixmap> ImageListHeader READ ImageListHeader WRITE setImageListHeader)
+    Q_PROPERTY(QFont ButtonFont READ ButtonFont WRITE setButtonFont)
+    Q_PROPERTY(int ButtonRoundSize READ ButtonRoundSize WRITE setButtonRoundSize)
+    Q_PROPERTY(uint ButtonColor READ ButtonColor WRITE setButtonColor)
+    Q_PROPERTY(uint ButtonBorderColor READ ButtonBorderColor WRITE setButtonBorderColor)
+    Q_PROPERTY(uint ButtonClickColor READ ButtonClickColor WRITE setButtonClickColor)
+    Q_PROPERTY(uint ColorProgressBar READ ColorProgressBar WRITE setColorProgressBar)
+    Q_PROPERTY(uint ColorEmptyProgressBar READ ColorEmptyProgressBar WRITE setColorEmptyProgressBar)
+    Q_PROPERTY(QFont TitleFont READ TitleFont WRITE setTitleFont)
+    Q_PROPERTY(uint ColorTitleBackground READ ColorTitleBackground WRITE setColorTitleBackground)
+    Q_PROPERTY(uint ColorTitleText READ ColorTitleText WRITE setColorTitleText)
+    Q_PROPERTY(bool AllowExpandCollapse READ AllowExpandCollapse WRITE setAllowExpandCollapse)
+
+public:
+    explicit PowGrid(QWidget *parent = nullptr);
+    ~PowGrid() override;
+
+    quint32 HeadlineColor() const { return mHeadlineColor; }
+    void setHeadlineColor(quint32 New_HeadlineColor);
+    quint32 ShadowColor() const { return mShadowColor; }
+    void setShadowColor(quint32 New_ShadowColor);
+    quint32 TextColor() const { return mTextColor; }
+    void setTextColor(quint32 New_TextColor);
+    int SelRow() const { return mSelRow; }
+    void setSelRow(int New_SelRow);
+    QFont Font() const { return mFont; }
+    void setFont(const QFont &New_Font);
+    QFont HeaderFont() const { return mHeaderFont; }
+    void setHeaderFont(const QFont &New_HeaderFont);
+    int HeaderHeight() const { return mHeaderHeight; }
+    void setHeaderHeight(int New_HeaderHeight);
+    int CellHeight() const { return mCellHeight; }
+    void setCellHeight(int New_CellHeight);
+    bool AllowEdit() const { return mAllowEdit; }
+    void setAllowEdit(bool New_AllowEdit);
+    quint32 ColorUneditable() const { return mColorUneditable; }
+    void setColorUneditable(quint32 New_ColorUneditable);
+    quint32 ColorEditable() const { return mColorEditable; }
+    void setColorEditable(quint32 New_ColorEditable);
+    quint32 ColorSelectedRow() const { return mColorSelectedRow; }
+    void setColorSelectedRow(quint32 New_ColorSelectedRow);
+    bool ShowSelectedRow() const { return mShowSelectedRow; }
+    void setShowSelectedRow(bool New_ShowSelectedRow);
+    quint32 ColorSelectedText() const { return mColorSelectedText; }
+    void setColorSelectedText(quint32 New_ColorSelectedText);
+    quint32 ColorLightShadow() const { return mColorLightShadow; }
+    void setColorLightShadow(quint32 New_ColorLightShadow);
+    quint32 ColorDarkShadow() const { return mColorDarkShadow; }
+    void setColorDarkShadow(quint32 New_ColorDarkShadow);
+    quint32 ColorUnused() const { return mColorUnused; }
+    void setColorUnused(quint32 New_ColorUnused);
+    quint32 ColorGrid() const { return mColorGrid; }
+    void setColorGrid(quint32 New_ColorGrid);
+    QList<QPixmap> ImageList() const { return mImageList; }
+    void setImageList(const QList<QPixmap> &New_ImageList);
+    int HScrollIncrement() const { return mHScrollIncrement; }
+    void setHScrollIncrement(int New_HScrollIncrement);
+    bool AutoRefresh() const { return mAutoRefresh; }
+    void setAutoRefresh(bool New_AutoRefresh);
+    int CellHeightMargin() const { return mCellHeightMargin; }
+    void setCellHeightMargin(int New_CellHeightMargin);
+    quint32 ColorHeadlineShadow() const { return mColorHeadlineShadow; }
+    void setColorHeadlineShadow(quint32 New_ColorHeadlineShadow);
+    bool ShowVerticalBar() const { return mShowVerticalBar; }
+    void setShowVerticalBar(bool New_ShowVerticalBar);
+    int CellLines() const { return mCellLines; }
+    void setCellLines(int New_CellLines);
+    int BorderStyle() const { return mBorderStyle; }
+    void setBorderStyle(int New_BorderStyle);
+    quint32 ColorHeadlineText() const { return mColorHeadlineText; }
+    void setColorHeadlineText(quint32 New_ColorHeadlineText);
+    quint32 ColorUneditableAlternate() const { return mColorUneditableAlternate; }
+    void setColorUneditableAlternate(quint32 New_ColorUneditableAlternate);
+    bool AlternateColors() const { return mAlternateColors; }
+    void setAlternateColors(bool New_AlternateColors);
+    bool UseTouchScreen() const { return mUseTouchScreen; }
+    void setUseTouchScreen(bool New_UseTouchScreen);
+    QList<QPixmap> ImageListHeader() const { return mImageListHeader; }
+    void setImageListHeader(const QList<QPixmap> &New_ImageListHeader);
+    QFont ButtonFont() const { return mButtonFont; }
+    void setButtonFont(const QFont &New_ButtonFont);
+    int ButtonRoundSize() const { return mButtonRoundSize; }
+    void setButtonRoundSize(int New_ButtonRoundSize);
+    quint32 ButtonColor() const { return mButtonColor; }
+    void setButtonColor(quint32 New_ButtonColor);
+    quint32 ButtonBorderColor() const { return mButtonBorderColor; }
+    void setButtonBorderColor(quint32 New_ButtonBorderColor);
+    quint32 ButtonClickColor() const { return mButtonClickColor; }
+    void setButtonClickColor(quint32 New_ButtonClickColor);
+    quint32 ColorProgressBar() const { return mColorProgressBar; }
+    void setColorProgressBar(quint32 New_ColorProgressBar);
+    quint32 ColorEmptyProgressBar() const { return mColorEmptyProgressBar; }
+    void setColorEmptyProgressBar(quint32 New_ColorEmptyProgressBar);
+    QFont TitleFont() const { return mTitleFont; }
+    void setTitleFont(const QFont &New_TitleFont);
+    quint32 ColorTitleBackground() const { return mColorTitleBackground; }
+    void setColorTitleBackground(quint32 New_ColorTitleBackground);
+    quint32 ColorTitleText() const { return mColorTitleText; }
+    void setColorTitleText(quint32 New_ColorTitleText);
+    bool AllowExpandCollapse() const { return mAllowExpandCollapse; }
+    void setAllowExpandCollapse(bool New_AllowExpandCollapse);
+
+    // A new control's look: every design-time property at its default, the
+    // fonts taken from the host (the parent's font, else the application's).
+    void InitProperties();
+    // Reads the saved look; a name that is missing keeps its default.
+    void ReadProperties(const QVariantMap &bag);
+    void WriteProperties(QVariantMap &bag) const;
+    void ReadProperties(QSettings &settings);
+    void WriteProperties(QSettings &settings) const;
+
+    clsHeaders *Headers() const { return mHeaders; }
+    clsPowGridItems *Items() const { return mItems; }
+
+    // Ends any edit in progress (committing it unless it was cancelled) and
+    // hides every editor.
+    void HideInputs();
+    void RefreshCells();
+    // Recomputes the layout and the scroll bars, then repaints everything.
+    void RedrawGrid();
+    void Refresh();
+    PowGridItem *SelectedItem() const;
+    // The 1-based position, among the visible rows, of the row at the top.
+    int FirstVisible() const { return mFirstVisible; }
+    void setFirstVisible(int New_FirstVisible);
+    // How many whole rows fit below the header.
+    int VisibleCells() const;
+    // The inner size in twips.
+    int ScaleWidth() const;
+    int ScaleHeight() const;
+    WId hWnd() { return winId(); }
+    // Sets each visible column's width to fit its caption and the texts of the
+    // visible rows.
+    void AutoSizeHeaders();
+    // As AutoSizeHeaders, counting the rows hidden under title lines too.
+    void AutoSizeHeadersFull();
+    // As AutoSizeHeadersFull, measured with the printer's fonts, then narrowed
+    // to the printer's page width when the columns would not fit on it.
+    void AutoSizeHeadersForPrint(QPrinter &printer);
+    // Prints the header and the visible rows (title lines included) to the
+    // printer, page after page, the header again on every page.
+    void PrintGrid(QPrinter &printer);
+    // A mouse-wheel movement passed on by the host, in eighths of a degree as
+    // wheel events give it (one notch is 120): each notch scrolls
+    // WheelRowsPerNotch rows, a positive movement towards the top.
+    void MouseWheel(int Delta);
+    // Collapses every title line: every row under a title line is hidden.
+    void CollapseAll();
+
+    static constexpr int WheelRowsPerNotch = 3;
+
+    // How a cell is shown and edited: the row's DataType when it has one,
+    // else its column's.
+    int CellDataType(const PowGridItem *item, int column) const;
+    // The text a cell shows (for check, button and progress cells the text that
+    // goes with the drawing).
+    QString DisplayText(const PowGridItem *item, int column) const;
+    // Whether a check cell's text means "checked": "True" in any case or a
+    // number other than 0.
+    static bool isChecked(const QString &text);
+
+    // The place of a cell on the screen, empty when it is not shown; `row` is
+    // the row's 1-based position in Items, `column` 0-based.
+    QRect cellRect(int row, int column) const;
+    // The expand/collapse box of a title line; empty when it is not shown.
+    QRect titleBoxRect(int row) const;
+    int rowHeight() const;
+    int headerHeight() const;
+    // The row (1-based position in Items) and the column at a point; 0 and -1
+    // when there is none.
+    int rowAt(QPoint point) const;
+    int columnAt(QPoint point) const;
+    // The left edge of a column (0-based), in pixels of the scrolled content.
+    int columnLeft(int column) const;
+    int columnWidthPixels(int column) const;
+
+    // The editors, for those who drive the grid from outside (tests, hosts).
+    GridTextEditor *txtInput() const { return mTxtInput; }
+    GridComboEditor *cmbInput() const { return mCmbInput; }
+    GridDateEditor *dtpInput() const { return mDtpInput; }
+    QSpinBox *updInput() const { return mUpdInput; }
+    QScrollBar *verticalBar() const { return mVBar; }
+    QScrollBar *horizontalBar() const { return mHBar; }
+    // The row and column being edited (0 and -1 when none).
+    int editRow() const { return mEditRow; }
+    int editColumn() const { return mEditColumn; }
+
+    // Whether the button cell at row/column is drawn pressed.
+    bool isButtonDown(int row, int column) const
+    {
+        return mButtonRow == row && mButtonColumn == column && row > 0;
+    }
+
+signals:
+    // An edit was committed (whether or not the value changed), or a button
+    // cell was clicked (with the button's column).
+    void ItemChanged(PowGridItem *Item, int Column);
+    // A cell was selected with the mouse: the row and the column's header.
+    void ItemSelected(PowGridItem *Item, Header *Column);
+    // A click on an editable cell, before its editor is shown.
+    void BeforeEdit(PowGridItem *Item, Header *ColumnHeader, int Column);
+    // The cell's editor has been shown.
+    void BeginEdit(PowGridItem *Item, Header *ColumnHeader, int Column);
+    void BeforeExpand();
+    void BeforeCollapse();
+    void AfterExpand();
+    void AfterCollapse();
+    // The vertical scroll bar moved.
+    void ScrollGrid();
+    void Resize();
+    // A key was typed in the grid; the receiver may change the key (0 drops it).
+    void KeyPress(short &KeyAscii);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    QFont ambientFont() const;
+    QRect innerRect() const;
+    QRect clientRect() const;
+    int contentWidth() const;
+    int horizontalOffset() const;
+    int maxFirstVisible() const;
+    int rowPositionOfVisible(int visible) const;
+    int visiblePositionOf(int row) const;
+    int rowTop(int row) const;
+    void updateScrollBars();
+    void clickData(int row, int column);
+    void beginEdit(int row, int column);
+    void showTextEditor(PowGridItem *item, int column, int type, const QRect &cell);
+    void showDateEditor(PowGridItem *item, int column, int type, const QRect &cell);
+    void showComboEditor(PowGridItem *item, int column, const QRect &cell);
+    std::shared_ptr<clsComboList> comboListOf(const PowGridItem *item, int column) const;
+    void commit(PowGridItem *item, int column, int type);
+    std::optional<QString> committedText(int type) const;
+    void cancelEdit();
+    void toggleCheck(PowGridItem *item, int column);
+    void toggleTitle(int row);
+    QList<int> rowsUnderTitle(int row) const;
+    void autoSize(bool hiddenRowsToo, const QPaintDevice *device);
+    void modelRemoved();
+    void modelChanged();
+
+    quint32 mHeadlineColor = 0x8000000Fu;
+    quint32 mShadowColor = 0x80000010u;
+    quint32 mTextColor = 0x80000012u;
+    int mSelRow = 0;
+    QFont mFont;
+    QFont mHeaderFont;
+    int mHeaderHeight = 0;
+    int mCellHeight = 0;
+    bool mAllowEdit = true;
+    quint32 mColorUneditable = 0xFFFFFFu;
+    quint32 mColorEditable = 0xFFFFFFu;
+    quint32 mColorSelectedRow = 0x8000000Du;
+    bool mShowSelectedRow = false;
+    quint32 mColorSelectedText = 0x8000000Eu;
+    quint32 mColorLightShadow = 0x80000010u;
+    quint32 mColorDarkShadow = 0x80000015u;
+    quint32 mColorUnused = 0xC8C8C8u;
+    quint32 mColorGrid = 0x80000010u;
+    QList<QPixmap> mImageList;
+    int mHScrollIncrement = 750;
+    bool mAutoRefresh = true;
+    int mCellHeightMargin = 120;
+    quint32 mColorHeadlineShadow = 0xC8C8C8u;
+    bool mShowVerticalBar = true;
+    int mCellLines = 1;
+    int mBorderStyle = 1;
+    quint32 mColorHeadlineText = 0x80000012u;
+    quint32 mColorUneditableAlternate = 0xFFFFFFu;
+    bool mAlternateColors = false;
+    bool mUseTouchScreen = false;
+    QList<QPixmap> mImageListHeader;
+    QFont mButtonFont;
+    int mButtonRoundSize = 20;
+    quint32 mButtonColor = 0xC8C8C8u;
+    quint32 mButtonBorderColor = 0x505050u;
+    quint32 mButtonClickColor = 0x00FFFFu;
+    quint32 mColorProgressBar = 0xFF0000u;
+    quint32 mColorEmptyProgressBar = 0xFFFFFFu;
+    QFont mTitleFont;
+    quint32 mColorTitleBackground = 0xFFFFFFu;
+    quint32 mColorTitleText = 0u;
+    bool mAllowExpandCollapse = true;
+
+    clsHeaders *mHeaders;
+    clsPowGridItems *mItems;
+    GridTextEditor *mTxtInput;
+    GridComboEditor *mCmbInput;
+    GridDateEditor *mDtpInput;
+    QSpinBox *mUpdInput;
+    QScrollBar *mVBar;
+    QScrollBar *mHBar;
+
+    int mFirstVisible = 1;
+    int mEditRow = 0;
+    int mEditColumn = -1;
+    int mEditType = dtNone;
+    bool mCancel = false;
+    int mButtonRow = 0;
+    int mButtonColumn = -1;
+    int mWheelRemainder = 0;
+    bool mInitialising = true;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Dialogs.h"
+
+#include <QPointer>
+#include <QWidget>
+
+// The real dialogs of the toolkit, each modal over `parent`.
+class QtDialogs : public Dialogs
+{
+public:
+    explicit QtDialogs(QWidget *parent = nullptr) : mParent(parent) { }
+
+    QString askText(const QString &title, const QString &prompt,
+                    const QString &defaultText = QString()) override;
+    Button message(const QString &title, const QString &text, Icon icon = Icon::Information,
+                   Buttons buttons = Buttons::Ok) override;
+    QString openFileName(const QString &title, const QString &directory,
+                         const QString &filter) override;
+    QString saveFileName(const QString &title, const QString &directory,
+                         const QString &filter) override;
+    QString folder(const QString &title, const QString &start) override;
+    std::optional<QColor> color(const QColor &initial) override;
+    bool print(PrintRequest &request) override;
+
+private:
+    QPointer<QWidget> mParent;
+};

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "Dialogs.h"
+
+#include <QList>
+#include <QQueue>
+
+// Dialogs for tests: every question is recorded, and answered from queues filled
+// beforehand. An empty queue answers as a user who cancels (empty text, Cancel or
+// the last button, no colour, no printing).
+class ScriptedDialogs : public Dialogs
+{
+public:
+    // One question the program asked.
+    struct Asked
+    {
+        QString kind;   // "text", "message", "open", "save", "folder", "color", "print"
+        QString title;
+        QString text;   // prompt or message text
+        QString value;  // default text, initial directory or folder, initial colour name
+        QString filter; // file filter as given
+        Icon icon = Icon::None;
+        Buttons buttons = Buttons::Ok;
+        int Min = 0, Max = 0, FromPage = 0, ToPage = 0; // print dialog
+    };
+
+    // The answer to a print dialog; applied to the request's printer when accepted.
+    struct PrintAnswer
+    {
+        bool accepted = true;
+        int FromPage = 1;
+        int ToPage = 1;
+        QString printerName; // empty: keep the printer's device
+        QPageLayout::Orientation orientation = QPageLayout::Portrait;
+        QPrinter::DuplexMode duplex = QPrinter::DuplexNone;
+    };
+
+    void answerText(const QString &text) { mTexts.enqueue(text); }
+    void answerButton(Button button) { mButtons.enqueue(button); }
+    // For the open, save and folder dialogs alike.
+    void answerPath(const QString &path) { mPaths.enqueue(path); }
+    void answerColor(std::optional<QColor> color) { mColors.enqueue(color); }
+    void answerPrint(const PrintAnswer &answer) { mPrints.enqueue(answer); }
+
+    const QList<Asked> &asked() const { return mAsked; }
+    // Answers queued but not used yet.
+    int unanswered() const;
+
+    QString askText(const QString &title, const QString &prompt,
+                    const QString &defaultText = QString()) override;
+    Button message(const QString &title, const QString &text, Icon icon = Icon::Information,
+                   Buttons buttons = Buttons::Ok) override;
+    QString openFileName(const QString &title, const QString &directory,
+                         const QString &filter) override;
+    QString saveFileName(const QString &title, const QString &directory,
+                         const QString &filter) override;
+    QString folder(const QString &title, const QString &start) override;
+    std::optional<QColor> color(const QColor &initial) override;
+    bool print(PrintRequest &request) override;
+
+private:
+    QString nextPath();
+
+    QQueue<QString> mTexts;
+    QQueue<Button> mButtons;
+    QQueue<QString> mPaths;
+    QQueue<std::optional<QColor>> mColors;
+    QQueue<PrintAnswer> mPrints;
+    QList<Asked> mAsked;
+};
