@@ -1,0 +1,92 @@
+#include "SkinLoader.h"
+
+#include "UiFileReader.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+
+bool isTemplateFileName(const QString &name)
+{
+    // Names are compared in ASCII lower case, as a Windows wildcard would match.
+    const QByteArray lower = name.toLatin1().toLower();
+    return lower.startsWith("templates") && lower.endsWith(".ui");
+}
+
+QString absolutePath(const QString &path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+} // namespace
+
+namespace SkinLoader {
+
+QString skinFormatFromFileName(const QString &path)
+{
+    // The extension is only the part after the last dot.
+    const QString name = QFileInfo(path).fileName();
+    const int dot = name.lastIndexOf(QLatin1Char('.'));
+    const QString stem = dot >= 0 ? name.left(dot) : name;
+    if (stem.size() < 7)
+        return {};
+    const QString tail = stem.right(7);
+    for (int i = 0; i < 7; ++i) {
+        const bool ok = i == 3 ? tail.at(i) == QLatin1Char('_') : isDigit(tail.at(i));
+        if (!ok)
+            return {};
+    }
+    return tail;
+}
+
+QStringList templateFilesBeside(const QString &path)
+{
+    const QString self = absolutePath(path);
+    const QDir folder = QFileInfo(self).absoluteDir();
+    const QStringList names = folder.entryList(QDir::Files, QDir::Name | QDir::IgnoreCase);
+    QStringList files;
+    for (const QString &name : names) {
+        if (!isTemplateFileName(name))
+            continue;
+        const QString file = absolutePath(folder.filePath(name));
+        if (file != self)
+            files << file;
+    }
+    return files;
+}
+
+QString mainSchemeFor(const QString &path)
+{
+    const QString folder = QFileInfo(absolutePath(path)).absolutePath();
+    const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
+    return QFileInfo(scheme).isFile() ? scheme : QString();
+}
+
+OpenedSkin openSkinFile(clsKorviInterface &document, const QString &path)
+{
+    OpenedSkin opened;
+    opened.skinFormat = skinFormatFromFileName(path);
+    for (const QString &file : templateFilesBeside(path)) {
+        // A file that vanished since the listing is passed over.
+        if (!QFileInfo(file).isFile())
+            continue;
+        ReadUiFile(document, file, true);
+        opened.filesRead << file;
+    }
+    const QString scheme = mainSchemeFor(path);
+    if (!scheme.isEmpty()) {
+        ReadUiFile(document, scheme, true);
+        opened.filesRead << scheme;
+    }
+    ReadUiFile(document, path, false);
+    opened.filesRead << absolutePath(path);
+    return opened;
+}
+
+} // namespace SkinLoader

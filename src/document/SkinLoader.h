@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class clsKorviInterface;
+
+// Reading a skin file the way the editor's Open command does: the skin's shared
+// template files first, marked as imported, then the file itself. Used by the
+// editor and by the command-line tool.
+namespace SkinLoader {
+
+// What opening a skin file read.
+struct OpenedSkin
+{
+    // "###_###" taken from the end of the file's name, or empty when it has none
+    // (the caller then keeps the format it had).
+    QString skinFormat;
+    // Every file read, in reading order, the opened file last.
+    QStringList filesRead;
+};
+
+// The last seven characters of the file's name (no folder, no extension) when
+// they are three digits, "_" and three digits; empty otherwise.
+QString skinFormatFromFileName(const QString &path);
+
+// The "templates*.ui" files beside `path` (ASCII case ignored), in name order
+// with case ignored, without `path` itself.
+QStringList templateFilesBeside(const QString &path);
+
+// The shared scheme of the skin: "main_scheme.ui" in the parent of the file's
+// folder, when it exists; empty otherwise.
+QString mainSchemeFor(const QString &path);
+
+// Reads the template files and the shared scheme (imported), then the file
+// (not imported), into the document, adding to what is there. Reading errors
+// propagate (SkinReadError); what was read before the error stays.
+OpenedSkin openSkinFile(clsKorviInterface &document, const QString &path);
+
+} // namespace SkinLoader
