@@ -1,0 +1,110 @@
+#include "SkinLoader.h"
+#include "SkinReadError.h"
+#include "clsKorviInterface.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
+} // namespace
+
+class TestSkinLoader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void skinFormatFromTheEndOfTheFileName_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("format");
+        QTest::newRow("skin_800_480.ui") << "/x/skin_800_480.ui" << "800_480";
+        QTest::newRow("main.ui") << "/x/main.ui" << "";
+        QTest::newRow("only the format") << "800_480.ui" << "800_480";
+        QTest::newRow("letters in place of digits") << "/x/main_8a0_480.ui" << "";
+        QTest::newRow("dot inside the name") << "/x/a.b_320_240.ui" << "320_240";
+        QTest::newRow("format in the folder only") << "/x/800_480/main.ui" << "";
+        QTest::newRow("no extension") << "/x/main_480_272" << "480_272";
+    }
+    void skinFormatFromTheEndOfTheFileName()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, format);
+        QCOMPARE(SkinLoader::skinFormatFromFileName(path), format);
+    }
+
+    void templatesAndSchemeAreReadImportedBeforeTheFile()
+    {
+        QTemporaryDir dir;
+        const QString ui = dir.path() + "/800_480/ui";
+        writeFile(ui + "/templates_b.ui", "<TEMPLATE tb fontsize=2>\n");
+        writeFile(ui + "/Templates_A.ui", "<TEMPLATE ta fontsize=1>\n");
+        writeFile(ui + "/templatesC.UI", "<TEMPLATE tc fontsize=3>\n");
+        writeFile(ui + "/other.ui", "<TEMPLATE other>\n");
+        writeFile(ui + "/my_templates.ui", "<TEMPLATE mine>\n");
+        writeFile(dir.path() + "/800_480/main_scheme.ui", "<FONTTYPE scheme font=Arial>\n<TEMPLATE ta fontsize=9>\n");
+        writeFile(ui + "/main_800_480.ui", "<TEMPLATE own>\n<LAYER ui_Main>\n</LAYER>\n");
+
+        clsKorviInterface doc;
+        const SkinLoader::OpenedSkin opened = SkinLoader::openSkinFile(doc, ui + "/main_800_480.ui");
+        QCOMPARE(opened.skinFormat, QStringLiteral("800_480"));
+        QStringList names;
+        for (const QString &f : opened.filesRead)
+            names << QFileInfo(f).fileName();
+        // Name order with case ignored; the scheme next; the file itself last.
+        QCOMPARE(names, QStringList({ "Templates_A.ui", "templates_b.ui", "templatesC.UI", "main_scheme.ui",
+                                      "main_800_480.ui" }));
+        QStringList templates;
+        for (const clsElement *t : doc.Templates())
+            templates << QString::fromLatin1(t->ElementKey() + (t->IsImported ? "+" : "-"));
+        QCOMPARE(templates, QStringList({ "ta+", "tb+", "tc+", "ta[0]+", "own-" }));
+        QVERIFY(doc.Fonts().Find("scheme")->IsImported);
+        QVERIFY(doc.Layers().Find("ui_Main"));
+        QVERIFY(!doc.Templates().Find("other"));
+        QVERIFY(!doc.Templates().Find("mine"));
+    }
+
+    void theOpenedTemplatesFileIsNotReadTwice()
+    {
+        QTemporaryDir dir;
+        writeFile(dir.path() + "/ui/templates_a.ui", "<TEMPLATE a>\n");
+        writeFile(dir.path() + "/ui/templates_b.ui", "<TEMPLATE b>\n");
+        clsKorviInterface doc;
+        const SkinLoader::OpenedSkin opened = SkinLoader::openSkinFile(doc, dir.path() + "/ui/templates_b.ui");
+        QCOMPARE(opened.filesRead.size(), 2);
+        QCOMPARE(doc.Templates().Count(), 2);
+        QVERIFY(doc.Templates().Find("a")->IsImported);
+        QVERIFY(!doc.Templates().Find("b")->IsImported);
+        QCOMPARE(opened.skinFormat, QString());
+    }
+
+    void aMissingSchemeIsPassedOverSilently()
+    {
+        QTemporaryDir dir;
+        writeFile(dir.path() + "/ui/main.ui", "<LAYER L>\n</LAYER>\n");
+        QCOMPARE(SkinLoader::mainSchemeFor(dir.path() + "/ui/main.ui"), QString());
+        clsKorviInterface doc;
+        QCOMPARE(SkinLoader::openSkinFile(doc, dir.path() + "/ui/main.ui").filesRead.size(), 1);
+    }
+
+    void aFileThatCannotBeReadRaisesAnError()
+    {
+        QTemporaryDir dir;
+        writeFile(dir.path() + "/ui/templates_a.ui", "<TEMPLATE a>\n");
+        clsKorviInterface doc;
+        QVERIFY_THROWS_EXCEPTION(SkinReadError, SkinLoader::openSkinFile(doc, dir.path() + "/ui/absent.ui"));
+        // What was read before the error stays.
+        QVERIFY(doc.Templates().Find("a"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSkinLoader)
+#include "tst_skinloader.moc"
