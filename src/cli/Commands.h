@@ -6,3 +6,7 @@
 // process exit code: 0 success, 1 failure of the work, 2 a usage error.
 int runDump(const QStringList &args);
 int runFormat(const QStringList &args);
+int runLocate(const QStringList &args);
+int runRl2Png(const QStringList &args);
+int runPng2Rl(const QStringList &args);
+int runImageInfo(const QStringList &args);

@@ -16,6 +16,10 @@ struct Subcommand
 const Subcommand kSubcommands[] = {
     { "dump", runDump, "dump [-i IMPORTED.ui]... FILE.ui            print the document read as JSON" },
     { "format", runFormat, "format [-i IMPORTED.ui]... FILE.ui OUT.ui  write the document back (with a backup)" },
+    { "locate", runLocate, "locate [--ui UIFILE] [--skin-dir D] [--format R] REF  find a picture as the editor does" },
+    { "rl2png", runRl2Png, "rl2png IN OUT.png                          decode a skin picture to PNG (magenta transparent)" },
+    { "png2rl", runPng2Rl, "png2rl IN.png OUT.bmp [--wide-palette]     encode a picture as an RL skin picture" },
+    { "image-info", runImageInfo, "image-info FILE                            kind, size and RL layout of a picture" },
 };
 
 int printHelp()
