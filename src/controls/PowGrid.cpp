@@ -66,7 +66,10 @@ PowGrid::PowGrid(QWidget *parent)
     , mVBar(new QScrollBar(Qt::Vertical, this))
     , mHBar(new QScrollBar(Qt::Horizontal, this))
 {
-    setFocusPolicy(Qt::StrongFocus);
+    // The grid takes the focus itself when a cell is clicked. It does not take
+    // it from a click on the up-down beside the text editor, which would end
+    // the edit.
+    setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     mUpdInput->setObjectName(QStringLiteral("updInput"));
     // The up-down goes with the text editor and never takes the focus from it.
