@@ -10,3 +10,4 @@ int runLocate(const QStringList &args);
 int runRl2Png(const QStringList &args);
 int runPng2Rl(const QStringList &args);
 int runImageInfo(const QStringList &args);
+int runRender(const QStringList &args);

@@ -2,6 +2,8 @@
 #include "Commands.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
+#include <memory>
 
 namespace {
 
@@ -20,7 +22,20 @@ const Subcommand kSubcommands[] = {
     { "rl2png", runRl2Png, "rl2png IN OUT.png                          decode a skin picture to PNG (magenta transparent)" },
     { "png2rl", runPng2Rl, "png2rl IN.png OUT.bmp [--wide-palette]     encode a picture as an RL skin picture" },
     { "image-info", runImageInfo, "image-info FILE                            kind, size and RL layout of a picture" },
+    { "render", runRender, "render FILE.ui (--layer NAME | --all-layers) -o OUT [...]  draw layers to PNG pictures" },
 };
+
+// Drawing texts needs the platform's fonts, so "render" runs as a GUI
+// application; it stays headless unless a platform is chosen.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
+{
+    if (argc > 1 && qstrcmp(argv[1], "render") == 0) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        return std::make_unique<QGuiApplication>(argc, argv);
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
 
 int printHelp()
 {
@@ -35,7 +50,7 @@ int printHelp()
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QStringList args = QCoreApplication::arguments().mid(1);
     if (args.isEmpty())
         return CommandLine::usageError(QStringLiteral("no subcommand given"));

@@ -1,0 +1,330 @@
+#include "CommandLine.h"
+#include "Commands.h"
+
+#include "LayerRenderer.h"
+#include "PictureCache.h"
+#include "ResourceLookup.h"
+#include "SkinContext.h"
+#include "SkinFonts.h"
+#include "SkinLoader.h"
+#include "SkinNumber.h"
+#include "SkinReadError.h"
+#include "StringInfoSink.h"
+#include "UiFileReader.h"
+#include "clsKorviInterface.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+
+// korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R]
+//              (--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH]
+//              -o OUT [--boxes BOXES.json]
+
+namespace {
+
+const char kUsage[] =
+    "usage: korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R] "
+    "(--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH] -o OUT [--boxes BOXES.json]";
+
+// The canvas size when neither the options, the background nor the skin format
+// give one.
+const QSize kDefaultCanvas(800, 480);
+
+// Information lines go to stderr as they come, one line per line.
+class StderrInfoSink : public InfoSink
+{
+public:
+    void append(const QString &text) override
+    {
+        QString lines = text;
+        lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        const QByteArray bytes = lines.toLocal8Bit();
+        fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+    }
+};
+
+struct RenderOptions
+{
+    QStringList imported;
+    QString file;
+    QString skinDirectory;
+    QString format;
+    QString layer;
+    bool allLayers = false;
+    QString highlight;
+    QSize size;
+    QString output;
+    QString boxes;
+};
+
+bool parseSize(const QString &text, QSize &size)
+{
+    static const QRegularExpression pattern(QStringLiteral("^(\\d{1,5})[xX](\\d{1,5})$"));
+    const QRegularExpressionMatch m = pattern.match(text);
+    if (!m.hasMatch() || m.captured(1).toInt() < 1 || m.captured(2).toInt() < 1)
+        return false;
+    size = QSize(m.captured(1).toInt(), m.captured(2).toInt());
+    return true;
+}
+
+// Returns 0 when the options are complete, else the usage exit code after the message.
+int parseOptions(const QStringList &arguments, RenderOptions &o)
+{
+    QStringList args = arguments;
+    if (!CommandLine::takeImportedFiles(args, o.imported))
+        return 2;
+    auto valueAfter = [&args](int &i, QString &value) {
+        if (i + 1 >= args.size())
+            return false;
+        value = args.at(++i);
+        return true;
+    };
+    for (int i = 0; i < args.size(); ++i) {
+        const QString &a = args.at(i);
+        bool ok = true;
+        if (a == QLatin1String("--skin-dir"))
+            ok = valueAfter(i, o.skinDirectory);
+        else if (a == QLatin1String("--format"))
+            ok = valueAfter(i, o.format);
+        else if (a == QLatin1String("--layer"))
+            ok = valueAfter(i, o.layer);
+        else if (a == QLatin1String("--all-layers"))
+            o.allLayers = true;
+        else if (a == QLatin1String("--highlight"))
+            ok = valueAfter(i, o.highlight);
+        else if (a == QLatin1String("-o"))
+            ok = valueAfter(i, o.output);
+        else if (a == QLatin1String("--boxes"))
+            ok = valueAfter(i, o.boxes);
+        else if (a == QLatin1String("--size")) {
+            QString text;
+            ok = valueAfter(i, text);
+            if (ok && !parseSize(text, o.size))
+                return CommandLine::usageError(QStringLiteral("--size wants WIDTHxHEIGHT, not \"%1\"").arg(text));
+        } else if (a.startsWith(QLatin1Char('-')) && a.size() > 1)
+            return CommandLine::usageError(QStringLiteral("unknown option \"%1\"\n%2").arg(a, QLatin1String(kUsage)));
+        else if (o.file.isEmpty())
+            o.file = a;
+        else
+            return CommandLine::usageError(QStringLiteral("more than one skin file given\n") + QLatin1String(kUsage));
+        if (!ok)
+            return CommandLine::usageError(QStringLiteral("%1 needs a value\n%2").arg(a, QLatin1String(kUsage)));
+    }
+    if (o.file.isEmpty() || o.output.isEmpty() || o.allLayers == !o.layer.isEmpty())
+        return CommandLine::usageError(QLatin1String(kUsage));
+    return 0;
+}
+
+// The element a tree key names ("Lui_Main|EtxtTitle", "Sstate", "Ttemplate",
+// "Lui_Main|Uui_Status", a trailing "|Pkey" naming a property of it), or none.
+const clsElement *resolveNodeKey(const clsKorviInterface &doc, const QString &key)
+{
+    const clsElement *element = nullptr;
+    for (const QString &segment : key.split(QLatin1Char('|'))) {
+        if (segment.isEmpty())
+            return nullptr;
+        const QByteArray name = segment.mid(1).toLatin1();
+        switch (segment.at(0).toLatin1()) {
+        case 'T':
+            element = doc.Templates().Find(name);
+            break;
+        case 'L':
+        case 'S':
+        case 'U':
+            element = doc.Layers().Find(name);
+            break;
+        case 'E':
+            element = element ? element->SubElements().Find(name) : nullptr;
+            break;
+        case 'P':
+            break;
+        default:
+            return nullptr;
+        }
+        if (!element)
+            return nullptr;
+    }
+    return element;
+}
+
+// "800_480" gives 800 x 480 (the height from the fifth character on).
+QSize formatSize(const QString &format)
+{
+    const QByteArray text = format.toLatin1();
+    const qint64 w = SkinNumber::leadingInteger(text);
+    const qint64 h = text.size() > 4 ? SkinNumber::leadingInteger(text.mid(4)) : 0;
+    if (w < 1 || h < 1 || w > 20000 || h > 20000)
+        return {};
+    return QSize(int(w), int(h));
+}
+
+QSize canvasSize(const RenderOptions &o, const SkinContext &context, PictureCache &cache)
+{
+    if (o.size.isValid())
+        return o.size;
+    // The background is looked for again when drawing, and reported there.
+    StringInfoSink quiet;
+    const QString background = ResourceLookup(context, quiet).LocateBackground();
+    if (!background.isEmpty()) {
+        QImage buffer;
+        const QSize size = cache.LoadImageFile(background, buffer);
+        if (size.width() > 0 && size.height() > 0)
+            return size;
+    }
+    const QSize fromFormat = formatSize(context.SkinFormat);
+    return fromFormat.isValid() ? fromFormat : kDefaultCanvas;
+}
+
+bool isDrawnBlock(const clsElement *block)
+{
+    return block->ElementType() == "LAYER" || block->ElementType() == "STATE";
+}
+
+QString pictureFileName(const clsElement *block)
+{
+    QString name = QString::fromLatin1(block->ElementKey());
+    static const QRegularExpression unsafe(QStringLiteral("[^A-Za-z0-9_.\\[\\]-]"));
+    name.replace(unsafe, QStringLiteral("_"));
+    return name + QStringLiteral(".png");
+}
+
+QString htmlEscaped(const QString &text)
+{
+    return text.toHtmlEscaped();
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size()) {
+        CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(path));
+        return false;
+    }
+    return true;
+}
+
+QByteArray contactSheet(const QVector<QPair<QString, QString>> &pictures, const QString &skinFile)
+{
+    QString html = QStringLiteral(
+        "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>%1</title>\n<style>\n"
+        "body { font-family: sans-serif; background: #222; color: #eee; }\n"
+        "figure { display: inline-block; margin: 12px; vertical-align: top; }\n"
+        "img { border: 1px solid #666; max-width: 420px; }\n"
+        "</style>\n</head>\n<body>\n<h1>%1</h1>\n").arg(htmlEscaped(skinFile));
+    for (const auto &p : pictures) {
+        html += QStringLiteral("<figure><a href=\"%1\"><img src=\"%1\" alt=\"%2\"></a>"
+                               "<figcaption>%2</figcaption></figure>\n")
+                    .arg(htmlEscaped(p.first), htmlEscaped(p.second));
+    }
+    html += QStringLiteral("</body>\n</html>\n");
+    return html.toUtf8();
+}
+
+void appendBoxes(QJsonArray &boxes, const LayerRenderer &renderer, const QString &layerName)
+{
+    for (const LayerRenderer::DrawnObject &d : renderer.drawnObjects()) {
+        QJsonObject o;
+        o.insert(QStringLiteral("key"), QString::fromLatin1(renderer.nodeKeyOf(d.element)));
+        o.insert(QStringLiteral("left"), d.box.left);
+        o.insert(QStringLiteral("top"), d.box.top);
+        o.insert(QStringLiteral("width"), d.box.width);
+        o.insert(QStringLiteral("height"), d.box.height);
+        if (!layerName.isEmpty())
+            o.insert(QStringLiteral("layer"), layerName);
+        boxes.append(o);
+    }
+}
+
+// Reads the -i files (imported), then the skin file as the editor opens it.
+// Returns false after printing the error when a file cannot be read.
+bool readSkin(clsKorviInterface &doc, const RenderOptions &o, QString &format)
+{
+    try {
+        for (const QString &path : o.imported)
+            ReadUiFile(doc, path, true);
+        format = SkinLoader::openSkinFile(doc, o.file).skinFormat;
+    } catch (const SkinReadError &error) {
+        CommandLine::printErr(QStringLiteral("korvi: ") + QString::fromStdString(error.what()));
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int runRender(const QStringList &arguments)
+{
+    RenderOptions o;
+    if (const int usage = parseOptions(arguments, o))
+        return usage;
+
+    clsKorviInterface doc;
+    QString formatFromName;
+    if (!readSkin(doc, o, formatFromName))
+        return 1;
+
+    SkinContext context;
+    context.UiFilePath = QFileInfo(o.file).absoluteFilePath();
+    context.SkinDirectory = o.skinDirectory;
+    context.SkinFormat = o.format.isEmpty() ? formatFromName : o.format;
+
+    StderrInfoSink info;
+    SkinFonts fonts(&info);
+    fonts.loadSkinFonts(context);
+    ResourceLookup lookup(context, info);
+    PictureCache cache;
+    LayerRenderer renderer(doc, lookup, cache, fonts);
+
+    if (!o.highlight.isEmpty()) {
+        const clsElement *selected = resolveNodeKey(doc, o.highlight);
+        if (!selected)
+            CommandLine::printErr(QStringLiteral("korvi: %1 names no object; nothing is highlighted").arg(o.highlight));
+        renderer.setHighlighted(selected);
+    }
+
+    QVector<const clsElement *> blocks;
+    if (o.allLayers) {
+        for (const clsElement *block : doc.Layers()) {
+            if (isDrawnBlock(block))
+                blocks << block;
+        }
+    } else {
+        const clsElement *block = doc.Layers().Find(o.layer.toLatin1());
+        if (!block) {
+            CommandLine::printErr(QStringLiteral("korvi: %1 has no layer \"%2\"").arg(o.file, o.layer));
+            return 1;
+        }
+        blocks << block;
+    }
+
+    if (o.allLayers && !QDir().mkpath(o.output)) {
+        CommandLine::printErr(QStringLiteral("korvi: cannot make the folder %1").arg(o.output));
+        return 1;
+    }
+    const QSize size = canvasSize(o, context, cache);
+    QJsonArray boxes;
+    QVector<QPair<QString, QString>> sheet;
+    for (const clsElement *block : blocks) {
+        QImage canvas(size, QImage::Format_RGB32);
+        renderer.DrawLayer(block, canvas);
+        const QString name = QString::fromLatin1(block->strName());
+        const QString target = o.allLayers ? QDir(o.output).filePath(pictureFileName(block)) : o.output;
+        if (!canvas.save(target, "PNG")) {
+            CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(target));
+            return 1;
+        }
+        sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + ":" + name });
+        appendBoxes(boxes, renderer, o.allLayers ? QString::fromLatin1(block->ElementKey()) : QString());
+    }
+    if (o.allLayers && !writeFile(QDir(o.output).filePath(QStringLiteral("index.html")),
+                                  contactSheet(sheet, QFileInfo(o.file).fileName())))
+        return 1;
+    if (!o.boxes.isEmpty() && !writeFile(o.boxes, QJsonDocument(boxes).toJson(QJsonDocument::Indented)))
+        return 1;
+    return 0;
+}
