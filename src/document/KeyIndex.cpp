@@ -1,5 +1,7 @@
 #include "KeyIndex.h"
 
+#include <cstring>
+
 namespace {
 inline char lowerAscii(char c)
 {
@@ -19,6 +21,8 @@ bool KeyIndex::sameKey(QByteArrayView a, QByteArrayView b)
 {
     if (a.size() != b.size())
         return false;
+    if (memcmp(a.data(), b.data(), size_t(a.size())) == 0)
+        return true;
     for (qsizetype i = 0; i < a.size(); ++i) {
         if (a[i] != b[i] && lowerAscii(a[i]) != lowerAscii(b[i]))
             return false;
@@ -26,40 +30,40 @@ bool KeyIndex::sameKey(QByteArrayView a, QByteArrayView b)
     return true;
 }
 
-void KeyIndex::buildHash(int count, const KeyAt &keyAt) const
+void KeyIndex::buildHash(const Keys &keys) const
 {
     mHash = std::make_unique<QHash<QByteArray, int>>();
-    mHash->reserve(count);
-    for (int i = 0; i < count; ++i)
-        mHash->insert(folded(keyAt(i)), i);
+    mHash->reserve(keys.count);
+    for (int i = 0; i < keys.count; ++i)
+        mHash->insert(folded(keys.keyAt(keys.owner, i)), i);
 }
 
-int KeyIndex::indexOf(QByteArrayView key, int count, const KeyAt &keyAt) const
+int KeyIndex::indexOf(QByteArrayView key, const Keys &keys) const
 {
-    if (count <= kHashThreshold && !mHash) {
-        for (int i = 0; i < count; ++i) {
-            if (sameKey(keyAt(i), key))
+    if (keys.count <= kHashThreshold && !mHash) {
+        for (int i = 0; i < keys.count; ++i) {
+            if (sameKey(keys.keyAt(keys.owner, i), key))
                 return i;
         }
         return -1;
     }
     if (!mHash)
-        buildHash(count, keyAt);
+        buildHash(keys);
     return mHash->value(folded(key), -1);
 }
 
-QByteArray KeyIndex::uniqueKey(const QByteArray &wanted, int count, const KeyAt &keyAt)
+QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
 {
-    if (indexOf(wanted, count, keyAt) < 0)
-        return wanted;
+    if (indexOf(wanted, keys) < 0)
+        return QByteArray();
     const QByteArray base = folded(wanted);
     int n = 0;
     if (mSuffixHints)
         n = mSuffixHints->value(base, 0);
     QByteArray candidate;
     for (;; ++n) {
-        candidate = wanted + '[' + QByteArray::number(n) + ']';
-        if (indexOf(candidate, count, keyAt) < 0)
+        candidate = wanted.toByteArray() + '[' + QByteArray::number(n) + ']';
+        if (indexOf(candidate, keys) < 0)
             break;
     }
     if (!mSuffixHints)

@@ -3,7 +3,6 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QHash>
-#include <functional>
 #include <memory>
 
 // Finds items of a keyed collection by key, ignoring ASCII case, and makes the
@@ -13,15 +12,21 @@
 class KeyIndex
 {
 public:
-    using KeyAt = std::function<QByteArrayView(int)>;
+    // The keys of the collection: its item count and how to read the key of one.
+    struct Keys
+    {
+        const void *owner;
+        QByteArrayView (*keyAt)(const void *owner, int index);
+        int count;
+    };
 
     // Position (0-based) of the item with this key, or -1.
-    int indexOf(QByteArrayView key, int count, const KeyAt &keyAt) const;
+    int indexOf(QByteArrayView key, const Keys &keys) const;
 
-    // The key a new item wanted as `wanted` gets: `wanted` itself when it is free,
-    // otherwise "wanted[0]", "wanted[1]", ... the first one that is free. Counting
-    // starts at 0, not 1, so a second "x" is "x[0]".
-    QByteArray uniqueKey(const QByteArray &wanted, int count, const KeyAt &keyAt);
+    // The key a new item that wants `wanted` gets: "wanted[0]", "wanted[1]", ...
+    // the first one that is free, or a null array when `wanted` itself is free.
+    // Counting starts at 0, not 1, so a second "x" is "x[0]".
+    QByteArray numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys);
 
     // Call after an item with this key was appended at `index`.
     void appended(QByteArrayView key, int index);
@@ -33,7 +38,7 @@ public:
 
 private:
     static constexpr int kHashThreshold = 16;
-    void buildHash(int count, const KeyAt &keyAt) const;
+    void buildHash(const Keys &keys) const;
 
     mutable std::unique_ptr<QHash<QByteArray, int>> mHash;
     // Per folded base key: every "base[n]" below this number is known to be taken,

@@ -9,13 +9,21 @@
 
 namespace {
 
-QByteArray lowerAscii(QByteArray word)
+const QByteArray kNoValue = QByteArrayLiteral("<NOV>");
+
+void lowerAsciiInPlace(char *text, qsizetype length)
 {
-    for (char &c : word) {
-        if (c >= 'A' && c <= 'Z')
-            c = char(c + ('a' - 'A'));
+    for (qsizetype i = 0; i < length; ++i) {
+        if (text[i] >= 'A' && text[i] <= 'Z')
+            text[i] = char(text[i] + ('a' - 'A'));
     }
-    return word;
+}
+
+QByteArray lowerAscii(QByteArrayView word)
+{
+    QByteArray lower = word.toByteArray();
+    lowerAsciiInPlace(lower.data(), lower.size());
+    return lower;
 }
 
 bool isBlockOpening(const QByteArray &tag)
@@ -150,7 +158,7 @@ void UiFileReader::readScriptLine()
 void UiFileReader::readTag(UiLineScanner &scanner)
 {
     scanner.position += 1;
-    const QByteArray tagWord = scanner.ReadName();
+    const QByteArray tagWord = sharedTagWord(scanner.view(scanner.readNameSpan()));
     // One character after the tag word is passed over.
     scanner.position += 1;
     const QByteArray tag = lowerAscii(tagWord);
@@ -165,6 +173,20 @@ void UiFileReader::readTag(UiLineScanner &scanner)
     // A var tag has no name word: it takes the name of the tag before it.
     openElement(tag, tagWord);
     readAttributes(scanner, isVar);
+}
+
+// A skin uses a handful of tag words over and over: the elements share the bytes
+// of each instead of holding copies.
+QByteArray UiFileReader::sharedTagWord(QByteArrayView word)
+{
+    for (const QByteArray &known : std::as_const(mTagWords)) {
+        if (known == word)
+            return known;
+    }
+    const QByteArray fresh = clsElement::upperAscii(word.toByteArray());
+    if (fresh == word && mTagWords.size() < 64)
+        mTagWords.append(fresh);
+    return fresh == word ? fresh : word.toByteArray();
 }
 
 void UiFileReader::openElement(const QByteArray &tag, const QByteArray &type)
@@ -212,21 +234,37 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
     if (isVar)
         scanner.position -= 1;
     scanner.position += 1;
-    QByteArray key;
-    QByteArray value;
+    UiLineScanner::Span key;
+    UiLineScanner::Span value;
+    bool noValue = false;
+    // Room for what the rest of the line can hold, so that the element's property
+    // storage is allocated once rather than grown attribute by attribute.
+    clsProperties *reserved = nullptr;
+    if (mCurrentElement) {
+        reserved = &mCurrentElement->Properties();
+        const qsizetype rest = mLine.size() - scanner.position + 1;
+        reserved->reserve(reserved->Count() + int(qMin<qsizetype>(rest / 4 + 1, 64)),
+                          reserved->textSize() + rest);
+    }
     for (;;) {
         const qint64 start = scanner.position;
-        scanner.ReadAttribute(key, value);
-        key = lowerAscii(key);
-        if (!key.isEmpty() && key != "/")
-            receiver("an attribute")->Properties().Add(key, value);
+        scanner.ReadAttribute(key, value, noValue);
+        // Keys are stored in lower case; the line is our own copy.
+        lowerAsciiInPlace(scanner.data(key), key.length);
+        const QByteArrayView keyText = scanner.view(key);
+        if (!keyText.isEmpty() && keyText != "/") {
+            clsProperties &props = receiver("an attribute")->Properties();
+            props.Add(keyText, noValue ? QByteArrayView(kNoValue) : scanner.view(value));
+        }
         // A "<" ends the attributes, so a second tag on the line is ignored.
         if (scanner.atEnd() || scanner.current() == '<')
             break;
         // A character that can start neither a key nor a value is stepped over.
-        if (key.isEmpty() && scanner.position == start)
+        if (keyText.isEmpty() && scanner.position == start)
             scanner.position += 1;
     }
+    if (reserved)
+        reserved->squeeze();
 }
 
 clsElement *UiFileReader::receiver(const char *what) const

@@ -40,6 +40,7 @@ private:
     void readLine();
     void readScriptLine();
     void readTag(UiLineScanner &scanner);
+    QByteArray sharedTagWord(QByteArrayView word);
     void openElement(const QByteArray &tag, const QByteArray &type);
     void readAttributes(UiLineScanner &scanner, bool isVar);
     clsElement *receiver(const char *what) const;
@@ -59,4 +60,5 @@ private:
     clsElement *mCurrentBlock = nullptr;
     clsElement *mCurrentElement = nullptr;
     QByteArray mLastName;
+    QVector<QByteArray> mTagWords;
 };

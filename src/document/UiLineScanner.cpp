@@ -60,44 +60,47 @@ qint64 UiLineScanner::NextTokenStart(qint64 from) const
 
 QByteArray UiLineScanner::ReadName()
 {
+    return view(readNameSpan()).toByteArray();
+}
+
+UiLineScanner::Span UiLineScanner::readNameSpan()
+{
     position = NextTokenStart(position);
     if (position == 0)
-        return QByteArray();
+        return {};
     if (current() == '>') {
         position = 0;
-        return QByteArray();
+        return {};
     }
     const char *d = mLine.constData();
     const qint64 n = mLine.size();
     qint64 end = position;
     while (end <= n && isNameChar(static_cast<unsigned char>(d[end - 1])))
         ++end;
-    QByteArray word(d + position - 1, end - position);
+    const Span word { position - 1, end - position };
     position = end;
     return word;
 }
 
-void UiLineScanner::ReadAttribute(QByteArray &key, QByteArray &value)
+void UiLineScanner::ReadAttribute(Span &key, Span &value, bool &noValue)
 {
-    key = ReadName();
-    if (position == 0) {
-        value = QByteArray("");
+    key = readNameSpan();
+    value = {};
+    noValue = false;
+    if (position == 0)
         return;
-    }
     position = NextTokenStart(position);
     if (position == 0 || current() != '=') {
         // A bare word: a flag. The position stays on what follows; it begins the
         // next attribute.
-        value = clsProperty::noValue();
+        noValue = true;
         return;
     }
     // Leading characters that cannot start a token are passed over here as
     // anywhere else, so "x=.5" reads the value "5".
     position = NextTokenStart(position + 1);
-    if (position == 0) {
-        value = QByteArray("");
+    if (position == 0)
         return;
-    }
     value = readValue();
 }
 
@@ -105,7 +108,7 @@ void UiLineScanner::ReadAttribute(QByteArray &key, QByteArray &value)
 // part in which every character belongs to the value; a quote still open at the
 // end of the line pulls in the next line (which keeps the CR of the first, the LF
 // is lost). The value is kept with its quotes.
-QByteArray UiLineScanner::readValue()
+UiLineScanner::Span UiLineScanner::readValue()
 {
     const qint64 start = position;
     bool inDouble = false;
@@ -138,7 +141,7 @@ QByteArray UiLineScanner::readValue()
         }
     }
     position = i;
-    return mLine.mid(start - 1, i - start);
+    return Span { start - 1, i - start };
 }
 
 QByteArray UiLineScanner::StripQuotes(const QByteArray &value, const QByteArray &fallback)

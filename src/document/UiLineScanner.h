@@ -26,10 +26,24 @@ public:
 
     // Position of the first token-start character at or after `from`, or 0.
     qint64 NextTokenStart(qint64 from) const;
+    // A run of bytes of the current line: 0-based offset and length. Lines only
+    // ever grow at their end, so a span stays valid while a value pulls in the
+    // next line.
+    struct Span
+    {
+        qsizetype offset = 0;
+        qsizetype length = 0;
+    };
+
     // One name word, from the next token on.
     QByteArray ReadName();
-    // One key and its value. A key written without "=" gets the value "<NOV>".
-    void ReadAttribute(QByteArray &key, QByteArray &value);
+    Span readNameSpan();
+    // One key and its value. A key written without "=" gets the value "<NOV>",
+    // told by `noValue` (the value span is then empty).
+    void ReadAttribute(Span &key, Span &value, bool &noValue);
+
+    QByteArrayView view(Span span) const { return QByteArrayView(mLine.constData() + span.offset, span.length); }
+    char *data(Span span) { return mLine.data() + span.offset; }
 
     bool atEnd() const { return position <= 0 || position > mLine.size(); }
     char current() const { return mLine.at(position - 1); }
@@ -44,7 +58,7 @@ public:
     static bool isValueChar(unsigned char c);
 
 private:
-    QByteArray readValue();
+    Span readValue();
 
     QByteArray &mLine;
     LineSource *mMore;

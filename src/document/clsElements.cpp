@@ -6,9 +6,12 @@
 
 clsElements::~clsElements() = default;
 
-KeyIndex::KeyAt clsElements::keyReader() const
+KeyIndex::Keys clsElements::keys() const
 {
-    return [this](int i) { return QByteArrayView(mItems[size_t(i)]->mKey); };
+    auto keyOf = [](const void *owner, int i) {
+        return QByteArrayView(static_cast<const clsElements *>(owner)->mItems[size_t(i)]->mKey);
+    };
+    return { this, keyOf, Count() };
 }
 
 clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type)
@@ -21,7 +24,9 @@ clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type)
 
 clsElement *clsElements::AddElement(std::unique_ptr<clsElement> element, const QByteArray &key)
 {
-    element->mKey = mIndex.uniqueKey(key, Count(), keyReader());
+    const QByteArray numbered = mIndex.numberedKeyIfTaken(key, keys());
+    // A free name is used as the key itself, sharing its bytes.
+    element->mKey = numbered.isNull() ? key : numbered;
     element->mOwner = this;
     mItems.push_back(std::move(element));
     mIndex.appended(mItems.back()->mKey, Count() - 1);
@@ -51,7 +56,7 @@ std::unique_ptr<clsElement> clsElements::Take(int position)
 
 int clsElements::indexOf(QByteArrayView key) const
 {
-    return mIndex.indexOf(key, Count(), keyReader());
+    return mIndex.indexOf(key, keys());
 }
 
 int clsElements::IndexOf(const clsElement *element) const

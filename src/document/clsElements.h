@@ -65,7 +65,7 @@ public:
     const_iterator end() const { return const_iterator(mItems.end()); }
 
 private:
-    KeyIndex::KeyAt keyReader() const;
+    KeyIndex::Keys keys() const;
 
     std::vector<std::unique_ptr<clsElement>> mItems;
     KeyIndex mIndex;

@@ -2,6 +2,7 @@
 
 #include "MissingKeyError.h"
 
+#include <cstring>
 #include <stdexcept>
 
 clsProperties::clsProperties(const clsProperties &other)
@@ -14,37 +15,44 @@ clsProperties &clsProperties::operator=(const clsProperties &other)
     if (this != &other) {
         Clear();
         for (int i = 0; i < other.Count(); ++i)
-            append(other.keyAt(i).toByteArray(), other.valueAt(i).toByteArray());
+            append(other.keyAt(i), other.valueAt(i));
     }
     return *this;
 }
 
-KeyIndex::KeyAt clsProperties::keyReader() const
+KeyIndex::Keys clsProperties::keys() const
 {
-    return [this](int i) { return keyAt(i); };
+    auto keyOf = [](const void *owner, int i) {
+        return static_cast<const clsProperties *>(owner)->keyAt(i);
+    };
+    return { this, keyOf, Count() };
 }
 
 clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView value)
 {
     Slot slot { quint32(mText.size()), quint32(key.size()), quint32(value.size()) };
-    mText.append(key.data(), key.size());
-    mText.append(value.data(), value.size());
+    const qsizetype at = mText.size();
+    mText.resize(at + key.size() + value.size());
+    char *d = mText.data() + at;
+    memcpy(d, key.data(), size_t(key.size()));
+    memcpy(d + key.size(), value.data(), size_t(value.size()));
     return slot;
 }
 
-void clsProperties::append(const QByteArray &key, const QByteArray &value)
+void clsProperties::append(QByteArrayView key, QByteArrayView value)
 {
     mSlots.append(store(key, value));
     mIndex.appended(key, mSlots.size() - 1);
 }
 
-clsProperty clsProperties::Add(const QByteArray &key, const QByteArray &value)
+clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
 {
-    append(mIndex.uniqueKey(key, Count(), keyReader()), value);
+    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : mIndex.numberedKeyIfTaken(key, keys());
+    append(numbered.isNull() ? key : QByteArrayView(numbered), value);
     return clsProperty(this, Count() - 1);
 }
 
-clsProperty clsProperties::Insert(int position, const QByteArray &key, const QByteArray &value)
+clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayView value)
 {
     position = qBound(0, position, Count());
     mSlots.insert(position, store(key, value));
@@ -54,7 +62,18 @@ clsProperty clsProperties::Insert(int position, const QByteArray &key, const QBy
 
 int clsProperties::indexOf(QByteArrayView key) const
 {
-    return mIndex.indexOf(key, Count(), keyReader());
+    // Most elements have a few properties: compare in place, without the index.
+    if (mSlots.size() <= 16) {
+        const char *text = mText.constData();
+        for (int i = 0; i < mSlots.size(); ++i) {
+            const Slot &s = mSlots[i];
+            if (s.keyLength == quint32(key.size())
+                && KeyIndex::sameKey(QByteArrayView(text + s.offset, s.keyLength), key))
+                return i;
+        }
+        return -1;
+    }
+    return mIndex.indexOf(key, keys());
 }
 
 clsProperty clsProperties::Find(QByteArrayView key) const

@@ -19,10 +19,10 @@ public:
     clsProperties &operator=(const clsProperties &other);
 
     // Appends a property under the unique key made from `key`.
-    clsProperty Add(const QByteArray &key, const QByteArray &value);
+    clsProperty Add(QByteArrayView key, QByteArrayView value);
     // Inserts a property with exactly this key (which must be free) at a 0-based
     // position; used to put a removed property back where it was.
-    clsProperty Insert(int position, const QByteArray &key, const QByteArray &value);
+    clsProperty Insert(int position, QByteArrayView key, QByteArrayView value);
 
     // By key; throws MissingKeyError when there is none.
     clsProperty Item(QByteArrayView key) const;
@@ -47,6 +47,7 @@ public:
     // Bytes held by this collection, for measuring the document's size.
     qsizetype memoryUsed() const;
     void reserve(int count, qsizetype textBytes);
+    qsizetype textSize() const { return mText.size(); }
     void squeeze();
 
     class const_iterator
@@ -74,10 +75,10 @@ private:
         quint32 valueLength;
     };
 
-    void append(const QByteArray &key, const QByteArray &value);
+    void append(QByteArrayView key, QByteArrayView value);
     Slot store(QByteArrayView key, QByteArrayView value);
     void compactIfWasteful();
-    KeyIndex::KeyAt keyReader() const;
+    KeyIndex::Keys keys() const;
 
     QByteArray mText;
     QVector<Slot> mSlots;
