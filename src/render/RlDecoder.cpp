@@ -114,44 +114,69 @@ struct RowDecoder
     }
 };
 
+// A buffer of the right size that nobody else holds is reused: a redraw of a
+// big picture then costs no new allocation.
+void prepareBuffer(QImage &image, const QSize &size)
+{
+    if (image.size() == size && image.format() == QImage::Format_RGB32 && image.isDetached())
+        return;
+    image = QImage(size, QImage::Format_RGB32);
+}
+
+void fillRows(QImage &image, int from)
+{
+    for (int y = from; y < image.height(); ++y) {
+        QRgb *row = reinterpret_cast<QRgb *>(image.scanLine(y));
+        std::fill_n(row, image.width(), kMagenta);
+    }
+}
+
 } // namespace
 
 QSize RlDecoder::decode(const QByteArray &bytes, QImage &image)
 {
-    image = QImage();
     RlHeader header;
-    if (!RlHeader::read(bytes, header))
+    if (!RlHeader::read(bytes, header)
+        || header.width >= RlHeader::kSizeLimit || header.rowCount >= RlHeader::kSizeLimit
+        || qint64(header.width) * header.height > kMaxPixels) {
+        image = QImage();
         return QSize(0, 0);
-    if (header.width >= RlHeader::kSizeLimit || header.rowCount >= RlHeader::kSizeLimit)
-        return QSize(0, 0);
-    if (qint64(header.width) * header.height > kMaxPixels)
-        return QSize(0, 0);
+    }
     const QSize size(header.width, header.height);
-    if (size.isEmpty())
+    if (size.isEmpty()) {
+        image = QImage();
         return size;
-    image = QImage(size, QImage::Format_RGB32);
+    }
+    prepareBuffer(image, size);
     if (image.isNull())
         return QSize(0, 0);
-    image.fill(kMagenta);
 
     const uchar *d = reinterpret_cast<const uchar *>(bytes.constData());
     const qint64 fileSize = bytes.size();
-    if (header.rowTableOffset() > fileSize)
-        return size;
-    const std::vector<QRgb> palette = readPalette(d, header);
     std::vector<quint32> lengths;
     qint64 base = 0;
-    if (!readRowTable(d, fileSize, header.rowTableOffset(), header.rowCount, lengths, base))
+    if (header.rowTableOffset() > fileSize
+        || !readRowTable(d, fileSize, header.rowTableOffset(), header.rowCount, lengths, base)) {
+        fillRows(image, 0);
         return size;
+    }
+    const std::vector<QRgb> palette = readPalette(d, header);
 
+    // Each row is filled with magenta just before it is decoded, while it is in
+    // the cache; rows that decoding does not reach are filled afterwards.
     const RowDecoder rows { d, fileSize, palette, header.width };
-    for (int y = 0; y < header.height; ++y) {
-        if (y >= header.rowCount)
-            break; // fewer row-table entries than rows
-        QRgb *row = reinterpret_cast<QRgb *>(image.scanLine(y));
-        if (!rows.decode(row, base, lengths[y]))
+    uchar *bits = image.bits();
+    const qsizetype stride = image.bytesPerLine();
+    int y = 0;
+    for (; y < header.height && y < header.rowCount; ++y) {
+        QRgb *row = reinterpret_cast<QRgb *>(bits + y * stride);
+        std::fill_n(row, header.width, kMagenta);
+        if (!rows.decode(row, base, lengths[y])) {
+            ++y;
             break;
+        }
         base += lengths[y];
     }
+    fillRows(image, y);
     return size;
 }
