@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FontMeasure.h"
+
 #include <QImage>
 #include <QString>
 
@@ -20,7 +22,7 @@ struct CanvasFont
 
 // What every step of drawing needs: the document the values are read from, the
 // picture lookup and cache, the skin's fonts, the off-screen buffer pictures are
-// loaded into, and the canvas font.
+// loaded into, the canvas font and what its texts measure.
 struct DrawingContext
 {
     const clsKorviInterface &document;
@@ -29,4 +31,5 @@ struct DrawingContext
     SkinFonts &fonts;
     QImage buffer;
     CanvasFont font;
+    FontMeasure measure;
 };

@@ -20,22 +20,19 @@ QString fromSkinText(const QByteArray &bytes)
     return QString::fromLatin1(bytes);
 }
 
-int widestLine(const QFontMetrics &metrics, const QStringList &lines)
+int widestLine(FontMeasure &measure, const CanvasFont &font, const QStringList &lines)
 {
     int widest = 0;
     for (const QString &line : lines)
-        widest = std::max(widest, metrics.horizontalAdvance(line));
+        widest = std::max(widest, measure.width(font, line));
     return widest;
 }
 
 // Lowers the size one point at a time while the line is wider than the room,
 // never below 2.
-void shrinkToFit(CanvasFont &font, const QString &line, int room)
+void shrinkToFit(FontMeasure &measure, CanvasFont &font, const QString &line, int room)
 {
-    while (font.pointSize >= 3
-           && QFontMetrics(ElementTextPainter::fontFor(font.family, font.bold, font.pointSize))
-                   .horizontalAdvance(line)
-               > room)
+    while (font.pointSize >= 3 && measure.width(font, line) > room)
         --font.pointSize;
 }
 
@@ -80,12 +77,7 @@ bool ElementTextPainter::needsCommaCorrection(const QString &family)
 
 QFont ElementTextPainter::fontFor(const QString &family, bool bold, int pointSize)
 {
-    QFont font(family);
-    // Points at 96 dots per inch: 4 pixels for every 3 points.
-    font.setPixelSize(std::max(1, qRound(pointSize * 96.0 / 72.0)));
-    font.setBold(bold);
-    font.setKerning(false);
-    return font;
+    return FontMeasure::fontFor(family, bold, pointSize);
 }
 
 void ElementTextPainter::selectFont(const clsElement *element)
@@ -115,6 +107,7 @@ void ElementTextPainter::draw(const clsElement *element, QImage &canvas, const E
     const QRgb colour = highlighted ? qRgb(255, 0, 0) : ParseColor(value("color", element));
     const int S = Number(value("fontsize", element)) - 1;
     CanvasFont &font = mContext.font;
+    FontMeasure &measure = mContext.measure;
     font.pointSize = sizeFor(value("fontsize", element));
 
     const int P = Number(value("padding", element));
@@ -136,14 +129,13 @@ void ElementTextPainter::draw(const clsElement *element, QImage &canvas, const E
         if (S > 0)
             font.pointSize = S;
         if (at.W > 0)
-            shrinkToFit(font, line, at.W - 2 * P - PL - PR);
+            shrinkToFit(measure, font, line, at.W - 2 * P - PL - PR);
         if (at.WW > 0)
-            shrinkToFit(font, line, at.WW - 2 * P - PL - PR - DX);
+            shrinkToFit(measure, font, line, at.WW - 2 * P - PL - PR - DX);
 
-        const QFont qfont = fontFor(font.family, font.bold, font.pointSize);
-        const QFontMetrics metrics(qfont);
-        const int lineWidth = metrics.horizontalAdvance(line);
-        const int TW = widestLine(metrics, lines);
+        const QFontMetrics &metrics = measure.metrics(font);
+        const int lineWidth = measure.width(font, line);
+        const int TW = widestLine(measure, font, lines);
         const int LH = metrics.height();
         const int TH = LH * int(lines.size());
 
@@ -164,7 +156,7 @@ void ElementTextPainter::draw(const clsElement *element, QImage &canvas, const E
         box.lowerCorner(x, y);
         if (needsCommaCorrection(font.family))
             y += metrics.height();
-        painter.setFont(qfont);
+        painter.setFont(measure.font(font));
         // Printed with the line's top-left corner at the start point.
         painter.drawText(QPoint(x, y + metrics.ascent()), line);
     }

@@ -36,8 +36,7 @@ public:
     // correction the navigation program makes for that name only.
     static bool needsCommaCorrection(const QString &family);
 
-    // The font drawn for a family, bold flag and size in points. The canvas
-    // measures 96 dots per inch, as the device screens do.
+    // The font drawn for a family, bold flag and size in points (96 dots per inch).
     static QFont fontFor(const QString &family, bool bold, int pointSize);
 
 private:

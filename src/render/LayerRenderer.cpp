@@ -40,7 +40,7 @@ QVector<const clsElement *> sortedByZ(const QVector<const clsElement *> &element
 
 LayerRenderer::LayerRenderer(const clsKorviInterface &document, const ResourceLookup &lookup,
                              PictureCache &cache, SkinFonts &fonts)
-    : mContext{ document, lookup, cache, fonts, QImage(), CanvasFont() }
+    : mContext{ document, lookup, cache, fonts, QImage(), CanvasFont(), FontMeasure() }
     , mPainter(std::make_unique<ElementPainter>(*this, mContext))
 {
 }
