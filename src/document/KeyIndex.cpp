@@ -30,12 +30,23 @@ bool KeyIndex::sameKey(QByteArrayView a, QByteArrayView b)
     return true;
 }
 
+size_t KeyIndex::foldedHash(QByteArrayView key)
+{
+    // FNV-1a over the lower-cased bytes.
+    size_t h = 14695981039346656037ull;
+    for (char c : key) {
+        h ^= static_cast<unsigned char>(lowerAscii(c));
+        h *= 1099511628211ull;
+    }
+    return h;
+}
+
 void KeyIndex::buildHash(const Keys &keys) const
 {
-    mHash = std::make_unique<QHash<QByteArray, int>>();
+    mHash = std::make_unique<QMultiHash<size_t, int>>();
     mHash->reserve(keys.count);
     for (int i = 0; i < keys.count; ++i)
-        mHash->insert(folded(keys.keyAt(keys.owner, i)), i);
+        mHash->insert(foldedHash(keys.keyAt(keys.owner, i)), i);
 }
 
 int KeyIndex::indexOf(QByteArrayView key, const Keys &keys) const
@@ -49,7 +60,12 @@ int KeyIndex::indexOf(QByteArrayView key, const Keys &keys) const
     }
     if (!mHash)
         buildHash(keys);
-    return mHash->value(folded(key), -1);
+    const size_t hash = foldedHash(key);
+    for (auto it = mHash->constFind(hash); it != mHash->cend() && it.key() == hash; ++it) {
+        if (sameKey(keys.keyAt(keys.owner, it.value()), key))
+            return it.value();
+    }
+    return -1;
 }
 
 QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
@@ -75,7 +91,7 @@ QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
 void KeyIndex::appended(QByteArrayView key, int index)
 {
     if (mHash)
-        mHash->insert(folded(key), index);
+        mHash->insert(foldedHash(key), index);
 }
 
 void KeyIndex::invalidate()

@@ -35,12 +35,16 @@ public:
 
     static QByteArray folded(QByteArrayView key);
     static bool sameKey(QByteArrayView a, QByteArrayView b);
+    // A hash of the key that ignores ASCII case.
+    static size_t foldedHash(QByteArrayView key);
 
 private:
     static constexpr int kHashThreshold = 16;
     void buildHash(const Keys &keys) const;
 
-    mutable std::unique_ptr<QHash<QByteArray, int>> mHash;
+    // Folded hash of each key -> position; keys with the same hash are told apart
+    // by comparing them.
+    mutable std::unique_ptr<QMultiHash<size_t, int>> mHash;
     // Per folded base key: every "base[n]" below this number is known to be taken,
     // so appending many repeated keys does not try every number from 0 again.
     std::unique_ptr<QHash<QByteArray, int>> mSuffixHints;

@@ -19,22 +19,16 @@ void lowerAsciiInPlace(char *text, qsizetype length)
     }
 }
 
-QByteArray lowerAscii(QByteArrayView word)
+// Tags are told apart by their upper-case form, which is also the element type.
+bool isBlockOpening(const QByteArray &type)
 {
-    QByteArray lower = word.toByteArray();
-    lowerAsciiInPlace(lower.data(), lower.size());
-    return lower;
-}
-
-bool isBlockOpening(const QByteArray &tag)
-{
-    return tag == "layer" || tag == "element_template" || tag == "observer" || tag == "state";
+    return type == "LAYER" || type == "ELEMENT_TEMPLATE" || type == "OBSERVER" || type == "STATE";
 }
 
 // "/observer" is not among them: it is read as a child element of its own.
-bool isBlockClosing(const QByteArray &tag)
+bool isBlockClosing(const QByteArray &type)
 {
-    return tag == "/layer" || tag == "/element_template" || tag == "/state";
+    return type == "/LAYER" || type == "/ELEMENT_TEMPLATE" || type == "/STATE";
 }
 
 } // namespace
@@ -158,11 +152,10 @@ void UiFileReader::readScriptLine()
 void UiFileReader::readTag(UiLineScanner &scanner)
 {
     scanner.position += 1;
-    const QByteArray tagWord = sharedTagWord(scanner.view(scanner.readNameSpan()));
+    const QByteArray type = elementTypeOf(scanner.view(scanner.readNameSpan()));
     // One character after the tag word is passed over.
     scanner.position += 1;
-    const QByteArray tag = lowerAscii(tagWord);
-    const bool isVar = (tag == "var");
+    const bool isVar = (type == "VAR");
     if (!isVar) {
         // The word after the tag is always the name, even when it looks like an
         // attribute: "<TEXT x=1>" names its element "x".
@@ -171,50 +164,50 @@ void UiFileReader::readTag(UiLineScanner &scanner)
             mLastName.chop(1);
     }
     // A var tag has no name word: it takes the name of the tag before it.
-    openElement(tag, tagWord);
+    openElement(type);
     readAttributes(scanner, isVar);
 }
 
-// A skin uses a handful of tag words over and over: the elements share the bytes
-// of each instead of holding copies.
-QByteArray UiFileReader::sharedTagWord(QByteArrayView word)
+// The upper-case element type of a tag word. A skin uses a handful of tag words
+// over and over: the elements share the bytes of each instead of holding copies.
+QByteArray UiFileReader::elementTypeOf(QByteArrayView word)
 {
-    for (const QByteArray &known : std::as_const(mTagWords)) {
-        if (known == word)
-            return known;
+    for (const auto &[spelling, type] : std::as_const(mTagWords)) {
+        if (spelling == word)
+            return type;
     }
-    const QByteArray fresh = clsElement::upperAscii(word.toByteArray());
-    if (fresh == word && mTagWords.size() < 64)
-        mTagWords.append(fresh);
-    return fresh == word ? fresh : word.toByteArray();
+    const QByteArray type = clsElement::upperAscii(word.toByteArray());
+    if (mTagWords.size() < 64)
+        mTagWords.append({ word.toByteArray(), type });
+    return type;
 }
 
-void UiFileReader::openElement(const QByteArray &tag, const QByteArray &type)
+void UiFileReader::openElement(const QByteArray &type)
 {
     clsElements &topLevel = mInHeader ? mDocument.Headers() : mDocument.Layers();
-    if (tag == "header") {
+    if (type == "HEADER") {
         mInHeader = true;
-    } else if (tag == "/header") {
+    } else if (type == "/HEADER") {
         mInHeader = false;
-    } else if (tag == "var" || isBlockOpening(tag)) {
+    } else if (type == "VAR" || isBlockOpening(type)) {
         mCurrentBlock = mCurrentElement = topLevel.Add(mLastName, type);
-    } else if (tag == "script") {
+    } else if (type == "SCRIPT") {
         mInScript = true;
         if (!mCurrentBlock)
             mCurrentBlock = mCurrentElement = mDocument.Layers().Add(mLastName, type);
         else
             mCurrentElement = mCurrentBlock->SubElements().Add(mLastName, type);
-    } else if (tag == "/script") {
+    } else if (type == "/SCRIPT") {
         mInScript = false;
         if (mCurrentElement == mCurrentBlock)
             mCurrentBlock = nullptr;
         mCurrentElement = nullptr;
-    } else if (isBlockClosing(tag)) {
+    } else if (isBlockClosing(type)) {
         mCurrentBlock = nullptr;
-    } else if (tag == "template" || tag == "fonttype") {
+    } else if (type == "TEMPLATE" || type == "FONTTYPE") {
         // Templates and font types never become children, wherever they stand,
         // and neither open nor close a block.
-        clsElements &entries = (tag == "template") ? mDocument.Templates() : mDocument.Fonts();
+        clsElements &entries = (type == "TEMPLATE") ? mDocument.Templates() : mDocument.Fonts();
         mCurrentElement = entries.Add(mLastName, type);
         mCurrentElement->IsImported = mImported;
     } else {
@@ -234,27 +227,21 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
     if (isVar)
         scanner.position -= 1;
     scanner.position += 1;
-    UiLineScanner::Span key;
-    UiLineScanner::Span value;
-    bool noValue = false;
-    // Room for what the rest of the line can hold, so that the element's property
-    // storage is allocated once rather than grown attribute by attribute.
-    clsProperties *reserved = nullptr;
-    if (mCurrentElement) {
-        reserved = &mCurrentElement->Properties();
-        const qsizetype rest = mLine.size() - scanner.position + 1;
-        reserved->reserve(reserved->Count() + int(qMin<qsizetype>(rest / 4 + 1, 64)),
-                          reserved->textSize() + rest);
-    }
+    mAttributes.clear();
+    qsizetype textBytes = 0;
+    clsElement *element = nullptr;
     for (;;) {
         const qint64 start = scanner.position;
-        scanner.ReadAttribute(key, value, noValue);
+        Attribute a;
+        scanner.ReadAttribute(a.key, a.value, a.noValue);
         // Keys are stored in lower case; the line is our own copy.
-        lowerAsciiInPlace(scanner.data(key), key.length);
-        const QByteArrayView keyText = scanner.view(key);
+        lowerAsciiInPlace(scanner.data(a.key), a.key.length);
+        const QByteArrayView keyText = scanner.view(a.key);
         if (!keyText.isEmpty() && keyText != "/") {
-            clsProperties &props = receiver("an attribute")->Properties();
-            props.Add(keyText, noValue ? QByteArrayView(kNoValue) : scanner.view(value));
+            if (!element)
+                element = receiver("an attribute");
+            mAttributes.append(a);
+            textBytes += a.key.length + (a.noValue ? kNoValue.size() : a.value.length);
         }
         // A "<" ends the attributes, so a second tag on the line is ignored.
         if (scanner.atEnd() || scanner.current() == '<')
@@ -263,8 +250,13 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
         if (keyText.isEmpty() && scanner.position == start)
             scanner.position += 1;
     }
-    if (reserved)
-        reserved->squeeze();
+    if (!element)
+        return;
+    // All attributes of the line go to the same element: its storage grows once.
+    clsProperties &props = element->Properties();
+    props.reserve(props.Count() + mAttributes.size(), props.textSize() + textBytes);
+    for (const Attribute &a : std::as_const(mAttributes))
+        props.Add(scanner.view(a.key), a.noValue ? QByteArrayView(kNoValue) : scanner.view(a.value));
 }
 
 clsElement *UiFileReader::receiver(const char *what) const

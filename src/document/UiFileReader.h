@@ -40,8 +40,8 @@ private:
     void readLine();
     void readScriptLine();
     void readTag(UiLineScanner &scanner);
-    QByteArray sharedTagWord(QByteArrayView word);
-    void openElement(const QByteArray &tag, const QByteArray &type);
+    QByteArray elementTypeOf(QByteArrayView word);
+    void openElement(const QByteArray &type);
     void readAttributes(UiLineScanner &scanner, bool isVar);
     clsElement *receiver(const char *what) const;
     [[noreturn]] void fail(const QString &message) const;
@@ -60,5 +60,15 @@ private:
     clsElement *mCurrentBlock = nullptr;
     clsElement *mCurrentElement = nullptr;
     QByteArray mLastName;
-    QVector<QByteArray> mTagWords;
+    // Tag words met so far, as spelled and as element types.
+    QVector<std::pair<QByteArray, QByteArray>> mTagWords;
+
+    // The attributes of the tag line being read, gathered before they are stored.
+    struct Attribute
+    {
+        UiLineScanner::Span key;
+        UiLineScanner::Span value;
+        bool noValue = false;
+    };
+    QVector<Attribute> mAttributes;
 };

@@ -111,34 +111,37 @@ void UiLineScanner::ReadAttribute(Span &key, Span &value, bool &noValue)
 UiLineScanner::Span UiLineScanner::readValue()
 {
     const qint64 start = position;
-    bool inDouble = false;
-    bool inSingle = false;
+    char quote = 0; // the quote that is open, if any
     qint64 i = position;
     for (;;) {
-        if (i > mLine.size()) {
-            QByteArray next;
-            if ((inDouble || inSingle) && mMore && mMore->takeNextLine(next)) {
-                mLine.append(next);
-                continue;
-            }
+        const char *d = mLine.constData();
+        const qint64 n = mLine.size();
+        if (quote == 0) {
+            // Plain value characters: the common case, scanned in a tight loop.
+            while (i <= n && (kClasses[static_cast<unsigned char>(d[i - 1])] & ValueChar))
+                ++i;
+            if (i > n)
+                break;
+            const char c = d[i - 1];
+            if (c != '"' && c != '\'')
+                break;
+            quote = c;
+            ++i;
+            continue;
+        }
+        const void *close = i <= n ? memchr(d + i - 1, quote, size_t(n - i + 1)) : nullptr;
+        if (close) {
+            // The closing quote ends the value just after it.
+            i = static_cast<const char *>(close) - d + 2;
             break;
         }
-        const char c = mLine.at(i - 1);
-        if (c == '"' && !inSingle) {
-            ++i;
-            if (inDouble)
-                break;
-            inDouble = true;
-        } else if (c == '\'' && !inDouble) {
-            ++i;
-            if (inSingle)
-                break;
-            inSingle = true;
-        } else if (inDouble || inSingle || isValueChar(static_cast<unsigned char>(c))) {
-            ++i;
-        } else {
+        QByteArray next;
+        if (!mMore || !mMore->takeNextLine(next)) {
+            i = n + 1;
             break;
         }
+        i = n + 1;
+        mLine.append(next);
     }
     position = i;
     return Span { start - 1, i - start };
