@@ -21,7 +21,8 @@ bool KeyIndex::sameKey(QByteArrayView a, QByteArrayView b)
 {
     if (a.size() != b.size())
         return false;
-    if (memcmp(a.data(), b.data(), size_t(a.size())) == 0)
+    // Empty keys are equal; memcmp must not see their (possibly null) data.
+    if (a.isEmpty() || memcmp(a.data(), b.data(), size_t(a.size())) == 0)
         return true;
     for (qsizetype i = 0; i < a.size(); ++i) {
         if (a[i] != b[i] && lowerAscii(a[i]) != lowerAscii(b[i]))

@@ -176,6 +176,15 @@ private slots:
         QCOMPARE(props.Add("ScriptLine", "a = 1").Key(), QByteArray("ScriptLine[0]"));
     }
 
+    void emptyKeysAreOneKey()
+    {
+        clsElements elements;
+        elements.Add("", "var");
+        QCOMPARE(elements.Add("", "var")->ElementKey(), QByteArray("[0]"));
+        QVERIFY(elements.ItemExist(""));
+        QVERIFY(KeyIndex::sameKey(QByteArrayView(), QByteArrayView("")));
+    }
+
     void elementTypeIsUpperCased()
     {
         clsElements layers;
