@@ -56,7 +56,8 @@ fuzz-deps:
 FUZZER ?= fuzz_reader
 fuzz: fuzz-deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -G Ninja -DKORVI_BUILD_FUZZ=ON \
-	    -DKORVI_BUILD_TESTS=OFF -DKORVI_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	    -DKORVI_BUILD_TESTS=OFF -DKORVI_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	    -DKORVI_PARTS="document;render"
 	cmake --build $(FUZZ_DIR) -j $(JOBS) --target $(FUZZER)
 	mkdir -p fuzz/corpus-$(FUZZER) fuzz/artifacts-$(FUZZER)
 	$(FUZZ_DIR)/fuzz/$(FUZZER) -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=4096 \
