@@ -676,10 +676,14 @@ void PowGrid::PrintGrid(QPrinter &printer)
 
 int PowGrid::CellDataType(const PowGridItem *item, int column) const
 {
-    if (item && item->DataType != dtNone)
-        return item->DataType;
     const Header *h = mHeaders->Item(column + 1);
-    return h ? h->ColumnDataType : dtText;
+    const int columnType = h ? h->ColumnDataType : dtText;
+    // A row's own type stands in for the plain text of its editable cells;
+    // the other cells (the row's name, its button) keep their column's type.
+    const bool plainEditable = !h || (columnType == dtText && h->ColumnEditable);
+    if (item && item->DataType != dtNone && plainEditable)
+        return item->DataType;
+    return columnType;
 }
 
 bool PowGrid::isChecked(const QString &text)

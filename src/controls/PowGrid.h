@@ -28,9 +28,11 @@ class GridTextEditor;
 // HeaderHeight, CellHeight, CellHeightMargin, HScrollIncrement and the columns'
 // widths are in twips.
 //
-// A cell's data type is the row's own DataType when the row has one (not dtNone),
-// else the column's ColumnDataType: a row that needs a drop-down among text rows
-// says so itself.
+// A cell's data type is its column's ColumnDataType, except that a row with a
+// DataType of its own (not dtNone) uses it in the editable plain-text (dtText)
+// columns: a row that needs a drop-down value among text rows says so itself,
+// while its name column (made not editable by the host) and its button column
+// stay as they are.
 //
 // Column numbers in the events and in PowGridItem::CellText are 0-based: the
 // column of Headers().Item(n) is n - 1.
@@ -218,8 +220,8 @@ public:
 
     static constexpr int WheelRowsPerNotch = 3;
 
-    // How a cell is shown and edited: the row's DataType when it has one,
-    // else its column's.
+    // How a cell is shown and edited (see the class comment for which of the
+    // row's and the column's type counts).
     int CellDataType(const PowGridItem *item, int column) const;
     // The text a cell shows (for check, button and progress cells the text that
     // goes with the drawing).

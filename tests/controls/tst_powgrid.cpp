@@ -244,7 +244,9 @@ private slots:
         PowGridItem *unknown = addRow(QStringLiteral("unknown"), QStringLiteral("zz"));
         QCOMPARE(grid->DisplayText(known, 1), QStringLiteral("Bee"));
         QCOMPARE(grid->DisplayText(unknown, 1), QStringLiteral("???"));
-        // An item combo looks in the row's own list, which this row lacks.
+        // An item combo (in a text column) looks in the row's own list, which
+        // this row lacks.
+        grid->Headers()->Item(2)->ColumnDataType = dtText;
         known->DataType = dtItemCombo;
         QCOMPARE(grid->DisplayText(known, 1), QStringLiteral("???"));
         known->ComboList = std::make_shared<clsComboList>();
@@ -252,16 +254,19 @@ private slots:
         QCOMPARE(grid->DisplayText(known, 1), QStringLiteral("Own bee"));
     }
 
-    void rowDataTypeWinsOverTheColumns()
+    void rowDataTypeWinsInEditableTextColumnsOnly()
     {
         setUpColumns(dtText);
         PowGridItem *row = addRow(QStringLiteral("secret"), QStringLiteral("abc"));
         QCOMPARE(grid->CellDataType(row, 1), int(dtText));
         row->DataType = dtPassword;
         QCOMPARE(grid->CellDataType(row, 1), int(dtPassword));
-        QCOMPARE(grid->CellDataType(row, 2), int(dtPassword));
+        QCOMPARE(grid->CellDataType(row, 0), int(dtText));   // not editable: the name
+        QCOMPARE(grid->CellDataType(row, 2), int(dtButton)); // not plain text: the button
+        grid->Headers()->Item(1)->ColumnEditable = true;
+        QCOMPARE(grid->CellDataType(row, 0), int(dtPassword));
         row->DataType = dtNone;
-        QCOMPARE(grid->CellDataType(row, 2), int(dtButton));
+        QCOMPARE(grid->CellDataType(row, 1), int(dtText));
     }
 
     // ---- editing ----------------------------------------------------------
