@@ -34,6 +34,11 @@ class GridTextEditor;
 // while its name column (made not editable by the host) and its button column
 // stay as they are.
 //
+// CellLines 0 draws no lines between cells; any other value draws single lines.
+// BorderStyle 1 draws a one-pixel border, 0 none. UseTouchScreen is kept and
+// saved with the look but changes nothing: the editors behave the same for
+// mouse and touch.
+//
 // Column numbers in the events and in PowGridItem::CellText are 0-based: the
 // column of Headers().Item(n) is n - 1.
 class PowGrid : public QWidget
