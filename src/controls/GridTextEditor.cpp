@@ -35,8 +35,9 @@ void GridTextEditor::keyPressEvent(QKeyEvent *event)
     }
     const bool filteredType = mDataType == dtNumber || mDataType == dtDecimal;
     const QString typed = event->text();
-    if (!filteredType || typed.isEmpty() || !typed.front().isPrint()
-        && typed.front() != QLatin1Char('\b')) {
+    const bool typesACharacter = !typed.isEmpty()
+        && (typed.front().isPrint() || typed.front() == QLatin1Char('\b'));
+    if (!filteredType || !typesACharacter) {
         QLineEdit::keyPressEvent(event);
         return;
     }
