@@ -7,7 +7,7 @@ JOBS      ?= $(shell nproc)
 FUZZ_SECONDS ?= 300
 
 PACKAGES := cmake ninja-build g++ make qt6-base-dev libbenchmark-dev \
-            fonts-dejavu-core fonts-liberation2
+            fonts-dejavu-core fonts-liberation2 poppler-utils
 FUZZ_PACKAGES := clang libclang-rt-14-dev
 
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
