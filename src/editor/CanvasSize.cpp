@@ -1,0 +1,36 @@
+#include "CanvasSize.h"
+
+#include "PictureCache.h"
+#include "ResourceLookup.h"
+#include "SkinContext.h"
+#include "SkinNumber.h"
+#include "StringInfoSink.h"
+
+namespace CanvasSize {
+
+QSize ofFormat(const QString &format)
+{
+    const QByteArray text = format.toLatin1();
+    const qint64 w = SkinNumber::leadingInteger(text);
+    const qint64 h = text.size() > 4 ? SkinNumber::leadingInteger(text.mid(4)) : 0;
+    if (w < 1 || h < 1 || w > 20000 || h > 20000)
+        return {};
+    return QSize(int(w), int(h));
+}
+
+QSize forSkin(const SkinContext &context, PictureCache &cache)
+{
+    // The background is looked for again when drawing, and reported there.
+    StringInfoSink quiet;
+    const QString background = ResourceLookup(context, quiet).LocateBackground();
+    if (!background.isEmpty()) {
+        QImage buffer;
+        const QSize size = cache.LoadImageFile(background, buffer);
+        if (size.width() > 0 && size.height() > 0)
+            return size;
+    }
+    const QSize fromFormat = ofFormat(context.SkinFormat);
+    return fromFormat.isValid() ? fromFormat : QSize(800, 480);
+}
+
+} // namespace CanvasSize

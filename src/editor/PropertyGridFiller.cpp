@@ -1,0 +1,92 @@
+#include "PropertyGridFiller.h"
+
+#include "NodeKey.h"
+#include "PowGrid.h"
+#include "Twips.h"
+#include "clsComboList.h"
+#include "clsKorviInterface.h"
+
+namespace {
+
+QString shown(QByteArrayView bytes)
+{
+    return QString::fromLatin1(bytes.data(), bytes.size());
+}
+
+// The names of a collection's entries, in document order, as drop-down choices.
+std::shared_ptr<clsComboList> namesOf(const clsElements &entries)
+{
+    auto list = std::make_shared<clsComboList>();
+    for (const clsElement *entry : entries) {
+        const QString name = shown(entry->strName());
+        if (!list->ItemExist(name))
+            list->Add(name, name);
+    }
+    return list;
+}
+
+} // namespace
+
+void PropertyGridFiller::setUpColumns(PowGrid &grid)
+{
+    // Each column starts 100 pixels wide (the grid keeps widths in twips).
+    const int width = Twips::fromPixelsX(100, &grid);
+    clsHeaders *headers = grid.Headers();
+    headers->Clear();
+    Header *name = headers->Add(QStringLiteral("Property"), width, true, dtText);
+    // Names are changed through the tree's menus, not typed over in the grid.
+    name->ColumnEditable = false;
+    headers->Add(QStringLiteral("Value"), width, true, dtText);
+    headers->Add(QStringLiteral("IDKey"), width, false, dtText);
+    headers->Add(QStringLiteral("NodeKey"), width, false, dtText);
+    Header *button = headers->Add(QStringLiteral("..."), width, true, dtButton);
+    // A button is pressed, not edited: the row's own value type stays off it.
+    button->ColumnEditable = false;
+}
+
+int PropertyGridFiller::valueTypeFor(const QByteArray &name)
+{
+    if (name == "template" || name == "fonttype")
+        return dtItemCombo;
+    static const QByteArray numbers[] = { "x", "y", "z", "w", "h", "fontsize", "padding" };
+    for (const QByteArray &number : numbers) {
+        if (name == number)
+            return dtNumber;
+    }
+    return dtNone;
+}
+
+bool PropertyGridFiller::hasChooser(const QByteArray &name)
+{
+    return name == "color" || name == "bmp" || name == "iconspr" || name == "bg";
+}
+
+void PropertyGridFiller::fill(PowGrid &grid, const clsElement &element,
+                              const QByteArray &ownerNodeKey, const clsKorviInterface &document)
+{
+    grid.Items()->Clear();
+    std::shared_ptr<clsComboList> templates;
+    std::shared_ptr<clsComboList> fonts;
+    for (const clsProperty property : element.Properties()) {
+        const QByteArray name = property.IDKey();
+        const QByteArrayView value = property.valueView();
+        PowGridItem *row = grid.Items()->Add();
+        row->setCellText(ColProperty, shown(name));
+        row->setCellText(ColValue, value == clsProperty::noValue() ? QString() : shown(value));
+        row->setCellText(ColIDKey, shown(property.Key()));
+        row->setCellText(ColNodeKey, shown(ownerNodeKey + NodeKey::Separator + 'P' + property.Key()));
+        if (hasChooser(name))
+            row->setCellText(ColButton, QStringLiteral("..."));
+        row->DataType = valueTypeFor(name);
+        if (name == "template") {
+            if (!templates)
+                templates = namesOf(document.Templates());
+            row->ComboList = templates;
+        } else if (name == "fonttype") {
+            if (!fonts)
+                fonts = namesOf(document.Fonts());
+            row->ComboList = fonts;
+        }
+    }
+    grid.RedrawGrid();
+}

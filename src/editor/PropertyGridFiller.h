@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+class PowGrid;
+class clsElement;
+class clsKorviInterface;
+
+// Fills the property grid of the main window with the properties of one object:
+// one row per property in order, with the name, the value ("" for a bare flag),
+// the property's key, the key of its tree node, and the "..." button for
+// properties that have a chooser. The kind of the value cell follows the name:
+// "template" and "fonttype" choose among the document's templates and font
+// types, positions and sizes are numbers.
+class PropertyGridFiller
+{
+public:
+    // The grid's columns, 0-based.
+    enum Column { ColProperty = 0, ColValue = 1, ColIDKey = 2, ColNodeKey = 3, ColButton = 4 };
+
+    // The five columns: "Property", "Value", hidden "IDKey" and "NodeKey", "...".
+    static void setUpColumns(PowGrid &grid);
+
+    // Clears the rows, then adds one per property of `element`; `ownerNodeKey`
+    // is the key of the element's tree node.
+    static void fill(PowGrid &grid, const clsElement &element, const QByteArray &ownerNodeKey,
+                     const clsKorviInterface &document);
+
+    // The data type of the value cell for a property name (dtNone: the column's).
+    static int valueTypeFor(const QByteArray &name);
+    // Whether a property name has a chooser behind the "..." button.
+    static bool hasChooser(const QByteArray &name);
+};

@@ -1,0 +1,70 @@
+#include "SettingsFile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace {
+
+QByteArray firstLine(const QByteArray &bytes)
+{
+    qsizetype end = 0;
+    while (end < bytes.size() && bytes.at(end) != '\r' && bytes.at(end) != '\n')
+        ++end;
+    return bytes.left(end);
+}
+
+// Only blanks are trimmed, as the file's one line is a folder path.
+QByteArray trimmedBlanks(QByteArray text)
+{
+    while (text.startsWith(' '))
+        text.remove(0, 1);
+    while (text.endsWith(' '))
+        text.chop(1);
+    return text;
+}
+
+} // namespace
+
+SettingsFile::SettingsFile(const QString &programFolder, const QString &configFolder)
+    : mProgramFolder(programFolder)
+    , mConfigFolder(configFolder)
+{
+}
+
+SettingsFile SettingsFile::forApplication()
+{
+    return SettingsFile(QCoreApplication::applicationDirPath(),
+                        QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
+}
+
+QString SettingsFile::path() const
+{
+    const QFileInfo program(mProgramFolder);
+    const bool programWritable = program.isDir() && program.isWritable();
+    const QString folder = programWritable || mConfigFolder.isEmpty() ? mProgramFolder : mConfigFolder;
+    return QDir(folder).filePath(fileName());
+}
+
+void SettingsFile::ReadSettings(QString &skinDirectory) const
+{
+    QFile file(path());
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    const QByteArray line = trimmedBlanks(firstLine(file.readAll()));
+    if (file.error() != QFileDevice::NoError)
+        return;
+    skinDirectory = line.isEmpty() ? mProgramFolder : QString::fromLocal8Bit(line);
+}
+
+void SettingsFile::WriteSettings(const QString &skinDirectory) const
+{
+    const QString target = path();
+    QDir().mkpath(QFileInfo(target).absolutePath());
+    QFile file(target);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return;
+    file.write(skinDirectory.toLocal8Bit() + "\r\n");
+}

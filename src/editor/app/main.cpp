@@ -1,0 +1,40 @@
+// korvi-editor: the skin editor's window.
+//
+//   korvi-editor [--skin-dir DIR] [--screenshot OUT.png] [FILE.ui | FOLDER]
+//
+// A file is opened as the Open command opens it, a folder as the Dir command;
+// --skin-dir sets the default skin directory for this run; --screenshot opens,
+// shows the first layer, writes a picture of the window and ends.
+#include "EditorEnvironment.h"
+#include "QtDialogs.h"
+#include "SettingsFile.h"
+#include "SkinContext.h"
+#include "WebLink.h"
+#include "clsKorviInterface.h"
+#include "frmEditor.h"
+#include "EditorStartup.h"
+
+#include <QApplication>
+#include <QTextStream>
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("korvi-editor"));
+    QApplication::setOrganizationName(QStringLiteral("Korvi8"));
+
+    QString error;
+    const EditorStartup::Options options = EditorStartup::parse(app.arguments(), error);
+    if (!error.isEmpty()) {
+        QTextStream(stderr) << error << '\n' << EditorStartup::usage() << '\n';
+        return 2;
+    }
+
+    clsKorviInterface document;
+    SkinContext context;
+    QtDialogs dialogs;
+    const SettingsFile settings = SettingsFile::forApplication();
+    WebLink web(dialogs);
+    frmEditor window({ document, context, dialogs, settings, web });
+    return EditorStartup::run(window, options);
+}

@@ -1,0 +1,655 @@
+#include "frmEditor.h"
+
+#include "ApplicationInfo.h"
+#include "CanvasSize.h"
+#include "Dialogs.h"
+#include "HourglassCursor.h"
+#include "LayerRenderer.h"
+#include "MovableShape.h"
+#include "NodeKey.h"
+#include "ObjectTreeModel.h"
+#include "PictureCache.h"
+#include "PowGrid.h"
+#include "PropertyGridFiller.h"
+#include "ResourceLookup.h"
+#include "SettingsFile.h"
+#include "SkinCanvas.h"
+#include "SkinContext.h"
+#include "SkinFileNames.h"
+#include "SkinFolderListing.h"
+#include "SkinFonts.h"
+#include "SkinLoader.h"
+#include "SkinReadError.h"
+#include "Splitter.h"
+#include "TextBoxInfoSink.h"
+#include "ToolbarImages.h"
+#include "UiFileReader.h"
+#include "UiFileWriter.h"
+#include "clsKorviInterface.h"
+#include "frmAbout.h"
+#include "frmSettings.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTreeView>
+
+namespace {
+
+const QString kSkinFilter = QStringLiteral("User Interface File Korvi8|*.ui");
+const QString kTitle = QStringLiteral("Korvi8 Template Editor");
+
+struct ButtonSpec
+{
+    const char *key;
+    const char *caption;
+    const char *toolTip;
+};
+
+const ButtonSpec kButtons[] = {
+    { "Open", "Open", "Open Template File" },
+    { "Dir", "All", "Open All Template Directory" },
+    { "Save", "Save", "Save Skin" },
+    { "Lock", "Move", "Lock move" },
+    { "Settings", "Settings", "Edit General Settings" },
+    { "Prev", "Prev", "Previous Layer" },
+    { "Next", "Next", "Next Layer" },
+    { "About", "About", "About" },
+};
+
+// The element types offered by "Add Object". Entry 0 is the one the menu always
+// has; the others are made at start-up.
+const char *const kFirstElementType = "TEXT";
+const char *const kMoreElementTypes[] = { "SPRITE", "BUTTON", "CHECKBOX", "SLIDER",
+                                          "HSCROLLBAR", "LIST", "PUSHBUTTON" };
+
+// A message box must not show the hourglass of the command that asks it.
+Dialogs::Button askWithArrow(Dialogs &dialogs, const QString &title, const QString &text,
+                             Dialogs::Icon icon, Dialogs::Buttons buttons = Dialogs::Buttons::Ok)
+{
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const Dialogs::Button answer = dialogs.message(title, text, icon, buttons);
+    QApplication::restoreOverrideCursor();
+    return answer;
+}
+
+} // namespace
+
+frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
+    : QMainWindow(parent)
+    , mEnv(environment)
+{
+    setObjectName(QStringLiteral("frmEditor"));
+    showModalForm = [](QDialog &form) { form.exec(); };
+    createControls();
+
+    // Start-up: the settings, the grid's columns, the "Add Object" entries; no
+    // file is opened and there is nothing to save yet.
+    mEnv.settings.ReadSettings(mEnv.context.SkinDirectory);
+    setUpPropertyGrid();
+    for (const char *type : kMoreElementTypes)
+        mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(type));
+    button(QStringLiteral("Save"))->setEnabled(false);
+    setWindowTitle(kTitle);
+    resize(1320, 860);
+}
+
+frmEditor::~frmEditor()
+{
+    // The view goes before the model it shows.
+    delete tvwObjects;
+    tvwObjects = nullptr;
+}
+
+// ---- controls ------------------------------------------------------------------
+
+void frmEditor::createControls()
+{
+    imlMain = new ToolbarImages;
+    mTree = new ObjectTreeModel(mEnv.document, this);
+    createToolbar();
+    createPanes();
+    createMenus();
+
+    mInfoSink = std::make_unique<TextBoxInfoSink>(txtInfo);
+    mCache = std::make_unique<PictureCache>();
+    mFonts = std::make_unique<SkinFonts>(mInfoSink.get());
+    mLookup = std::make_unique<ResourceLookup>(mEnv.context, *mInfoSink);
+    mRenderer = std::make_unique<LayerRenderer>(mEnv.document, *mLookup, *mCache, *mFonts);
+}
+
+void frmEditor::createToolbar()
+{
+    tlbMain = new QToolBar(QStringLiteral("tlbMain"), this);
+    tlbMain->setObjectName(QStringLiteral("tlbMain"));
+    tlbMain->setMovable(false);
+    tlbMain->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    tlbMain->setIconSize(QSize(24, 24));
+    for (const ButtonSpec &spec : kButtons) {
+        const QString key = QString::fromLatin1(spec.key);
+        QAction *action = tlbMain->addAction(QString::fromLatin1(spec.caption));
+        action->setObjectName(key);
+        action->setToolTip(QString::fromLatin1(spec.toolTip));
+        action->setIcon(imlMain->image(key == QLatin1String("Lock") ? QStringLiteral("LockOff") : key));
+        action->setCheckable(key == QLatin1String("Lock"));
+    }
+    addToolBar(Qt::TopToolBarArea, tlbMain);
+    connect(tlbMain, &QToolBar::actionTriggered, this, &frmEditor::tlbMain_ButtonClick);
+}
+
+void frmEditor::createPanes()
+{
+    tvwObjects = new QTreeView;
+    tvwObjects->setObjectName(QStringLiteral("tvwObjects"));
+    tvwObjects->setHeaderHidden(true);
+    // Every row is one line high: the view need not measure a hundred thousand
+    // rows to place its scroll bar.
+    tvwObjects->setUniformRowHeights(true);
+    tvwObjects->setModel(mTree);
+    connect(tvwObjects->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex &current) { NodeClick(current); });
+
+    pgrProperty = new PowGrid;
+    pgrProperty->setObjectName(QStringLiteral("pgrProperty"));
+
+    pctTemplate = new SkinCanvas;
+    pctTemplate->setObjectName(QStringLiteral("pctTemplate"));
+    mshObject = new MovableShape(pctTemplate);
+    mshObject->setObjectName(QStringLiteral("mshObject"));
+    mshObject->hide();
+    connect(pctTemplate, &SkinCanvas::mouseMovedTo, this, [this](QPoint p) {
+        setStatus(3, QStringLiteral("X:%1 Y:%2").arg(p.x()).arg(p.y()));
+    });
+    canvasArea = new QScrollArea;
+    canvasArea->setObjectName(QStringLiteral("canvasArea"));
+    canvasArea->setWidget(pctTemplate);
+    canvasArea->setWidgetResizable(false);
+    canvasArea->setBackgroundRole(QPalette::Dark);
+
+    txtInfo = new QPlainTextEdit;
+    txtInfo->setObjectName(QStringLiteral("txtInfo"));
+    txtInfo->setReadOnly(true);
+
+    // Tree over grid on the left; canvas over information box on the right.
+    splProperty = new Splitter;
+    splProperty->setObjectName(QStringLiteral("splProperty"));
+    splProperty->setSplitterOrientation(Splitter::OneAboveTheOther);
+    splProperty->setControls(tvwObjects, pgrProperty);
+    splProperty->setSplitterPosition(6600);
+
+    splInfo = new Splitter;
+    splInfo->setObjectName(QStringLiteral("splInfo"));
+    splInfo->setSplitterOrientation(Splitter::OneAboveTheOther);
+    splInfo->setControls(canvasArea, txtInfo);
+    splInfo->setSplitterPosition(7800);
+
+    splMain = new Splitter(this);
+    splMain->setObjectName(QStringLiteral("splMain"));
+    splMain->setSplitterOrientation(Splitter::SideBySide);
+    splMain->setControls(splProperty, splInfo);
+    splMain->setSplitterPosition(5700);
+    setCentralWidget(splMain);
+
+    // A moved bar changes what the canvas shows of the layer: draw it again.
+    connect(splMain, &Splitter::EndResize, this, &frmEditor::RefreshCanvas);
+    connect(splInfo, &Splitter::EndResize, this, &frmEditor::RefreshCanvas);
+
+    stbMain = new QStatusBar(this);
+    stbMain->setObjectName(QStringLiteral("stbMain"));
+    for (int i = 0; i < 3; ++i) {
+        auto *panel = new QLabel;
+        panel->setObjectName(QStringLiteral("stbPanel%1").arg(i + 1));
+        panel->setMinimumWidth(i == 2 ? 120 : 220);
+        stbMain->addWidget(panel, i == 0 ? 2 : 1);
+        mPanels << panel;
+    }
+    setStatusBar(stbMain);
+}
+
+void frmEditor::createMenus()
+{
+    mnuProperty = new QMenu(QStringLiteral("Property"), this);
+    mnuProperty->setObjectName(QStringLiteral("mnuProperty"));
+    mnuProperty->addAction(QStringLiteral("Remove Property"))->setObjectName(QStringLiteral("mnuRemoveProperty"));
+
+    mnuLayer = new QMenu(QStringLiteral("Layer"), this);
+    mnuLayer->setObjectName(QStringLiteral("mnuLayer"));
+    mnuAddObject = mnuLayer->addMenu(QStringLiteral("Add Object"));
+    mnuAddObject->setObjectName(QStringLiteral("mnuAddObject"));
+    mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(kFirstElementType));
+    mnuLayer->addAction(QStringLiteral("Add New Layer"))->setObjectName(QStringLiteral("mnuAddLayer"));
+    mnuLayer->addAction(QStringLiteral("Remove Layer"))->setObjectName(QStringLiteral("mnuRemoveLayer"));
+
+    mnuElement = new QMenu(QStringLiteral("Element"), this);
+    mnuElement->setObjectName(QStringLiteral("mnuElement"));
+    mnuElement->addAction(QStringLiteral("Add Property"))->setObjectName(QStringLiteral("mnuAddProperty"));
+    mnuElement->addAction(QStringLiteral("Remove Object"))->setObjectName(QStringLiteral("mnuRemoveObject"));
+}
+
+void frmEditor::setUpPropertyGrid()
+{
+    PropertyGridFiller::setUpColumns(*pgrProperty);
+}
+
+QAction *frmEditor::button(const QString &key) const
+{
+    for (QAction *action : tlbMain->actions()) {
+        if (action->objectName() == key)
+            return action;
+    }
+    return nullptr;
+}
+
+QString frmEditor::statusText(int panel) const
+{
+    return panel >= 1 && panel <= mPanels.size() ? mPanels.at(panel - 1)->text() : QString();
+}
+
+void frmEditor::setStatus(int panel, const QString &text)
+{
+    if (panel >= 1 && panel <= mPanels.size())
+        mPanels.at(panel - 1)->setText(text);
+}
+
+void frmEditor::setTitle(const QString &name)
+{
+    setWindowTitle(kTitle + QStringLiteral(" <") + name + QLatin1Char('>'));
+}
+
+// ---- commands --------------------------------------------------------------------
+
+void frmEditor::tlbMain_ButtonClick(QAction *button)
+{
+    const QString key = button ? button->objectName() : QString();
+    if (key == QLatin1String("Dir"))
+        DirCommand();
+    else if (key == QLatin1String("Open"))
+        OpenCommand();
+    else if (key == QLatin1String("Save"))
+        SaveCommand();
+    else if (key == QLatin1String("Lock"))
+        LockCommand();
+    else if (key == QLatin1String("About"))
+        AboutCommand();
+    else if (key == QLatin1String("Settings"))
+        SettingsCommand();
+    // "Prev" and "Next" have no case on purpose: layers are chosen in the tree.
+}
+
+void frmEditor::OpenCommand()
+{
+    const QString start = mEnv.context.UiFilePath.isEmpty()
+        ? mEnv.context.SkinDirectory
+        : QFileInfo(mEnv.context.UiFilePath).absolutePath();
+    const QString path = mEnv.dialogs.openFileName(QStringLiteral("Open Template File"), start, kSkinFilter);
+    if (path.isEmpty())
+        return;
+    openSkinFile(path);
+}
+
+void frmEditor::openSkinFile(const QString &path)
+{
+    ClearDocument();
+    HourglassCursor hourglass;
+    const QFileInfo file(path);
+    setTitle(file.fileName());
+    const QString format = SkinLoader::skinFormatFromFileName(path);
+    if (!format.isEmpty())
+        mEnv.context.SkinFormat = format;
+    mEnv.context.UiFilePath = file.absoluteFilePath();
+
+    for (const QString &tpl : SkinLoader::templateFilesBeside(path)) {
+        if (SkinFileNames::FileExists(tpl))
+            readSkinFile(tpl, true);
+    }
+    const QString scheme = SkinLoader::mainSchemeFor(path);
+    if (!scheme.isEmpty())
+        readSkinFile(scheme, true);
+    readSkinFile(path, false);
+    finishLoading();
+}
+
+void frmEditor::DirCommand()
+{
+    const QString folder = mEnv.dialogs.folder(QStringLiteral("Select Skin ui Directory"),
+                                               mEnv.context.SkinDirectory);
+    if (folder.isEmpty())
+        return;
+    openSkinFolder(folder);
+}
+
+void frmEditor::openSkinFolder(const QString &folder)
+{
+    ClearDocument();
+    HourglassCursor hourglass;
+    setTitle(folder);
+
+    // Everything is read as part of the skin here, the shared scheme and the
+    // common files included, unlike Open, which marks templates as imported.
+    QString lastFile;
+    for (const QString &file : SkinFolderListing::uiFilesIn(folder)) {
+        readSkinFile(file, false);
+        const QString format = SkinLoader::skinFormatFromFileName(file);
+        if (!format.isEmpty())
+            mEnv.context.SkinFormat = format;
+        lastFile = file;
+    }
+    // The pictures of the skin are looked up from its ui folder, and saving
+    // offers the last file of the folder.
+    mEnv.context.UiFilePath = lastFile.isEmpty() ? QDir(folder).filePath(QStringLiteral("skin.ui"))
+                                                 : QFileInfo(lastFile).absoluteFilePath();
+    const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
+    if (SkinFileNames::FileExists(scheme))
+        readSkinFile(scheme, false);
+    const QString common = QDir::cleanPath(folder + QStringLiteral("/../../common/ui"));
+    for (const QString &file : SkinFolderListing::uiFilesIn(common))
+        readSkinFile(file, false);
+    finishLoading();
+}
+
+bool frmEditor::readSkinFile(const QString &path, bool imported)
+{
+    try {
+        ReadUiFile(mEnv.document, path, imported);
+        return true;
+    } catch (const SkinReadError &error) {
+        reportReadError(error.file(), error.line(), error.message());
+    }
+    return false;
+}
+
+// What was read before the line stays in the document, and the other files are
+// still read.
+void frmEditor::reportReadError(const QString &file, qint64 line, const QString &message)
+{
+    askWithArrow(mEnv.dialogs, QStringLiteral("Read Skin File"),
+                 QStringLiteral("Error reading %1, line %2:\r\n%3").arg(file).arg(line).arg(message),
+                 Dialogs::Icon::Warning);
+}
+
+void frmEditor::ClearDocument()
+{
+    HideMovingTool();
+    mCurrentObject = nullptr;
+    mShownLayer = nullptr;
+    mCurrentNodeKey.clear();
+    mShownLayerKey.clear();
+    mTemplateShown = false;
+    mFrameOnObject = false;
+    mRenderer->setHighlighted(nullptr);
+    mRenderer->forgetDrawnObjects();
+    mTree->clear();
+    mEnv.document.Clear();
+    pgrProperty->Items()->Clear();
+    pctTemplate->clearPicture();
+    pctTmp = QImage();
+    for (int panel = 1; panel <= 2; ++panel)
+        setStatus(panel, QString());
+}
+
+void frmEditor::finishLoading()
+{
+    mFonts->loadSkinFonts(mEnv.context);
+    mTree->BuildObjectTree(false);
+    // The canvas shows the skin's background until a node is chosen.
+    DrawLayer(nullptr);
+    button(QStringLiteral("Save"))->setEnabled(true);
+}
+
+void frmEditor::SaveCommand()
+{
+    const QString path = mEnv.dialogs.saveFileName(QStringLiteral("Save Skin"), mEnv.context.UiFilePath,
+                                                   kSkinFilter);
+    if (path.isEmpty())
+        return;
+    if (SkinFileNames::FileExists(path)) {
+        const auto answer = mEnv.dialogs.message(QStringLiteral("Save File"),
+                                                 QStringLiteral("File already exists, do you want to overwrite?"),
+                                                 Dialogs::Icon::Question, Dialogs::Buttons::YesNo);
+        if (answer != Dialogs::Button::Yes)
+            return;
+    }
+    setTitle(QFileInfo(path).fileName());
+    HourglassCursor hourglass;
+    const bool saved = WriteUiFile(mEnv.document, path, [this](const QString &message) {
+        askWithArrow(mEnv.dialogs, kTitle, message, Dialogs::Icon::Warning);
+    });
+    hourglass.restore();
+    if (saved)
+        mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
+}
+
+void frmEditor::LockCommand()
+{
+    QAction *lock = button(QStringLiteral("Lock"));
+    lock->setIcon(imlMain->image(lock->isChecked() ? QStringLiteral("LockOn") : QStringLiteral("LockOff")));
+    PositionMovingTool();
+}
+
+void frmEditor::SettingsCommand()
+{
+    frmSettings form(mEnv.context, mEnv.dialogs, this);
+    showModalForm(form);
+}
+
+void frmEditor::AboutCommand()
+{
+    frmAbout form(mEnv.web, this);
+    showModalForm(form);
+}
+
+void frmEditor::setRunSkinDirectory(const QString &directory)
+{
+    mSavedSkinDirectory = mEnv.context.SkinDirectory;
+    mRunSkinDirectory = directory;
+    mHasRunSkinDirectory = true;
+    mEnv.context.SkinDirectory = directory;
+}
+
+void frmEditor::closeEvent(QCloseEvent *event)
+{
+    const bool keepSaved = mHasRunSkinDirectory && mEnv.context.SkinDirectory == mRunSkinDirectory;
+    mEnv.settings.WriteSettings(keepSaved ? mSavedSkinDirectory : mEnv.context.SkinDirectory);
+    QMainWindow::closeEvent(event);
+}
+
+// ---- selection and drawing ----------------------------------------------------------
+
+void frmEditor::selectNode(const QModelIndex &node)
+{
+    for (QModelIndex up = node.parent(); up.isValid(); up = up.parent())
+        tvwObjects->expand(up);
+    if (tvwObjects->currentIndex() == node)
+        NodeClick(node);
+    else
+        tvwObjects->setCurrentIndex(node);
+    tvwObjects->scrollTo(node);
+}
+
+void frmEditor::NodeClick(const QModelIndex &node)
+{
+    HideMovingTool();
+    const QByteArray key = mTree->nodeKey(node);
+    const NodeTarget target = mTree->resolve(node);
+    const bool header = node.isValid() && mTree->nodeKind(node.parent()) == ObjectTreeNode::Headers;
+    // A node whose key names nothing is passed over.
+    const char letter = header ? 0 : NodeKey::letterOf(key);
+    switch (letter) {
+    case 'L':
+    case 'U':
+    case 'S':
+        if (target.element)
+            showBlock(node, target.element);
+        break;
+    case 'T':
+        if (target.element)
+            showTemplate(node, target.element);
+        break;
+    case 'E':
+        if (target.element)
+            showElement(node, target.element);
+        break;
+    case 'P':
+        NodeClick(node.parent());
+        break;
+    default:
+        clearSelectionDisplay();
+        // A header variable has no picture, but its values are still shown.
+        if (header && target.element) {
+            mCurrentObject = target.element;
+            mCurrentNodeKey = key;
+            fillGrid(*target.element, key);
+        }
+        break;
+    }
+}
+
+void frmEditor::showBlock(const QModelIndex &node, const clsElement *block)
+{
+    mCurrentObject = const_cast<clsElement *>(block);
+    mCurrentNodeKey = mTree->nodeKey(node);
+    mShownLayerKey = mCurrentNodeKey;
+    mTemplateShown = false;
+    mFrameOnObject = false;
+    mRenderer->setHighlighted(nullptr);
+    DrawLayer(block);
+    setStatus(1, mTree->nodeText(node));
+    setStatus(2, QString::fromLatin1(block->strName()));
+    fillGrid(*block, mCurrentNodeKey);
+}
+
+void frmEditor::showTemplate(const QModelIndex &node, clsElement *tpl)
+{
+    mCurrentObject = tpl;
+    mCurrentNodeKey = mTree->nodeKey(node);
+    mShownLayerKey = mCurrentNodeKey;
+    mTemplateShown = true;
+    mFrameOnObject = false;
+    mRenderer->setHighlighted(nullptr);
+    drawTemplateAlone(tpl);
+    setStatus(1, mTree->nodeText(node));
+    setStatus(2, QString::fromLatin1(tpl->strName()));
+    fillGrid(*tpl, mCurrentNodeKey);
+}
+
+void frmEditor::showElement(const QModelIndex &node, clsElement *element)
+{
+    const QByteArray key = mTree->nodeKey(node);
+    // The object is shown over its own layer (or template): when another one is
+    // on the canvas, the parent node is shown first.
+    const bool layerShown = !mShownLayerKey.isEmpty()
+        && key.startsWith(mShownLayerKey + NodeKey::Separator) && mShownLayer;
+    if (!layerShown)
+        NodeClick(node.parent());
+    HideMovingTool();
+    mCurrentObject = element;
+    mCurrentNodeKey = key;
+    mFrameOnObject = true;
+    RefreshCanvas();
+    setStatus(1, mTree->nodeText(node));
+}
+
+void frmEditor::clearSelectionDisplay()
+{
+    mCurrentObject = nullptr;
+    mShownLayer = nullptr;
+    mCurrentNodeKey.clear();
+    mShownLayerKey.clear();
+    mTemplateShown = false;
+    mFrameOnObject = false;
+    mRenderer->setHighlighted(nullptr);
+    mRenderer->forgetDrawnObjects();
+    pctTemplate->clearPicture();
+    pctTmp = QImage();
+    pgrProperty->Items()->Clear();
+    for (int panel = 1; panel <= 2; ++panel)
+        setStatus(panel, QString());
+}
+
+void frmEditor::fillGrid(const clsElement &element, const QByteArray &nodeKey)
+{
+    PropertyGridFiller::fill(*pgrProperty, element, nodeKey, mEnv.document);
+}
+
+QImage frmEditor::freshCanvas()
+{
+    QImage canvas(CanvasSize::forSkin(mEnv.context, *mCache), QImage::Format_RGB32);
+    canvas.fill(Qt::black);
+    return canvas;
+}
+
+void frmEditor::DrawLayer(const clsElement *layer)
+{
+    pctTmp = freshCanvas();
+    mRenderer->DrawLayer(layer, pctTmp);
+    mShownLayer = layer;
+    pctTemplate->setPicture(pctTmp);
+}
+
+void frmEditor::DrawSingleLayer(const clsElement *layer)
+{
+    if (pctTmp.isNull())
+        pctTmp = freshCanvas();
+    mRenderer->DrawSingleLayer(layer, pctTmp);
+    pctTemplate->setPicture(pctTmp);
+}
+
+// The default background with the template alone on it.
+void frmEditor::drawTemplateAlone(const clsElement *tpl)
+{
+    pctTmp = freshCanvas();
+    mRenderer->DrawLayer(nullptr, pctTmp);
+    mRenderer->DrawElement(tpl, pctTmp, 0, 0, false);
+    mShownLayer = tpl;
+    pctTemplate->setPicture(pctTmp);
+}
+
+void frmEditor::RefreshCanvas()
+{
+    if (!mShownLayer)
+        return;
+    const clsElement *object = mFrameOnObject ? mCurrentObject : nullptr;
+    mRenderer->setHighlighted(object);
+    if (mTemplateShown)
+        drawTemplateAlone(mShownLayer);
+    else
+        DrawLayer(mShownLayer);
+    // An object the layer does not draw itself (one inside another object, or
+    // inside a template) is drawn over the picture.
+    if (object && mRenderer->boxOf(object) == DrawnBox()) {
+        mRenderer->DrawElement(object, pctTmp, 0, 0, true);
+        pctTemplate->setPicture(pctTmp);
+    }
+    if (mFrameOnObject)
+        PositionMovingTool();
+}
+
+void frmEditor::PositionMovingTool()
+{
+    if (!mCurrentObject)
+        return;
+    pgrProperty->Items()->Clear();
+    if (mFrameOnObject) {
+        const bool locked = button(QStringLiteral("Lock"))->isChecked();
+        const DrawnBox box = mRenderer->boxOf(mCurrentObject);
+        const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
+        const int handle = mshObject->handleSize();
+        mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
+        mshObject->raise();
+        mshObject->setVisible(!locked);
+    }
+    fillGrid(*mCurrentObject, mCurrentNodeKey);
+}
+
+void frmEditor::HideMovingTool()
+{
+    mshObject->hide();
+}

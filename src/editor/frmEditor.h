@@ -1,0 +1,174 @@
+#pragma once
+
+#include "EditorEnvironment.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QMainWindow>
+#include <QModelIndex>
+
+#include <functional>
+#include <memory>
+
+class LayerRenderer;
+class MovableShape;
+class ObjectTreeModel;
+class PictureCache;
+class PowGrid;
+class QAction;
+class QLabel;
+class QMenu;
+class QPlainTextEdit;
+class QScrollArea;
+class QStatusBar;
+class QToolBar;
+class QTreeView;
+class ResourceLookup;
+class SkinCanvas;
+class SkinFonts;
+class Splitter;
+class TextBoxInfoSink;
+class ToolbarImages;
+class clsElement;
+
+// The editor's main window: the document's tree, the canvas with the selected
+// layer, the property grid and the information box, and the toolbar commands
+// that open, save and set up skins.
+class frmEditor : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit frmEditor(const EditorEnvironment &environment, QWidget *parent = nullptr);
+    ~frmEditor() override;
+
+    // ---- controls -----------------------------------------------------------
+    QToolBar *tlbMain;
+    ToolbarImages *imlMain;
+    QTreeView *tvwObjects;
+    SkinCanvas *pctTemplate;
+    // The off-screen picture a layer is composed in before it goes to the canvas.
+    QImage pctTmp;
+    MovableShape *mshObject;
+    PowGrid *pgrProperty;
+    QPlainTextEdit *txtInfo;
+    QStatusBar *stbMain;
+    Splitter *splMain;
+    Splitter *splInfo;
+    Splitter *splProperty;
+    QScrollArea *canvasArea;
+    QMenu *mnuProperty;
+    QMenu *mnuLayer;
+    QMenu *mnuAddObject;
+    QList<QAction *> mnuAddElement;
+    QMenu *mnuElement;
+
+    // A toolbar button by its key ("Open", "Dir", "Save", "Lock", ...).
+    QAction *button(const QString &key) const;
+    // The text of a status bar panel, 1 to 3: the selected node, the layer shown,
+    // the mouse position.
+    QString statusText(int panel) const;
+
+    ObjectTreeModel *objectTree() const { return mTree; }
+
+    // ---- commands -------------------------------------------------------------
+    // One handler for every toolbar button, by its key. "Prev" and "Next" are on
+    // the toolbar but have no command: moving between layers is done in the tree.
+    void tlbMain_ButtonClick(QAction *button);
+    void OpenCommand();
+    void DirCommand();
+    void SaveCommand();
+    void LockCommand();
+    void SettingsCommand();
+    void AboutCommand();
+
+    // Opens one skin file as Open does after its dialog: templates beside it and
+    // the shared scheme (imported), then the file itself.
+    void openSkinFile(const QString &path);
+    // Opens a whole skin folder as Dir does after its dialog: every file of the
+    // folder, the shared scheme and the common files, all as part of the skin.
+    void openSkinFolder(const QString &folder);
+
+    // Shows modal forms (settings, about). Tests replace it to answer the form.
+    std::function<void(QDialog &)> showModalForm;
+
+    // For this run only: the directory becomes the default skin directory, while
+    // the settings file keeps what it had unless the user changes the directory.
+    void setRunSkinDirectory(const QString &directory);
+
+    // ---- selection and drawing -------------------------------------------------
+    // What a click on a tree node does: shows the node's layer, template or
+    // object, fills the grid and places the moving frame. Edits run it again on
+    // the node they changed.
+    void NodeClick(const QModelIndex &node);
+    // Selects the node in the tree (unfolding the way to it), which runs NodeClick.
+    void selectNode(const QModelIndex &node);
+
+    // The whole picture of a layer on the canvas.
+    void DrawLayer(const clsElement *layer);
+    // The objects of one layer over what the canvas shows.
+    void DrawSingleLayer(const clsElement *layer);
+    // The canvas drawn again: the layer shown with the current object, or the
+    // current template over the default background, and the frame placed again.
+    void RefreshCanvas();
+
+    // Puts the moving frame around the current object's drawn box (unless Lock
+    // is pressed) and fills the grid with the object's properties.
+    void PositionMovingTool();
+    void HideMovingTool();
+
+    // The object the last selection made current, the block shown on the canvas,
+    // and the key of the current object's node.
+    clsElement *currentObject() const { return mCurrentObject; }
+    const clsElement *shownLayer() const { return mShownLayer; }
+    QByteArray currentNodeKey() const { return mCurrentNodeKey; }
+    LayerRenderer &renderer() const { return *mRenderer; }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createControls();
+    void createToolbar();
+    void createMenus();
+    void createPanes();
+    void setUpPropertyGrid();
+
+    void ClearDocument();
+    void startLoading();
+    void finishLoading();
+    void setTitle(const QString &name);
+    bool readSkinFile(const QString &path, bool imported);
+    void reportReadError(const QString &file, qint64 line, const QString &message);
+
+    void showBlock(const QModelIndex &node, const clsElement *block);
+    void showTemplate(const QModelIndex &node, clsElement *tpl);
+    void showElement(const QModelIndex &node, clsElement *element);
+    void clearSelectionDisplay();
+    void fillGrid(const clsElement &element, const QByteArray &nodeKey);
+    void drawTemplateAlone(const clsElement *tpl);
+    QImage freshCanvas();
+    void setStatus(int panel, const QString &text);
+
+    EditorEnvironment mEnv;
+    ObjectTreeModel *mTree = nullptr;
+    std::unique_ptr<TextBoxInfoSink> mInfoSink;
+    std::unique_ptr<PictureCache> mCache;
+    std::unique_ptr<SkinFonts> mFonts;
+    std::unique_ptr<ResourceLookup> mLookup;
+    std::unique_ptr<LayerRenderer> mRenderer;
+    QList<QLabel *> mPanels;
+
+    clsElement *mCurrentObject = nullptr;
+    const clsElement *mShownLayer = nullptr;
+    QByteArray mCurrentNodeKey;
+    QByteArray mShownLayerKey;
+    // The current object is a template drawn alone over the background.
+    bool mTemplateShown = false;
+    // The current object is an object of the shown layer, with the frame on it.
+    bool mFrameOnObject = false;
+
+    QString mRunSkinDirectory;
+    QString mSavedSkinDirectory;
+    bool mHasRunSkinDirectory = false;
+};
