@@ -76,6 +76,9 @@ struct RowDecoder
             const uchar code = d[at];
             if (code < 253) {
                 if (code != 0) {
+                    // The colour is looked up before the pixel is placed, so an
+                    // index past the palette stops decoding even for a pixel
+                    // that would fall past the width and be dropped.
                     const qint64 index = code + offset;
                     if (index >= paletteCount)
                         return false;
