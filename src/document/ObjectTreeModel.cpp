@@ -114,13 +114,32 @@ void ObjectTreeModel::makeChildren(ObjectTreeNode *node) const
     node->renumberChildren(0);
 }
 
+// A node about to get a new child that nobody has unfolded yet: its children are
+// made now from the document, which already holds the new entry; that one is
+// left out, so that it is added in view of everybody.
+void ObjectTreeModel::makeChildrenWithout(ObjectTreeNode *node,
+                                          const std::function<bool(const ObjectTreeNode &)> &isNew) const
+{
+    if (node->childrenMade)
+        return;
+    makeChildren(node);
+    auto &children = node->children;
+    for (auto it = children.rbegin(); it != children.rend(); ++it) {
+        if (isNew(**it)) {
+            children.erase(std::next(it).base());
+            break;
+        }
+    }
+    node->renumberChildren(0);
+}
+
 QModelIndex ObjectTreeModel::AddElementNode(clsElement *element, const QModelIndex &parent,
                                             const QByteArray &prefix)
 {
     ObjectTreeNode *owner = parent.isValid() ? nodeOf(parent) : mRoot.get();
     if (!owner || !element)
         return {};
-    makeChildren(owner);
+    makeChildrenWithout(owner, [element](const ObjectTreeNode &n) { return n.element == element; });
     const int row = int(owner->children.size());
     beginInsertRows(parent, row, row);
     auto node = elementNode(owner, element, 0);
@@ -138,7 +157,8 @@ QModelIndex ObjectTreeModel::AddPropertyNode(const QModelIndex &owner, const QBy
     ObjectTreeNode *node = nodeOf(owner);
     if (!node || node->kind != ObjectTreeNode::Element)
         return {};
-    makeChildren(node);
+    const QByteArray segment = 'P' + propertyKey;
+    makeChildrenWithout(node, [&segment](const ObjectTreeNode &n) { return n.segment == segment; });
     const int row = int(node->children.size());
     beginInsertRows(owner, row, row);
     auto child = propertyNode(node, propertyKey);

@@ -5,6 +5,8 @@
 
 #include <QAbstractItemModel>
 
+#include <functional>
+
 class clsElement;
 class clsKorviInterface;
 
@@ -75,6 +77,8 @@ private:
     ObjectTreeNode *nodeOf(const QModelIndex &index) const;
     QModelIndex indexOfNode(const ObjectTreeNode *node) const;
     void makeChildren(ObjectTreeNode *node) const;
+    void makeChildrenWithout(ObjectTreeNode *node,
+                             const std::function<bool(const ObjectTreeNode &)> &isNew) const;
     static std::unique_ptr<ObjectTreeNode> elementNode(ObjectTreeNode *parent, clsElement *element,
                                                        char letter);
     static std::unique_ptr<ObjectTreeNode> propertyNode(ObjectTreeNode *parent,
