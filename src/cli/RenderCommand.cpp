@@ -1,3 +1,4 @@
+#include "CanvasSize.h"
 #include "CommandLine.h"
 #include "Commands.h"
 
@@ -7,9 +8,7 @@
 #include "SkinContext.h"
 #include "SkinFonts.h"
 #include "SkinLoader.h"
-#include "SkinNumber.h"
 #include "SkinReadError.h"
-#include "StringInfoSink.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
@@ -30,10 +29,6 @@ namespace {
 const char kUsage[] =
     "usage: korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R] "
     "(--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH] -o OUT [--boxes BOXES.json]";
-
-// The canvas size when neither the options, the background nor the skin format
-// give one.
-const QSize kDefaultCanvas(800, 480);
 
 // Information lines go to stderr as they come, one line per line.
 class StderrInfoSink : public InfoSink
@@ -152,32 +147,9 @@ const clsElement *resolveNodeKey(const clsKorviInterface &doc, const QString &ke
     return element;
 }
 
-// "800_480" gives 800 x 480 (the height from the fifth character on).
-QSize formatSize(const QString &format)
-{
-    const QByteArray text = format.toLatin1();
-    const qint64 w = SkinNumber::leadingInteger(text);
-    const qint64 h = text.size() > 4 ? SkinNumber::leadingInteger(text.mid(4)) : 0;
-    if (w < 1 || h < 1 || w > 20000 || h > 20000)
-        return {};
-    return QSize(int(w), int(h));
-}
-
 QSize canvasSize(const RenderOptions &o, const SkinContext &context, PictureCache &cache)
 {
-    if (o.size.isValid())
-        return o.size;
-    // The background is looked for again when drawing, and reported there.
-    StringInfoSink quiet;
-    const QString background = ResourceLookup(context, quiet).LocateBackground();
-    if (!background.isEmpty()) {
-        QImage buffer;
-        const QSize size = cache.LoadImageFile(background, buffer);
-        if (size.width() > 0 && size.height() > 0)
-            return size;
-    }
-    const QSize fromFormat = formatSize(context.SkinFormat);
-    return fromFormat.isValid() ? fromFormat : kDefaultCanvas;
+    return o.size.isValid() ? o.size : CanvasSize::forSkin(context, cache);
 }
 
 bool isDrawnBlock(const clsElement *block)

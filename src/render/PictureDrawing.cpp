@@ -1,5 +1,6 @@
 #include "PictureDrawing.h"
 
+#include "CanvasSize.h"
 #include "PictureCache.h"
 #include "ResourceLookup.h"
 #include "RlDecoder.h"
@@ -19,19 +20,6 @@ bool is32Bit(QImage::Format format)
 // Only red, green and blue are compared: the buffer formats carry no alpha that
 // counts, and the copy always writes opaque pixels.
 constexpr QRgb kColourMask = 0x00FFFFFFu;
-
-// Background size from the skin format: the width is the leading number, the
-// height the number from the fifth character on ("800_480" gives 800 x 480;
-// this takes a three-digit width for granted, as skins always have).
-QSize formatSize(const QString &format)
-{
-    const QByteArray text = format.toLatin1();
-    const qint64 width = SkinNumber::leadingInteger(text);
-    const qint64 height = text.size() > 4 ? SkinNumber::leadingInteger(text.mid(4)) : 0;
-    if (width <= 0 || height <= 0 || width * height > RlDecoder::kMaxPixels)
-        return QSize(0, 0);
-    return QSize(int(width), int(height));
-}
 
 } // namespace
 
@@ -81,7 +69,7 @@ QSize DrawBackground(const ResourceLookup &lookup, PictureCache &cache, QImage &
         // Without a format the buffer is only cleared: it keeps the size it had.
         const QString &format = lookup.context().SkinFormat;
         if (!format.isEmpty()) {
-            const QSize wanted = formatSize(format);
+            const QSize wanted = CanvasSize::ofFormat(format);
             buffer = wanted.isEmpty() ? QImage() : QImage(wanted, QImage::Format_RGB32);
         } else if (!buffer.isNull()) {
             buffer = QImage(buffer.size(), QImage::Format_RGB32);

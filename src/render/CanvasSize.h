@@ -10,7 +10,8 @@ struct SkinContext;
 namespace CanvasSize {
 
 QSize forSkin(const SkinContext &context, PictureCache &cache);
-// "800_480" gives 800 x 480; an invalid size for anything else.
+// "800_480" gives 800 x 480; an invalid size for anything else, or for a size
+// too large to draw.
 QSize ofFormat(const QString &format);
 
 } // namespace CanvasSize

@@ -2,18 +2,22 @@
 
 #include "PictureCache.h"
 #include "ResourceLookup.h"
+#include "RlDecoder.h"
 #include "SkinContext.h"
 #include "SkinNumber.h"
 #include "StringInfoSink.h"
 
 namespace CanvasSize {
 
+// The width is the leading number, the height the number from the fifth
+// character on: this takes a three-digit width for granted, as skins always have.
 QSize ofFormat(const QString &format)
 {
     const QByteArray text = format.toLatin1();
     const qint64 w = SkinNumber::leadingInteger(text);
     const qint64 h = text.size() > 4 ? SkinNumber::leadingInteger(text.mid(4)) : 0;
-    if (w < 1 || h < 1 || w > 20000 || h > 20000)
+    if (w < 1 || h < 1 || w > RlDecoder::kMaxPixels || h > RlDecoder::kMaxPixels
+        || w * h > RlDecoder::kMaxPixels)
         return {};
     return QSize(int(w), int(h));
 }
