@@ -3,6 +3,7 @@
 #include "Commands.h"
 
 #include "LayerRenderer.h"
+#include "NodeKey.h"
 #include "PictureCache.h"
 #include "ResourceLookup.h"
 #include "SkinContext.h"
@@ -115,38 +116,6 @@ int parseOptions(const QStringList &arguments, RenderOptions &o)
     return 0;
 }
 
-// The element a tree key names ("Lui_Main|EtxtTitle", "Sstate", "Ttemplate",
-// "Lui_Main|Uui_Status", a trailing "|Pkey" naming a property of it), or none.
-const clsElement *resolveNodeKey(const clsKorviInterface &doc, const QString &key)
-{
-    const clsElement *element = nullptr;
-    for (const QString &segment : key.split(QLatin1Char('|'))) {
-        if (segment.isEmpty())
-            return nullptr;
-        const QByteArray name = segment.mid(1).toLatin1();
-        switch (segment.at(0).toLatin1()) {
-        case 'T':
-            element = doc.Templates().Find(name);
-            break;
-        case 'L':
-        case 'S':
-        case 'U':
-            element = doc.Layers().Find(name);
-            break;
-        case 'E':
-            element = element ? element->SubElements().Find(name) : nullptr;
-            break;
-        case 'P':
-            break;
-        default:
-            return nullptr;
-        }
-        if (!element)
-            return nullptr;
-    }
-    return element;
-}
-
 QSize canvasSize(const RenderOptions &o, const SkinContext &context, PictureCache &cache)
 {
     return o.size.isValid() ? o.size : CanvasSize::forSkin(context, cache);
@@ -253,7 +222,7 @@ int runRender(const QStringList &arguments)
     LayerRenderer renderer(doc, lookup, cache, fonts);
 
     if (!o.highlight.isEmpty()) {
-        const clsElement *selected = resolveNodeKey(doc, o.highlight);
+        const clsElement *selected = NodeKey::ResolveNodeKey(doc, o.highlight.toLatin1()).element;
         if (!selected)
             CommandLine::printErr(QStringLiteral("korvi: %1 names no object; nothing is highlighted").arg(o.highlight));
         renderer.setHighlighted(selected);
