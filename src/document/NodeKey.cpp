@@ -127,4 +127,10 @@ char letterOf(QByteArrayView key)
     return key.isEmpty() ? 0 : key.at(0);
 }
 
+char ownLetterOf(QByteArrayView key)
+{
+    const qsizetype bar = key.lastIndexOf(Separator);
+    return letterOf(bar < 0 ? key : key.sliced(bar + 1));
+}
+
 } // namespace NodeKey

@@ -39,5 +39,8 @@ QString propertyText(const clsProperty &property);
 
 // The first letter of a key, 0 for an empty key.
 char letterOf(QByteArrayView key);
+// The node's own letter: the first letter of the key's last segment ('E' for
+// "Lui_Main|EtxtTitle"), 0 when that segment is empty.
+char ownLetterOf(QByteArrayView key);
 
 } // namespace NodeKey

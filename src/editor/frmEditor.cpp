@@ -480,8 +480,10 @@ void frmEditor::NodeClick(const QModelIndex &node)
     const QByteArray key = mTree->nodeKey(node);
     const NodeTarget target = mTree->resolve(node);
     const bool header = node.isValid() && mTree->nodeKind(node.parent()) == ObjectTreeNode::Headers;
-    // A node whose key names nothing is passed over.
-    const char letter = header ? 0 : NodeKey::letterOf(key);
+    // Dispatched on the node's own letter, the one of its last segment: a
+    // text in a layer ("Lui_Main|EtxtTitle") is an object, not the layer. A
+    // node whose key names nothing is passed over.
+    const char letter = header ? 0 : NodeKey::ownLetterOf(key);
     switch (letter) {
     case 'L':
     case 'U':

@@ -216,6 +216,16 @@ private slots:
         QVERIFY(target.property.isNull());
     }
 
+    void aNodesOwnLetterIsThatOfItsLastSegment()
+    {
+        QCOMPARE(NodeKey::ownLetterOf("Lui_Main|EtxtTitle"), 'E');
+        QCOMPARE(NodeKey::ownLetterOf("Lui_Main|EtxtTitle|Px"), 'P');
+        QCOMPARE(NodeKey::ownLetterOf("Sst_Night"), 'S');
+        QCOMPARE(NodeKey::ownLetterOf("Lui_Main|Uui_Top"), 'U');
+        QCOMPARE(NodeKey::ownLetterOf(""), char(0));
+        QCOMPARE(NodeKey::letterOf("Lui_Main|EtxtTitle"), 'L');
+    }
+
     void propertyKeyGivesElementAndProperty()
     {
         clsKorviInterface doc;
@@ -322,7 +332,7 @@ private:
                 QVERIFY(!model.resolve(node).element);
             else if (model.nodeKind(node) == ObjectTreeNode::Property)
                 QCOMPARE(NodeKey::propertyText(model.resolve(node).property), model.nodeText(node));
-            else if (NodeKey::letterOf(model.nodeKey(node)) != 'U')
+            else if (NodeKey::ownLetterOf(model.nodeKey(node)) != 'U')
                 QCOMPARE(NodeKey::elementText(*model.resolve(node).element), model.nodeText(node));
             checkEveryNodeResolves(model, node);
         }

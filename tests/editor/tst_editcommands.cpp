@@ -1,0 +1,339 @@
+#include "AddElementCommand.h"
+#include "AddPropertyCommand.h"
+#include "ColorValueText.h"
+#include "DragPosition.h"
+#include "EditSurface.h"
+#include "MoveElementCommand.h"
+#include "ObjectTreeModel.h"
+#include "PropertyDefaults.h"
+#include "RemoveElementCommand.h"
+#include "RemovePropertyCommand.h"
+#include "SetPropertyValueCommand.h"
+#include "UiFileReader.h"
+#include "UiFileWriter.h"
+#include "clsKorviInterface.h"
+
+#include <QUndoStack>
+#include <QtTest>
+
+namespace {
+
+const QByteArray kSkin = "<LAYER ui_Main z=1>\n"
+                         "\t<TEXT txtTitle x=10 y=20 font=\"a\" font=\"b\" text=\"Hi\">\n"
+                         "\t<BUTTON btnOk x=1>\n"
+                         "\t<SPRITE sprNoPlace bmp=\"a.bmp\">\n"
+                         "</LAYER>\n"
+                         "<LAYER ui_Second>\n"
+                         "\t<TEXT txtOne x=5>\n"
+                         "\t<TEXT txtTwo x=6>\n"
+                         "</LAYER>\n"
+                         "<LAYER ui_Third>\n"
+                         "</LAYER>\n";
+
+// Every node as "indent key | text", depth first, every node unfolded.
+void dump(const ObjectTreeModel &model, const QModelIndex &parent, int depth, QStringList &lines)
+{
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex node = model.index(row, 0, parent);
+        lines << QString(depth * 2, QLatin1Char(' ')) + QString::fromLatin1(model.nodeKey(node))
+                + QStringLiteral(" | ") + model.nodeText(node);
+        dump(model, node, depth + 1, lines);
+    }
+}
+
+struct Fixture
+{
+    clsKorviInterface document;
+    ObjectTreeModel tree { document };
+    QByteArrayList shown;
+    QByteArray selected;
+    EditSurface surface { tree, [this](const QByteArray &key) { shown << key; selected = key; },
+                          [this] { return selected; } };
+    QUndoStack stack;
+
+    Fixture()
+    {
+        UiFileReader reader(document, false);
+        reader.readBytes(kSkin, QStringLiteral("skin.ui"));
+        tree.BuildObjectTree(false);
+    }
+
+    QStringList nodes() const
+    {
+        QStringList lines;
+        dump(tree, QModelIndex(), 0, lines);
+        return lines;
+    }
+
+    QByteArray text() const { return UiFileWriter(document).fileText(); }
+
+    QByteArray value(const QByteArray &nodeKey) const
+    {
+        const NodeTarget target = surface.resolve(nodeKey);
+        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
+    }
+};
+
+} // namespace
+
+class TestEditCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void settingAValueChangesDocumentThenNodeThenShowsIt()
+    {
+        Fixture f;
+        f.selected = "Lui_Main|EtxtTitle";
+        const QModelIndex node = f.tree.indexOfKey("Lui_Main|EtxtTitle|Px");
+        QSignalSpy changed(&f.tree, &QAbstractItemModel::dataChanged);
+        f.stack.push(new SetPropertyValueCommand(f.surface, "Lui_Main|EtxtTitle|Px", "42",
+                                                 "Lui_Main|EtxtTitle"));
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Px"), QByteArray("42"));
+        QCOMPARE(f.tree.nodeText(node), QStringLiteral("x=42"));
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Main|EtxtTitle"));
+    }
+
+    void undoAndRedoOfAValue()
+    {
+        Fixture f;
+        const QByteArray before = f.text();
+        f.stack.push(new SetPropertyValueCommand(f.surface, "Lui_Main|EtxtTitle|Pfont[0]", "\"c\"",
+                                                 "Lui_Main|EtxtTitle"));
+        QVERIFY(f.text() != before);
+        f.stack.undo();
+        QCOMPARE(f.text(), before);
+        QCOMPARE(f.tree.nodeText(f.tree.indexOfKey("Lui_Main|EtxtTitle|Pfont[0]")),
+                 QStringLiteral("font=\"b\""));
+        f.stack.redo();
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Pfont[0]"), QByteArray("\"c\""));
+    }
+
+    void aKeyThatNamesNoPropertyChangesNothing()
+    {
+        Fixture f;
+        const QByteArray before = f.text();
+        SetPropertyValueCommand command(f.surface, "Lui_Main|EtxtTitle|Pnothing", "1", "");
+        QVERIFY(!command.isValid());
+        command.redo();
+        QCOMPARE(f.text(), before);
+    }
+
+    void addingAPropertyAppendsItAndItsNode()
+    {
+        Fixture f;
+        auto *command = new AddPropertyCommand(f.surface, "Lui_Main|EbtnOk", "x", "0");
+        f.stack.push(command);
+        QCOMPARE(command->propertyKey(), QByteArray("x[0]"));
+        clsElement *button = f.surface.resolve("Lui_Main|EbtnOk").element;
+        QCOMPARE(button->Properties().Count(), 2);
+        QCOMPARE(button->Properties().keyAt(1), QByteArrayView("x[0]"));
+        const QModelIndex owner = f.tree.indexOfKey("Lui_Main|EbtnOk");
+        QCOMPARE(f.tree.nodeText(f.tree.index(1, 0, owner)), QStringLiteral("x=0"));
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Main|EbtnOk"));
+    }
+
+    void undoAndRedoOfAnAddedProperty()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        const QStringList nodes = f.nodes();
+        f.stack.push(new AddPropertyCommand(f.surface, "Lui_Main|EtxtTitle", "hide", "<NOV>"));
+        const QByteArray added = f.text();
+        const QStringList addedNodes = f.nodes();
+        QVERIFY(addedNodes.contains(QStringLiteral("    Lui_Main|EtxtTitle|Phide | hide")));
+        f.stack.undo();
+        QCOMPARE(f.text(), text);
+        QCOMPARE(f.nodes(), nodes);
+        f.stack.redo();
+        QCOMPARE(f.text(), added);
+        QCOMPARE(f.nodes(), addedNodes);
+    }
+
+    void undoOfARemovedPropertyPutsItBackAtItsPlace()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        const QStringList nodes = f.nodes();
+        auto *command = new RemovePropertyCommand(f.surface, "Lui_Main|EtxtTitle|Pfont");
+        QVERIFY(command->isValid());
+        f.stack.push(command);
+        QVERIFY(!f.text().contains("font=\"a\""));
+        QVERIFY(!f.nodes().contains(QStringLiteral("    Lui_Main|EtxtTitle|Pfont | font=\"a\"")));
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Main|EtxtTitle"));
+        f.stack.undo();
+        QCOMPARE(f.text(), text);
+        QCOMPARE(f.nodes(), nodes);
+        clsElement *title = f.surface.resolve("Lui_Main|EtxtTitle").element;
+        QCOMPARE(title->Properties().keyAt(2), QByteArrayView("font"));
+        QCOMPARE(title->Properties().keyAt(3), QByteArrayView("font[0]"));
+        f.stack.redo();
+        QVERIFY(!f.text().contains("font=\"a\""));
+    }
+
+    void addingAnObjectToALayer()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        const QStringList nodes = f.nodes();
+        auto *command = new AddElementCommand(f.surface, "Lui_Main", "btnOk", "button");
+        f.stack.push(command);
+        QCOMPARE(command->elementNodeKey(), QByteArray("Lui_Main|EbtnOk[0]"));
+        clsElement *added = f.surface.resolve("Lui_Main|EbtnOk[0]").element;
+        QVERIFY(added);
+        QCOMPARE(added->ElementType(), QByteArray("BUTTON"));
+        QCOMPARE(added->strName(), QByteArray("btnOk"));
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Main"));
+        const QStringList addedNodes = f.nodes();
+        QVERIFY(addedNodes.contains(QStringLiteral("  Lui_Main|EbtnOk[0] | BUTTON:btnOk")));
+        f.stack.undo();
+        QCOMPARE(f.text(), text);
+        QCOMPARE(f.nodes(), nodes);
+        f.stack.redo();
+        QCOMPARE(f.surface.resolve("Lui_Main|EbtnOk[0]").element, added);
+        QCOMPARE(f.nodes(), addedNodes);
+    }
+
+    void addingALayer()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        f.stack.push(new AddElementCommand(f.surface, QByteArray(), "ui_New", "LAYER"));
+        QCOMPARE(f.document.Layers().Count(), 4);
+        QCOMPARE(f.tree.nodeText(f.tree.index(3, 0)), QStringLiteral("LAYER:ui_New"));
+        QCOMPARE(f.tree.nodeKey(f.tree.index(3, 0)), QByteArray("Lui_New"));
+        f.stack.undo();
+        QCOMPARE(f.text(), text);
+        QCOMPARE(f.tree.rowCount(), 3);
+    }
+
+    void undoOfARemovedObjectPutsItBackWithItsKeyAndPlace()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        const QStringList nodes = f.nodes();
+        clsElement *one = f.surface.resolve("Lui_Second|EtxtOne").element;
+        f.stack.push(new RemoveElementCommand(f.surface, "Lui_Second|EtxtOne"));
+        QVERIFY(!f.surface.resolve("Lui_Second|EtxtOne").found);
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Second"));
+        f.stack.undo();
+        QCOMPARE(f.surface.resolve("Lui_Second|EtxtOne").element, one);
+        QCOMPARE(one->Index(), 1);
+        QCOMPARE(f.text(), text);
+        QCOMPARE(f.nodes(), nodes);
+    }
+
+    void undoOfARemovedLayerWithChildrenThenSaveWritesTheSameFile()
+    {
+        Fixture f;
+        QTemporaryDir dir;
+        const QString before = dir.filePath(QStringLiteral("before.ui"));
+        const QString after = dir.filePath(QStringLiteral("after.ui"));
+        const auto noReport = [](const QString &) { };
+        QVERIFY(WriteUiFile(f.document, before, noReport));
+        const QStringList nodes = f.nodes();
+        f.stack.push(new RemoveElementCommand(f.surface, "Lui_Second"));
+        QCOMPARE(f.document.Layers().Count(), 2);
+        QCOMPARE(f.tree.rowCount(), 2);
+        f.stack.undo();
+        QVERIFY(WriteUiFile(f.document, after, noReport));
+        QFile a(before), b(after);
+        QVERIFY(a.open(QIODevice::ReadOnly));
+        QVERIFY(b.open(QIODevice::ReadOnly));
+        QCOMPARE(b.readAll(), a.readAll());
+        QCOMPARE(f.nodes(), nodes);
+        QCOMPARE(f.document.Layers().at(1)->ElementKey(), QByteArray("ui_Second"));
+        QCOMPARE(f.document.Layers().at(1)->subElementCount(), 2);
+    }
+
+    void aMoveAddsMissingCoordinatesAndUndoTakesThemAway()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        const QStringList nodes = f.nodes();
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EsprNoPlace", "3", "4", 0));
+        QCOMPARE(f.value("Lui_Main|EsprNoPlace|Px"), QByteArray("3"));
+        QCOMPARE(f.value("Lui_Main|EsprNoPlace|Py"), QByteArray("4"));
+        QVERIFY(f.nodes().contains(QStringLiteral("    Lui_Main|EsprNoPlace|Py | y=4")));
+        f.stack.undo();
+        QCOMPARE(f.text(), text);
+        QCOMPARE(f.nodes(), nodes);
+    }
+
+    void movesWithinOneSecondMergeIntoOneStep()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EtxtTitle", "11", "20", 1000));
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EtxtTitle", "12", "20", 1900));
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EtxtTitle", "13", "21", 2800));
+        QCOMPARE(f.stack.count(), 1);
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Px"), QByteArray("13"));
+        f.stack.undo();
+        QCOMPARE(f.text(), text);
+    }
+
+    void movesMoreThanOneSecondApartStaySeparate()
+    {
+        Fixture f;
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EtxtTitle", "11", "20", 1000));
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EtxtTitle", "12", "20", 2001));
+        QCOMPARE(f.stack.count(), 2);
+        f.stack.undo();
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Px"), QByteArray("11"));
+    }
+
+    void movesOfTwoObjectsStaySeparate()
+    {
+        Fixture f;
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EtxtTitle", "11", "20", 1000));
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EbtnOk", "2", "0", 1100));
+        QCOMPARE(f.stack.count(), 2);
+    }
+
+    void aMoveByDistanceAddsToTheCurrentPlace()
+    {
+        const auto moved = DragPosition::moved("10", "20px", -5, 3);
+        QVERIFY(moved);
+        QCOMPARE(moved->x, QByteArray("5"));
+        QCOMPARE(moved->y, QByteArray("23"));
+        QCOMPARE(DragPosition::moved("abc", "", 2, 2)->x, QByteArray("2"));
+    }
+
+    void aMoveBeyondThe32BitRangeChangesNothing()
+    {
+        QVERIFY(!DragPosition::moved("2147483647", "0", 1, 0));
+        QVERIFY(!DragPosition::moved("0", "-2147483648", 0, -1));
+        QCOMPARE(DragPosition::moved("2147483646", "0", 1, 0)->x, QByteArray("2147483647"));
+    }
+
+    void newPropertiesStartWithTheValueOfTheirName()
+    {
+        QCOMPARE(PropertyDefaults::valueFor("x"), QByteArray("0"));
+        QCOMPARE(PropertyDefaults::valueFor("h"), QByteArray("0"));
+        QCOMPARE(PropertyDefaults::valueFor("bmpvalign"), QByteArray("\"\""));
+        QCOMPARE(PropertyDefaults::valueFor("iconspr"), QByteArray("\"\""));
+        QCOMPARE(PropertyDefaults::valueFor("onlongclick"), QByteArray("''"));
+        QCOMPARE(PropertyDefaults::valueFor("simpleclicklist"), QByteArray("<NOV>"));
+        QCOMPARE(PropertyDefaults::valueFor("color"), QByteArray());
+    }
+
+    void aColourPresetReadsTheDigitsAsTheyStand()
+    {
+        // 0xFF0000 as a colour number with red in the lowest byte is pure blue.
+        QCOMPARE(ColorValueText::presetFor("#FF0000"), QColor(0, 0, 255));
+        QCOMPARE(ColorValueText::presetFor("#0000ff"), QColor(255, 0, 0));
+        QCOMPARE(ColorValueText::presetFor("#123456"), QColor(0x56, 0x34, 0x12));
+    }
+
+    void aChosenColourIsWrittenRedGreenBlue()
+    {
+        QCOMPARE(ColorValueText::valueFor(QColor(255, 0, 0)), QByteArray("#FF0000"));
+        QCOMPARE(ColorValueText::valueFor(QColor(0x12, 0x34, 0x56)), QByteArray("#123456"));
+        QCOMPARE(ColorValueText::valueFor(QColor(0, 0, 10)), QByteArray("#00000A"));
+    }
+};
+
+QTEST_MAIN(TestEditCommands)
+#include "tst_editcommands.moc"
