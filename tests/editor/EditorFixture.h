@@ -1,0 +1,85 @@
+#pragma once
+
+// A main window with scripted dialogs and a settings folder of its own, and the
+// small skins the window tests open.
+
+#include "EditorEnvironment.h"
+#include "ScriptedDialogs.h"
+#include "SettingsFile.h"
+#include "SkinContext.h"
+#include "WebLink.h"
+#include "clsKorviInterface.h"
+#include "frmEditor.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+inline void writeTestFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
+
+inline QByteArray readTestFile(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+struct EditorFixture
+{
+    QTemporaryDir programFolder;
+    QTemporaryDir configFolder;
+    clsKorviInterface document;
+    SkinContext context;
+    ScriptedDialogs dialogs;
+    SettingsFile settings{ programFolder.path(), configFolder.path() };
+    WebLink web{ dialogs };
+    std::unique_ptr<frmEditor> window;
+
+    EditorFixture()
+    {
+        window = std::make_unique<frmEditor>(EditorEnvironment{ document, context, dialogs, settings, web });
+        window->resize(1300, 860);
+    }
+};
+
+// A skin folder: <root>/800_480/ui/main_800_480.ui with a template file beside
+// it, the shared scheme above, and a common file.
+struct SmallSkin
+{
+    QTemporaryDir root;
+
+    QString uiFolder() const { return root.path() + "/800_480/ui"; }
+    QString mainFile() const { return uiFolder() + "/main_800_480.ui"; }
+
+    SmallSkin()
+    {
+        writeTestFile(mainFile(),
+                      "<header>\r\n"
+                      "\t<VAR skin_name=Test>\r\n"
+                      "</header>\r\n"
+                      "<TEMPLATE tplOwn x=5 y=6 w=50 h=20 text=Tpl>\r\n"
+                      "<FONTTYPE ftOwn font=Arial fontsize=12>\r\n"
+                      "<LAYER ui_Back z=1>\r\n"
+                      "\t<TEXT txtBack x=10 y=10 w=100 h=20 text=Back color=#FFFFFF>\r\n"
+                      "</LAYER>\r\n"
+                      "<LAYER ui_Main>\r\n"
+                      "\t<USELAYER ui_Back/>\r\n"
+                      "\t<TEXT txtTitle x=100 y=50 w=200 h=30 text=Title template=tplShared fonttype=ftOwn color=#00FF00 visible>\r\n"
+                      "\t<BUTTON btnOk x=300 y=200 w=80 h=40 bmp=missing.bmp>\r\n"
+                      "</LAYER>\r\n"
+                      "<STATE st_Night>\r\n"
+                      "\t<TEXT txtNight x=20 y=20 w=100 h=20 text=Night>\r\n"
+                      "</STATE>\r\n");
+        writeTestFile(uiFolder() + "/templates_a.ui", "<TEMPLATE tplShared fontsize=14>\r\n");
+        writeTestFile(root.path() + "/800_480/main_scheme.ui", "<FONTTYPE ftScheme font=Verdana>\r\n");
+        writeTestFile(root.path() + "/common/ui/common.ui", "<LAYER ui_Common>\r\n</LAYER>\r\n");
+    }
+};
