@@ -1,12 +1,17 @@
 #!/usr/bin/env bash
-# The main job of `make run`: read the demo skin file and write it back.
+# The main job of `make run`: the editor on the demo skin. Without a display the
+# editor draws its window off screen and writes a picture of it instead.
 set -euo pipefail
 build=${1:-build}
 cd "$(dirname "$0")/.."
-sample=samples/demo.ui
-out=$(mktemp -d)/demo.ui
-echo "== korvi dump $sample"
-"$build/src/cli/korvi" dump "$sample"
-echo "== korvi format $sample $out"
-"$build/src/cli/korvi" format "$sample" "$out"
-cat "$out"
+editor="$build/src/editor/korvi-editor"
+skin=samples/demo-skin
+file=$skin/800_480/ui/main_800_480.ui
+if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+    out=$(mktemp -d)/korvi-editor.png
+    echo "No display (DISPLAY and WAYLAND_DISPLAY are empty): drawing the editor off screen."
+    QT_QPA_PLATFORM=offscreen "$editor" --skin-dir "$skin" --screenshot "$out" "$file"
+    echo "Picture of the editor window: $out"
+else
+    exec "$editor" --skin-dir "$skin" "$file"
+fi
