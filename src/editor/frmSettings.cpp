@@ -43,7 +43,6 @@ frmSettings::frmSettings(SkinContext &context, Dialogs &dialogs, QWidget *parent
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(pgrSettings, 1);
     layout->addLayout(buttons);
-    resize(420, 200);
 
     setUpGrid();
     connect(pgrSettings, &PowGrid::ItemChanged, this, &frmSettings::pgrSettings_ItemChanged);
@@ -75,6 +74,13 @@ void frmSettings::setUpGrid()
             format->ComboList->Add(name, name);
     }
     format->setCellText(ColValue, mContext.SkinFormat);
+    // The columns start 100 wide; a folder path would not fit, so they grow to
+    // what they show, and the window with them.
+    pgrSettings->AutoSizeHeaders();
+    int columns = 0;
+    for (int column = 0; column < 3; ++column)
+        columns += pgrSettings->columnWidthPixels(column);
+    resize(qMax(columns + 60, 420), 200);
 }
 
 PowGridItem *frmSettings::directoryRow() const
