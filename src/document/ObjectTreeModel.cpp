@@ -3,6 +3,8 @@
 #include "NodeKey.h"
 #include "clsKorviInterface.h"
 
+#include <algorithm>
+
 namespace {
 
 const QByteArray kHeadersText = QByteArrayLiteral("HEADERS");
@@ -164,6 +166,37 @@ QModelIndex ObjectTreeModel::AddPropertyNode(const QModelIndex &owner, const QBy
     auto child = propertyNode(node, propertyKey);
     child->row = row;
     node->children.push_back(std::move(child));
+    endInsertRows();
+    return index(row, 0, owner);
+}
+
+QModelIndex ObjectTreeModel::InsertElementNode(clsElement *element, const QModelIndex &parent, int row,
+                                               char letter)
+{
+    ObjectTreeNode *owner = parent.isValid() ? nodeOf(parent) : mRoot.get();
+    if (!owner || !element)
+        return {};
+    makeChildrenWithout(owner, [element](const ObjectTreeNode &n) { return n.element == element; });
+    row = std::clamp(row, 0, int(owner->children.size()));
+    beginInsertRows(parent, row, row);
+    owner->children.insert(owner->children.begin() + row, elementNode(owner, element, letter));
+    owner->renumberChildren(row);
+    endInsertRows();
+    return index(row, 0, parent);
+}
+
+QModelIndex ObjectTreeModel::InsertPropertyNode(const QModelIndex &owner, int row,
+                                                const QByteArray &propertyKey)
+{
+    ObjectTreeNode *node = nodeOf(owner);
+    if (!node || node->kind != ObjectTreeNode::Element)
+        return {};
+    const QByteArray segment = 'P' + propertyKey;
+    makeChildrenWithout(node, [&segment](const ObjectTreeNode &n) { return n.segment == segment; });
+    row = std::clamp(row, 0, int(node->children.size()));
+    beginInsertRows(owner, row, row);
+    node->children.insert(node->children.begin() + row, propertyNode(node, propertyKey));
+    node->renumberChildren(row);
     endInsertRows();
     return index(row, 0, owner);
 }

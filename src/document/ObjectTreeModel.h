@@ -44,6 +44,11 @@ public:
     // Appends a node for the property with key `propertyKey` under the element
     // node `owner`.
     QModelIndex AddPropertyNode(const QModelIndex &owner, const QByteArray &propertyKey);
+    // Puts a node back at `row` among the children of `parent` (the top level for
+    // an invalid index): an element node with its segment letter, or a property
+    // node. Used to undo a removal, so the tree reads as before it.
+    QModelIndex InsertElementNode(clsElement *element, const QModelIndex &parent, int row, char letter);
+    QModelIndex InsertPropertyNode(const QModelIndex &owner, int row, const QByteArray &propertyKey);
     // Takes a node and everything under it out of the tree (the document is not
     // touched).
     void RemoveNode(const QModelIndex &index);

@@ -4,7 +4,6 @@
 #include "ElementPlace.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
-#include "TreeNodePlaces.h"
 #include "clsElements.h"
 
 AddElementCommand::AddElementCommand(EditSurface &surface, const QByteArray &parentNodeKey,
@@ -36,8 +35,7 @@ void AddElementCommand::redo()
         mNodeKey = prefix + element->ElementKey();
     } else {
         clsElement *element = collection->Insert(mPosition, std::move(mTaken));
-        TreeNodePlaces::insertElementNode(mSurface.tree, parentNode, mRow, element,
-                                          ElementPlace::letterFor(*element, mParentKey));
+        mSurface.tree.InsertElementNode(element, parentNode, mRow, ElementPlace::letterFor(*element, mParentKey));
     }
     // A new layer is only added to the tree; a new object is drawn on its layer.
     if (!mParentKey.isEmpty())

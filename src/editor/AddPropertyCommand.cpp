@@ -3,7 +3,6 @@
 #include "EditSurface.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
-#include "TreeNodePlaces.h"
 #include "clsElement.h"
 
 AddPropertyCommand::AddPropertyCommand(EditSurface &surface, const QByteArray &ownerNodeKey,
@@ -30,7 +29,7 @@ void AddPropertyCommand::redo()
         mRow = mSurface.tree.AddPropertyNode(ownerNode, mKey).row();
     } else {
         properties.Insert(mPosition, mKey, mValue);
-        TreeNodePlaces::insertPropertyNode(mSurface.tree, ownerNode, mRow, mKey);
+        mSurface.tree.InsertPropertyNode(ownerNode, mRow, mKey);
     }
     mSurface.show(mOwnerKey);
 }

@@ -3,7 +3,6 @@
 #include "EditSurface.h"
 #include "ElementPlace.h"
 #include "ObjectTreeModel.h"
-#include "TreeNodePlaces.h"
 #include "clsElements.h"
 
 RemoveElementCommand::RemoveElementCommand(EditSurface &surface, const QByteArray &elementNodeKey)
@@ -43,6 +42,6 @@ void RemoveElementCommand::undo()
         return;
     clsElement *element = collection->Insert(mPosition, std::move(mTaken));
     const QModelIndex parentNode = mParentKey.isEmpty() ? QModelIndex() : mSurface.node(mParentKey);
-    TreeNodePlaces::insertElementNode(mSurface.tree, parentNode, mRow, element, mLetter);
+    mSurface.tree.InsertElementNode(element, parentNode, mRow, mLetter);
     mSurface.show(mShownBefore);
 }

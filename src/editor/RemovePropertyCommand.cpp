@@ -3,7 +3,6 @@
 #include "EditSurface.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
-#include "TreeNodePlaces.h"
 #include "clsElement.h"
 
 RemovePropertyCommand::RemovePropertyCommand(EditSurface &surface, const QByteArray &propertyNodeKey)
@@ -39,6 +38,6 @@ void RemovePropertyCommand::undo()
     if (!mValid || !owner.found)
         return;
     owner.element->Properties().Insert(mPosition, mKey, mValue);
-    TreeNodePlaces::insertPropertyNode(mSurface.tree, mSurface.node(mOwnerKey), mRow, mKey);
+    mSurface.tree.InsertPropertyNode(mSurface.node(mOwnerKey), mRow, mKey);
     mSurface.show(mShownBefore);
 }
