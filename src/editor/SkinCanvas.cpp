@@ -3,6 +3,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
+
 SkinCanvas::SkinCanvas(QWidget *parent)
     : QWidget(parent)
 {
@@ -32,7 +34,35 @@ void SkinCanvas::clearPicture()
 
 QSize SkinCanvas::sizeHint() const
 {
-    return mPicture.isNull() ? QSize(1, 1) : mPicture.size();
+    if (mPicture.isNull())
+        return QSize(1, 1);
+    return QSize(std::max(1, mZoom.toWidgetLength(mPicture.width())),
+                 std::max(1, mZoom.toWidgetLength(mPicture.height())));
+}
+
+void SkinCanvas::setZoomPercent(int percent)
+{
+    mZoom.setPercent(percent);
+    zoomChanged();
+}
+
+void SkinCanvas::zoomIn()
+{
+    mZoom.zoomIn();
+    zoomChanged();
+}
+
+void SkinCanvas::zoomOut()
+{
+    mZoom.zoomOut();
+    zoomChanged();
+}
+
+void SkinCanvas::zoomChanged()
+{
+    resize(sizeHint());
+    updateGeometry();
+    update();
 }
 
 void SkinCanvas::paintEvent(QPaintEvent *)
@@ -40,7 +70,13 @@ void SkinCanvas::paintEvent(QPaintEvent *)
     if (mPicture.isNull())
         return;
     QPainter painter(this);
-    painter.drawImage(QPoint(0, 0), mPicture);
+    if (mZoom.percent() == CanvasZoom::Normal) {
+        painter.drawImage(QPoint(0, 0), mPicture);
+        return;
+    }
+    // Nearest-neighbour scaling: each canvas pixel stays one sharp block.
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter.drawImage(QRect(QPoint(0, 0), sizeHint()), mPicture);
 }
 
 void SkinCanvas::mouseMoveEvent(QMouseEvent *event)

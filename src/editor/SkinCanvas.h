@@ -1,11 +1,14 @@
 #pragma once
 
+#include "CanvasZoom.h"
+
 #include <QImage>
 #include <QWidget>
 
 // The canvas on which the selected layer is shown: the picture the renderer
-// composed, at one canvas pixel per screen pixel. Children laid over it (the
-// moving frame) are placed in canvas pixels.
+// composed, zoomed from 25 % to 800 % with every canvas pixel drawn as a block
+// of screen pixels, never smoothed. Children laid over it (the moving frame)
+// are placed in widget pixels, turned from canvas pixels by toWidget.
 class SkinCanvas : public QWidget
 {
     Q_OBJECT
@@ -20,8 +23,19 @@ public:
     bool hasPicture() const { return !mPicture.isNull(); }
 
     // A point of the widget in canvas pixels, and back.
-    QPoint toCanvas(QPoint widgetPoint) const { return widgetPoint; }
-    QRect toWidget(const QRect &canvasRect) const { return canvasRect; }
+    QPoint toCanvas(QPoint widgetPoint) const { return mZoom.toCanvas(widgetPoint); }
+    QRect toWidget(const QRect &canvasRect) const { return mZoom.toWidget(canvasRect); }
+    // A distance on the widget (a drag) in whole canvas pixels.
+    QPoint toCanvasDistance(QPoint widgetDistance) const
+    {
+        return QPoint(mZoom.toCanvasDistance(widgetDistance.x()), mZoom.toCanvasDistance(widgetDistance.y()));
+    }
+
+    int zoomPercent() const { return mZoom.percent(); }
+    // One of the zoom steps (the nearest one at or below the percentage).
+    void setZoomPercent(int percent);
+    void zoomIn();
+    void zoomOut();
 
     QSize sizeHint() const override;
 
@@ -34,5 +48,8 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
 
 private:
+    void zoomChanged();
+
     QImage mPicture;
+    CanvasZoom mZoom;
 };

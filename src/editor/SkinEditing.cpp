@@ -37,7 +37,9 @@
 #include <QStyle>
 #include <QToolBar>
 #include <QTreeView>
+#include <QScrollArea>
 #include <QUndoStack>
+#include <QWheelEvent>
 
 namespace {
 
@@ -82,12 +84,15 @@ SkinEditing::SkinEditing(frmEditor &form, const EditorEnvironment &environment)
     connectTree();
     connectMenus();
     connectCanvas();
+    createZoomActions();
     connect(form.pgrProperty, &PowGrid::ItemChanged, this, &SkinEditing::gridItemChanged);
 }
 
 SkinEditing::~SkinEditing()
 {
-    // The commands hold elements taken out of the document; they go first.
+    // The commands hold elements taken out of the document; they go first,
+    // without telling anybody.
+    mStack->disconnect();
     mStack.reset();
 }
 
@@ -127,6 +132,59 @@ void SkinEditing::createUndoActions()
     mForm.stbMain->addPermanentWidget(mModified);
     connect(mStack.get(), &QUndoStack::cleanChanged, this, &SkinEditing::updateModifiedPanel);
     updateModifiedPanel();
+}
+
+void SkinEditing::createZoomActions()
+{
+    QMenu *view = mForm.menuBar()->addMenu(QStringLiteral("&View"));
+    view->setObjectName(QStringLiteral("mnuView"));
+    const auto add = [this, view](const QString &name, const QString &text, const QKeySequence &keys,
+                                  void (SkinEditing::*slot)()) {
+        QAction *action = view->addAction(text);
+        action->setObjectName(name);
+        action->setShortcut(keys);
+        connect(action, &QAction::triggered, this, slot);
+        return action;
+    };
+    add(QStringLiteral("ZoomIn"), QStringLiteral("Zoom In"), QKeySequence::ZoomIn, &SkinEditing::zoomIn);
+    add(QStringLiteral("ZoomOut"), QStringLiteral("Zoom Out"), QKeySequence::ZoomOut, &SkinEditing::zoomOut);
+    add(QStringLiteral("ZoomNormal"), QStringLiteral("Actual Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
+        &SkinEditing::zoomNormal);
+    mForm.canvasArea->viewport()->installEventFilter(this);
+    mZoomPanel = new QLabel(QStringLiteral("100 %"));
+    mZoomPanel->setObjectName(QStringLiteral("stbZoom"));
+    mForm.stbMain->addPermanentWidget(mZoomPanel);
+}
+
+void SkinEditing::setZoom(int percent)
+{
+    mForm.pctTemplate->setZoomPercent(percent);
+    zoomApplied();
+}
+
+void SkinEditing::zoomIn()
+{
+    mForm.pctTemplate->zoomIn();
+    zoomApplied();
+}
+
+void SkinEditing::zoomOut()
+{
+    mForm.pctTemplate->zoomOut();
+    zoomApplied();
+}
+
+void SkinEditing::zoomNormal()
+{
+    setZoom(CanvasZoom::Normal);
+}
+
+// The frame follows the object to its place at the new zoom.
+void SkinEditing::zoomApplied()
+{
+    if (mForm.mshObject->isVisible() && mForm.currentObject())
+        mForm.RefreshCanvas();
+    mZoomPanel->setText(QStringLiteral("%1 %").arg(mForm.pctTemplate->zoomPercent()));
 }
 
 void SkinEditing::connectTree()
@@ -188,6 +246,15 @@ bool SkinEditing::eventFilter(QObject *watched, QEvent *event)
         } else if (event->type() == QEvent::KeyPress) {
             if (canvasKey(static_cast<QKeyEvent *>(event)))
                 return true;
+        }
+    } else if (watched == mForm.canvasArea->viewport() && event->type() == QEvent::Wheel) {
+        auto *wheel = static_cast<QWheelEvent *>(event);
+        if (wheel->modifiers().testFlag(Qt::ControlModifier)) {
+            if (wheel->angleDelta().y() > 0)
+                zoomIn();
+            else if (wheel->angleDelta().y() < 0)
+                zoomOut();
+            return true;
         }
     } else if (watched == mForm.mshObject && event->type() == QEvent::Move) {
         if (mForm.mshObject->isMoving())
@@ -459,8 +526,7 @@ void SkinEditing::frameReleased(int dx, int dy, int &left, int &top, int &width,
 
 QPoint SkinEditing::canvasDistance(QPoint widgetDistance) const
 {
-    const SkinCanvas *canvas = mForm.pctTemplate;
-    return canvas->toCanvas(widgetDistance) - canvas->toCanvas(QPoint(0, 0));
+    return mForm.pctTemplate->toCanvasDistance(widgetDistance);
 }
 
 // ---- live drag ---------------------------------------------------------------------------------

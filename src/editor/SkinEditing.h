@@ -78,11 +78,19 @@ public:
     // A new document: nothing to undo.
     void forgetHistory();
 
+    // ---- zoom of the canvas ---------------------------------------------------------------
+    void setZoom(int percent);
+    void zoomIn();
+    void zoomOut();
+    void zoomNormal();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void createUndoActions();
+    void createZoomActions();
+    void zoomApplied();
     void connectTree();
     void connectMenus();
     void connectCanvas();
@@ -108,6 +116,7 @@ private:
     QAction *mUndo = nullptr;
     QAction *mRedo = nullptr;
     QLabel *mModified = nullptr;
+    QLabel *mZoomPanel = nullptr;
 
     // The live drag: the picture without the dragged object, and where the
     // frame stood when the drag began.

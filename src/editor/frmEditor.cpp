@@ -15,6 +15,7 @@
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
+#include "SkinEditing.h"
 #include "SkinFileNames.h"
 #include "SkinFolderListing.h"
 #include "SkinFonts.h"
@@ -98,12 +99,16 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     for (const char *type : kMoreElementTypes)
         mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(type));
     button(QStringLiteral("Save"))->setEnabled(false);
+    mEditing = new SkinEditing(*this, mEnv);
     setWindowTitle(kTitle);
     resize(1320, 860);
 }
 
 frmEditor::~frmEditor()
 {
+    // The editing watches the controls' events; it goes before them.
+    delete mEditing;
+    mEditing = nullptr;
     // The view goes before the model it shows.
     delete tvwObjects;
     tvwObjects = nullptr;
@@ -286,6 +291,8 @@ void frmEditor::tlbMain_ButtonClick(QAction *button)
 
 void frmEditor::OpenCommand()
 {
+    if (!mEditing->mayDiscardChanges())
+        return;
     const QString start = mEnv.context.UiFilePath.isEmpty()
         ? mEnv.context.SkinDirectory
         : QFileInfo(mEnv.context.UiFilePath).absolutePath();
@@ -319,6 +326,8 @@ void frmEditor::openSkinFile(const QString &path)
 
 void frmEditor::DirCommand()
 {
+    if (!mEditing->mayDiscardChanges())
+        return;
     const QString folder = mEnv.dialogs.folder(QStringLiteral("Select Skin ui Directory"),
                                                mEnv.context.SkinDirectory);
     if (folder.isEmpty())
@@ -386,6 +395,7 @@ void frmEditor::ClearDocument()
     mFrameOnObject = false;
     mRenderer->setHighlighted(nullptr);
     mRenderer->forgetDrawnObjects();
+    mEditing->forgetHistory();
     mTree->clear();
     mEnv.document.Clear();
     pgrProperty->Items()->Clear();
@@ -424,6 +434,8 @@ void frmEditor::SaveCommand()
     });
     hourglass.restore();
     if (saved)
+        mEditing->markSaved();
+    if (saved)
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
 }
 
@@ -456,6 +468,10 @@ void frmEditor::setRunSkinDirectory(const QString &directory)
 
 void frmEditor::closeEvent(QCloseEvent *event)
 {
+    if (!mEditing->mayDiscardChanges()) {
+        event->ignore();
+        return;
+    }
     const bool keepSaved = mHasRunSkinDirectory && mEnv.context.SkinDirectory == mRunSkinDirectory;
     mEnv.settings.WriteSettings(keepSaved ? mSavedSkinDirectory : mEnv.context.SkinDirectory);
     QMainWindow::closeEvent(event);

@@ -25,6 +25,7 @@ class QToolBar;
 class QTreeView;
 class ResourceLookup;
 class SkinCanvas;
+class SkinEditing;
 class SkinFonts;
 class Splitter;
 class TextBoxInfoSink;
@@ -70,6 +71,9 @@ public:
     QString statusText(int panel) const;
 
     ObjectTreeModel *objectTree() const { return mTree; }
+    // The editing of the document: menus, prompts, grid edits, canvas picking
+    // and dragging, and the undo stack.
+    SkinEditing &editing() const { return *mEditing; }
 
     // ---- commands -------------------------------------------------------------
     // One handler for every toolbar button, by its key. "Prev" and "Next" are on
@@ -167,6 +171,8 @@ private:
     bool mTemplateShown = false;
     // The current object is an object of the shown layer, with the frame on it.
     bool mFrameOnObject = false;
+
+    SkinEditing *mEditing = nullptr;
 
     QString mRunSkinDirectory;
     QString mSavedSkinDirectory;

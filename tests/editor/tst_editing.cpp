@@ -1,0 +1,662 @@
+// Editing a skin in the main window: pop-up menus, prompts, grid edits and
+// choosers, picking and dragging on the canvas with real mouse events, undo,
+// zoom, arrow keys and the question about unsaved changes.
+
+#include "EditorFixture.h"
+
+#include "LayerRenderer.h"
+#include "MovableShape.h"
+#include "NodeKey.h"
+#include "ObjectTreeModel.h"
+#include "PowGrid.h"
+#include "PowGridItem.h"
+#include "PropertyGridFiller.h"
+#include "SkinCanvas.h"
+#include "SkinEditing.h"
+#include "clsPowGridItems.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTreeView>
+#include <QUndoStack>
+
+namespace {
+
+const QByteArray kPickSkin = "<LAYER ui_Pick>\r\n"
+                             "\t<TEXT txtHigh x=10 y=10 w=100 h=40 z=2 text=High bmp=\"a.bmp\">\r\n"
+                             "\t<TEXT txtLow x=50 y=20 w=100 h=40 z=1 text=Low bmp=\"a.bmp\">\r\n"
+                             "\t<TEXT txtFirst x=200 y=10 w=100 h=40 z=1 text=First bmp=\"a.bmp\">\r\n"
+                             "\t<TEXT txtSecond x=250 y=20 w=100 h=40 z=1 text=Second bmp=\"a.bmp\">\r\n"
+                             "\t<TEXT txtAlone x=10 y=200 w=100 h=40 text=Alone color=#FF0000 bmp=\"pic.bmp\">\r\n"
+                             "\t<TEXT txtNoPlace w=60 h=30 text=NoPlace bmp=\"a.bmp\">\r\n"
+                             "</LAYER>\r\n"
+                             "<LAYER ui_Other>\r\n"
+                             "\t<TEXT txtOne x=5 y=5 w=50 h=20 text=One>\r\n"
+                             "\t<TEXT txtTwo x=5 y=50 w=50 h=20 text=Two>\r\n"
+                             "</LAYER>\r\n"
+                             "<OBSERVER obsWatch>\r\n"
+                             "</OBSERVER>\r\n";
+
+struct EditingFixture : EditorFixture
+{
+    QTemporaryDir skinFolder;
+    QString file;
+    QList<QMenu *> menusShown;
+    QString chooseEntry;
+
+    EditingFixture()
+    {
+        file = skinFolder.path() + "/800_480/ui/pick_800_480.ui";
+        writeTestFile(file, kPickSkin);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        editing().popUpMenu = [this](QMenu &menu, QPoint) -> QAction * {
+            menusShown << &menu;
+            QList<QAction *> actions = menu.actions();
+            for (QAction *action : menu.actions()) {
+                if (action->menu())
+                    actions << action->menu()->actions();
+            }
+            for (QAction *action : actions) {
+                if (action->objectName() == chooseEntry || (!chooseEntry.isEmpty() && action->text() == chooseEntry)) {
+                    action->trigger();
+                    return action;
+                }
+            }
+            return nullptr;
+        };
+        qint64 *now = &time;
+        editing().clock = [now] { return *now; };
+        window->openSkinFile(file);
+    }
+
+    qint64 time = 100000;
+
+    SkinEditing &editing() { return window->editing(); }
+    ObjectTreeModel &tree() { return *window->objectTree(); }
+    QUndoStack &stack() { return editing().undoStack(); }
+
+    QModelIndex node(const QByteArray &key)
+    {
+        const QModelIndex index = tree().indexOfKey(key);
+        for (QModelIndex up = index.parent(); up.isValid(); up = up.parent())
+            window->tvwObjects->expand(up);
+        window->tvwObjects->scrollTo(index);
+        return index;
+    }
+
+    void select(const QByteArray &key) { window->selectNode(node(key)); }
+
+    QByteArray value(const QByteArray &propertyNodeKey)
+    {
+        const NodeTarget target = tree().ResolveNodeKey(propertyNodeKey);
+        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
+    }
+
+    ScriptedDialogs::Asked lastAsked() const
+    {
+        return dialogs.asked().isEmpty() ? ScriptedDialogs::Asked() : dialogs.asked().last();
+    }
+
+    clsElement *element(const QByteArray &key) { return tree().ResolveNodeKey(key).element; }
+
+    void rightClick(const QByteArray &key)
+    {
+        const QModelIndex index = node(key);
+        const QPoint at = window->tvwObjects->visualRect(index).center();
+        QTest::mousePress(window->tvwObjects->viewport(), Qt::RightButton, Qt::NoModifier, at);
+        QTest::mouseRelease(window->tvwObjects->viewport(), Qt::RightButton, Qt::NoModifier, at);
+    }
+
+    void doubleClick(const QByteArray &key)
+    {
+        const QModelIndex index = node(key);
+        const QPoint at = window->tvwObjects->visualRect(index).center();
+        QTest::mousePress(window->tvwObjects->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseRelease(window->tvwObjects->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseDClick(window->tvwObjects->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    }
+
+    QRect box(const QByteArray &key)
+    {
+        const DrawnBox b = window->renderer().boxOf(element(key));
+        return QRect(b.left, b.top, b.width, b.height);
+    }
+
+    // A press of the left button at a canvas pixel, through the zoom.
+    void clickCanvas(QPoint canvasPoint)
+    {
+        const QRect pixel = window->pctTemplate->toWidget(QRect(canvasPoint, QSize(1, 1)));
+        QTest::mouseClick(window->pctTemplate, Qt::LeftButton, Qt::NoModifier, pixel.topLeft());
+    }
+
+    // Drags the frame's body by (dx, dy) widget pixels with the mouse.
+    void dragFrame(int dx, int dy)
+    {
+        QWidget *body = window->mshObject->shpMove(MovableShape::BodyHandle);
+        QWidget *container = window->pctTemplate;
+        const QPoint at = body->rect().center();
+        const QPoint start = body->mapTo(container, at);
+        QTest::mousePress(body, Qt::LeftButton, Qt::NoModifier, at);
+        // The handle holds the mouse while the button is down: the moves go to it.
+        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx / 2, dy / 2)));
+        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx, dy)));
+        QWidget *under = container->childAt(start + QPoint(dx, dy));
+        QWidget *target = under ? under : container;
+        QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier,
+                            target->mapFrom(container, start + QPoint(dx, dy)));
+    }
+
+    PowGridItem *gridRow(const QString &name)
+    {
+        clsPowGridItems *items = window->pgrProperty->Items();
+        for (int row = 1; row <= items->Count(); ++row) {
+            if (items->Item(row)->CellText(PropertyGridFiller::ColProperty) == name)
+                return items->Item(row);
+        }
+        return nullptr;
+    }
+
+    QByteArray savedText()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("out.ui"));
+        dialogs.answerPath(path);
+        window->SaveCommand();
+        return readTestFile(path);
+    }
+};
+
+} // namespace
+
+class TestEditing : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // ---- pop-up menus ------------------------------------------------------------------
+
+    void rightClickingAnElementShowsTheElementMenuNeverTheLayerMenu()
+    {
+        EditingFixture f;
+        f.rightClick("Lui_Pick|EtxtHigh");
+        QCOMPARE(f.menusShown.size(), 1);
+        QCOMPARE(f.menusShown.first(), f.window->mnuElement);
+        QStringList entries;
+        for (QAction *a : f.window->mnuElement->actions())
+            entries << a->text();
+        QCOMPARE(entries, QStringList({ "Add Property", "Remove Object" }));
+        QCOMPARE(f.window->tvwObjects->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
+    }
+
+    void rightClickMenusFollowTheNodeKind()
+    {
+        EditingFixture f;
+        f.rightClick("Lui_Pick");
+        f.rightClick("Lui_Pick|EtxtHigh|Px");
+        f.rightClick("LobsWatch");
+        QCOMPARE(f.menusShown, QList<QMenu *>({ f.window->mnuLayer, f.window->mnuProperty }));
+        // The right-clicked node was selected even where no menu came.
+        QCOMPARE(f.window->tvwObjects->currentIndex(), f.node("LobsWatch"));
+    }
+
+    // ---- prompts ----------------------------------------------------------------------------
+
+    void addingAPropertyTypedUpperCaseStoresItLowerCaseWithItsDefault()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("X"));
+        f.chooseEntry = QStringLiteral("mnuAddProperty");
+        f.rightClick("Lui_Pick|EtxtNoPlace");
+        const auto &asked = f.lastAsked();
+        QCOMPARE(asked.title, QStringLiteral("Add Property"));
+        QCOMPARE(asked.text, QStringLiteral("Type New Property Name"));
+        QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Px"), QByteArray("0"));
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtNoPlace|Px")), QStringLiteral("x=0"));
+        QVERIFY(f.gridRow(QStringLiteral("x")));
+        QCOMPARE(f.gridRow(QStringLiteral("x"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("0"));
+    }
+
+    void anAddedHideIsABareNodeThatDoubleClickLeavesAlone()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("hide"));
+        f.chooseEntry = QStringLiteral("mnuAddProperty");
+        f.rightClick("Lui_Pick|EtxtAlone");
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtAlone|Phide")), QStringLiteral("hide"));
+        const int asked = f.dialogs.asked().size();
+        f.doubleClick("Lui_Pick|EtxtAlone|Phide");
+        QCOMPARE(f.dialogs.asked().size(), asked);
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Phide"), QByteArray("<NOV>"));
+    }
+
+    void doubleClickingAPropertyAsksForItsNewValue()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("77"));
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        const auto &asked = f.lastAsked();
+        QCOMPARE(asked.title, QStringLiteral("Edit Value"));
+        QCOMPARE(asked.text, QStringLiteral("Enter new Value"));
+        QCOMPARE(asked.value, QStringLiteral("10"));
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("77"));
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtHigh|Px")), QStringLiteral("x=77"));
+        // The node-click handling ran: the owner is drawn where the new value puts it.
+        QCOMPARE(f.box("Lui_Pick|EtxtHigh").left(), 77);
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtHigh"));
+    }
+
+    void anEmptyAnswerToThePromptChangesNothing()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QString());
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("10"));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
+    void addingAnObjectAsksItsNameAndDrawsIt()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("btnNew"));
+        f.chooseEntry = QStringLiteral("BUTTON");
+        f.rightClick("Lui_Pick");
+        const auto &asked = f.lastAsked();
+        QCOMPARE(asked.title, QStringLiteral("Add Element"));
+        QCOMPARE(asked.text, QStringLiteral("Type New Object Name"));
+        clsElement *added = f.element("Lui_Pick|EbtnNew");
+        QVERIFY(added);
+        QCOMPARE(added->ElementType(), QByteArray("BUTTON"));
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EbtnNew")), QStringLiteral("BUTTON:btnNew"));
+        QCOMPARE(f.window->shownLayer(), f.element("Lui_Pick"));
+    }
+
+    void addingALayerPutsItAtTheLayerLevel()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("ui_New"));
+        f.chooseEntry = QStringLiteral("mnuAddLayer");
+        f.rightClick("Lui_Pick");
+        QCOMPARE(f.lastAsked().title, QStringLiteral("Add Layer"));
+        QCOMPARE(f.lastAsked().text, QStringLiteral("Type New Layer Name"));
+        const QModelIndex last = f.tree().index(f.tree().rowCount() - 1, 0);
+        QCOMPARE(f.tree().nodeKey(last), QByteArray("Lui_New"));
+        QCOMPARE(f.tree().nodeText(last), QStringLiteral("LAYER:ui_New"));
+    }
+
+    void removalsAskNoQuestionAndUndoBringsThemBack()
+    {
+        EditingFixture f;
+        const QByteArray before = f.savedText();
+        const int asked = f.dialogs.asked().size();
+        f.chooseEntry = QStringLiteral("mnuRemoveProperty");
+        f.rightClick("Lui_Pick|EtxtHigh|Pz");
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Pz"), QByteArray("(none)"));
+        f.chooseEntry = QStringLiteral("mnuRemoveObject");
+        f.rightClick("Lui_Pick|EtxtLow");
+        QVERIFY(!f.element("Lui_Pick|EtxtLow"));
+        f.chooseEntry = QStringLiteral("mnuRemoveLayer");
+        f.rightClick("Lui_Other");
+        QVERIFY(!f.element("Lui_Other"));
+        QCOMPARE(f.dialogs.asked().size(), asked);
+        QCOMPARE(f.stack().count(), 3);
+        f.window->editing().undoAction()->trigger();
+        f.window->editing().undoAction()->trigger();
+        f.window->editing().undoAction()->trigger();
+        QCOMPARE(f.savedText(), before);
+    }
+
+    // ---- property grid ------------------------------------------------------------------------
+
+    void aValueStoredInTheGridChangesTheDocumentNodeAndCanvas()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick|EtxtHigh");
+        PowGridItem *row = f.gridRow(QStringLiteral("y"));
+        QVERIFY(row);
+        row->setCellText(PropertyGridFiller::ColValue, QStringLiteral("33"));
+        emit f.window->pgrProperty->ItemChanged(row, PropertyGridFiller::ColValue);
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Py"), QByteArray("33"));
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtHigh|Py")), QStringLiteral("y=33"));
+        QCOMPARE(f.box("Lui_Pick|EtxtHigh").top(), 33);
+        QCOMPARE(f.gridRow(QStringLiteral("y"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("33"));
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Py"), QByteArray("10"));
+        QCOMPARE(f.gridRow(QStringLiteral("y"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("10"));
+        QCOMPARE(f.box("Lui_Pick|EtxtHigh").top(), 10);
+    }
+
+    void aColourPresetsTheDigitsAsTheyStandAndWritesRedGreenBlue()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick|EtxtAlone");
+        f.dialogs.answerColor(QColor(255, 0, 0));
+        emit f.window->pgrProperty->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
+        // #FF0000 read as the number FF0000 is pure blue to the dialog.
+        QCOMPARE(QColor(f.lastAsked().value), QColor(0, 0, 255));
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Pcolor"), QByteArray("#FF0000"));
+        f.dialogs.answerColor(QColor(0x12, 0x34, 0x56));
+        emit f.window->pgrProperty->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Pcolor"), QByteArray("#123456"));
+    }
+
+    void aCancelledColourDialogChangesNothing()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick|EtxtAlone");
+        emit f.window->pgrProperty->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("color"));
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Pcolor"), QByteArray("#FF0000"));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
+    void thePictureChooserStoresTheFileNameOnly()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick|EtxtAlone");
+        f.dialogs.answerPath(QStringLiteral("/some/where/new.bmp"));
+        emit f.window->pgrProperty->ItemChanged(f.gridRow(QStringLiteral("bmp")), PropertyGridFiller::ColButton);
+        const auto &asked = f.lastAsked();
+        QCOMPARE(asked.kind, QStringLiteral("open"));
+        QCOMPARE(asked.title, QStringLiteral("Select Image"));
+        QCOMPARE(asked.filter, QStringLiteral("Korvi Image Files (*.bmp;*.spr)|*.bmp;*.spr|All Files|*.*"));
+        QVERIFY(asked.value.endsWith(QStringLiteral("pic.bmp")));
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Pbmp"), QByteArray("new.bmp"));
+    }
+
+    // ---- picking ------------------------------------------------------------------------------
+
+    void inAnOverlapTheHigherZIsPicked()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        const QRect overlap = f.box("Lui_Pick|EtxtHigh").intersected(f.box("Lui_Pick|EtxtLow"));
+        QVERIFY(!overlap.isEmpty());
+        f.clickCanvas(overlap.center());
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtHigh"));
+        QCOMPARE(f.window->tvwObjects->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
+        QVERIFY(f.window->mshObject->isVisible());
+    }
+
+    void withEqualZTheLaterObjectIsPicked()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        const QRect overlap = f.box("Lui_Pick|EtxtFirst").intersected(f.box("Lui_Pick|EtxtSecond"));
+        QVERIFY(!overlap.isEmpty());
+        f.clickCanvas(overlap.center());
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtSecond"));
+    }
+
+    void theEdgesOfADrawnBoxAreOutside()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        const QRect b = f.box("Lui_Pick|EtxtAlone");
+        const QPoint middle = b.center();
+        const int right = b.left() + b.width();
+        const int bottom = b.top() + b.height();
+        for (const QPoint edge : { QPoint(b.left(), middle.y()), QPoint(middle.x(), b.top()),
+                                   QPoint(right, middle.y()), QPoint(middle.x(), bottom) }) {
+            f.clickCanvas(edge);
+            QCOMPARE(f.window->currentObject(), f.element("Lui_Pick"));
+        }
+        f.clickCanvas(QPoint(b.left() + 1, b.top() + 1));
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtAlone"));
+    }
+
+    void theMousePositionIsShownInCanvasPixels()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        f.editing().setZoom(300);
+        QTest::mouseMove(f.window->pctTemplate, QPoint(31, 62));
+        QCOMPARE(f.window->statusText(3), QStringLiteral("X:10 Y:20"));
+    }
+
+    // ---- dragging -----------------------------------------------------------------------------
+
+    void withLockPressedNoFrameIsShownSoNothingMoves()
+    {
+        EditingFixture f;
+        f.window->button(QStringLiteral("Lock"))->trigger();
+        f.select("Lui_Pick");
+        f.clickCanvas(f.box("Lui_Pick|EtxtAlone").center());
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtAlone"));
+        QVERIFY(!f.window->mshObject->isVisible());
+        QTest::keyClick(f.window->pctTemplate, Qt::Key_Right);
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("10"));
+    }
+
+    void draggingXTenByFiveLeftStoresFive()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        f.clickCanvas(f.box("Lui_Pick|EtxtAlone").center());
+        QVERIFY(f.window->mshObject->isVisible());
+        f.dragFrame(-5, 0);
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("5"));
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("200"));
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtAlone|Px")), QStringLiteral("x=5"));
+        // The frame was placed again around the object at its new place.
+        const QRect frame = f.window->mshObject->geometry();
+        const int handle = f.window->mshObject->handleSize();
+        QCOMPARE(frame.left() + handle, f.box("Lui_Pick|EtxtAlone").left());
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("10"));
+    }
+
+    void aDragAddsTheCoordinatesAnObjectLacks()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick|EtxtNoPlace");
+        QVERIFY(f.window->mshObject->isVisible());
+        f.dragFrame(12, 7);
+        QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Px"), QByteArray("12"));
+        QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Py"), QByteArray("7"));
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtNoPlace|Py")), QStringLiteral("y=7"));
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Px"), QByteArray("(none)"));
+        QVERIFY(!f.node("Lui_Pick|EtxtNoPlace|Px").isValid());
+    }
+
+    void whileDraggingTheObjectIsDrawnAtItsMovingPlace()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick|EtxtAlone");
+        const QImage before = f.window->pctTemplate->picture();
+        const QRect oldBox = f.box("Lui_Pick|EtxtAlone");
+        QWidget *body = f.window->mshObject->shpMove(MovableShape::BodyHandle);
+        const QPoint at = body->rect().center();
+        const QPoint start = body->mapTo(f.window->pctTemplate, at);
+        QTest::mousePress(body, Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseMove(body, body->mapFrom(f.window->pctTemplate, start + QPoint(0, 60)));
+        const QImage during = f.window->pctTemplate->picture();
+        QVERIFY(during != before);
+        // The document is changed only when the button is released.
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("200"));
+        // Where the object stood, the picture now shows what lies under it.
+        QVERIFY(during.copy(oldBox) != before.copy(oldBox));
+        QCOMPARE(during.copy(oldBox.translated(0, 60)), before.copy(oldBox));
+        QCOMPARE(f.box("Lui_Pick|EtxtAlone").top(), 260);
+        QTest::mouseRelease(body, Qt::LeftButton, Qt::NoModifier, body->mapFrom(f.window->pctTemplate, start + QPoint(0, 60)));
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("260"));
+    }
+
+    void pickingAndDraggingGiveTheSameChangesAtEveryZoom_data()
+    {
+        QTest::addColumn<int>("percent");
+        QTest::newRow("50 %") << 50;
+        QTest::newRow("100 %") << 100;
+        QTest::newRow("300 %") << 300;
+    }
+
+    void pickingAndDraggingGiveTheSameChangesAtEveryZoom()
+    {
+        QFETCH(int, percent);
+        EditingFixture f;
+        f.select("Lui_Pick");
+        f.editing().setZoom(percent);
+        QCOMPARE(f.window->pctTemplate->zoomPercent(), percent);
+        const QRect overlap = f.box("Lui_Pick|EtxtHigh").intersected(f.box("Lui_Pick|EtxtLow"));
+        f.clickCanvas(overlap.center());
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtHigh"));
+        // The frame lies around the object's box at this zoom.
+        const QRect expected = f.window->pctTemplate->toWidget(f.box("Lui_Pick|EtxtHigh"));
+        const int handle = f.window->mshObject->handleSize();
+        QCOMPARE(f.window->mshObject->geometry(), expected.adjusted(-handle, -handle, handle, handle));
+        // 10 canvas pixels right and 20 down, as the mouse moves at this zoom.
+        f.dragFrame(10 * percent / 100, 20 * percent / 100);
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("20"));
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Py"), QByteArray("30"));
+        QCOMPARE(f.stack().count(), 1);
+    }
+
+    void zoomStaysWithinItsRange()
+    {
+        EditingFixture f;
+        for (int i = 0; i < 20; ++i)
+            f.editing().zoomIn();
+        QCOMPARE(f.window->pctTemplate->zoomPercent(), 800);
+        for (int i = 0; i < 20; ++i)
+            f.editing().zoomOut();
+        QCOMPARE(f.window->pctTemplate->zoomPercent(), 25);
+        f.editing().zoomNormal();
+        QCOMPARE(f.window->pctTemplate->zoomPercent(), 100);
+    }
+
+    void aZoomedPictureIsPixelExact()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        f.editing().setZoom(300);
+        const QImage picture = f.window->pctTemplate->picture();
+        const QImage shown = f.window->pctTemplate->grab(QRect(0, 0, 300, 300)).toImage();
+        for (int y = 0; y < 300; y += 7) {
+            for (int x = 0; x < 300; x += 5)
+                QCOMPARE(QColor(shown.pixel(x, y)), QColor(picture.pixel(x / 3, y / 3)));
+        }
+    }
+
+    // ---- keyboard --------------------------------------------------------------------------------
+
+    void arrowKeysMoveTheObjectAndShiftMovesTen()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        f.clickCanvas(f.box("Lui_Pick|EtxtAlone").center());
+        QTest::keyClick(f.window->pctTemplate, Qt::Key_Right);
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("11"));
+        QTest::keyClick(f.window->pctTemplate, Qt::Key_Down, Qt::ShiftModifier);
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("210"));
+        // Both within a second: one step.
+        QCOMPARE(f.stack().count(), 1);
+        f.time += 1500;
+        QTest::keyClick(f.window->pctTemplate, Qt::Key_Left);
+        QCOMPARE(f.stack().count(), 2);
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("11"));
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("10"));
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("200"));
+    }
+
+    // ---- undo, redo and unsaved changes ---------------------------------------------------------
+
+    void undoAndRedoHaveTheStandardShortcutsOnMenuAndToolbar()
+    {
+        EditingFixture f;
+        QCOMPARE(f.editing().undoAction()->shortcut(), QKeySequence(QKeySequence::Undo));
+        QCOMPARE(f.editing().redoAction()->shortcut(), QKeySequence(QKeySequence::Redo));
+        QVERIFY(f.window->tlbMain->actions().contains(f.editing().undoAction()));
+        QVERIFY(f.window->tlbMain->actions().contains(f.editing().redoAction()));
+        QVERIFY(!f.editing().undoAction()->isEnabled());
+        f.dialogs.answerText(QStringLiteral("5"));
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        QVERIFY(f.editing().undoAction()->isEnabled());
+        f.editing().undoAction()->trigger();
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("10"));
+        f.editing().redoAction()->trigger();
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("5"));
+    }
+
+    void theStatusBarShowsUnsavedChanges()
+    {
+        EditingFixture f;
+        auto *modified = f.window->findChild<QLabel *>(QStringLiteral("stbModified"));
+        QVERIFY(modified);
+        QCOMPARE(modified->text(), QString());
+        f.dialogs.answerText(QStringLiteral("5"));
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        QCOMPARE(modified->text(), QStringLiteral("Modified"));
+        f.stack().undo();
+        QCOMPARE(modified->text(), QString());
+        f.stack().redo();
+        f.savedText();
+        QCOMPARE(modified->text(), QString());
+    }
+
+    void openWithUnsavedChangesAsksAndCancelKeepsTheWork()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("5"));
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        f.dialogs.answerButton(Dialogs::Button::Cancel);
+        f.window->OpenCommand();
+        const auto &asked = f.lastAsked();
+        QCOMPARE(asked.kind, QStringLiteral("message"));
+        QCOMPARE(asked.buttons, Dialogs::Buttons::YesNoCancel);
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("5"));
+    }
+
+    void dirWithUnsavedChangesAnsweredNoDiscardsTheWork()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("5"));
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        f.dialogs.answerButton(Dialogs::Button::No);
+        f.dialogs.answerPath(QFileInfo(f.file).absolutePath());
+        f.window->DirCommand();
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("folder"));
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("10"));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
+    void closingWithUnsavedChangesAnsweredYesSavesFirst()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("5"));
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("saved.ui"));
+        f.dialogs.answerButton(Dialogs::Button::Yes);
+        f.dialogs.answerPath(path);
+        QVERIFY(f.window->close());
+        QVERIFY(readTestFile(path).contains("x=5"));
+    }
+
+    void closingWithUnsavedChangesAnsweredCancelKeepsTheWindow()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("5"));
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        f.dialogs.answerButton(Dialogs::Button::Cancel);
+        QVERIFY(!f.window->close());
+        QVERIFY(f.window->isVisible());
+    }
+
+    void closingWithoutChangesAsksNothing()
+    {
+        EditingFixture f;
+        const int asked = f.dialogs.asked().size();
+        QVERIFY(f.window->close());
+        QCOMPARE(f.dialogs.asked().size(), asked);
+    }
+};
+
+QTEST_MAIN(TestEditing)
+#include "tst_editing.moc"
