@@ -382,6 +382,29 @@ private slots:
         QVERIFY(f.window->mshObject->isVisible());
     }
 
+    void anObjectWithoutANameIsPassedOverForTheOneUnderIt()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        f.element("Lui_Pick|EtxtHigh")->setStrName(QByteArray());
+        const QRect overlap = f.box("Lui_Pick|EtxtHigh").intersected(f.box("Lui_Pick|EtxtLow"));
+        QVERIFY(!overlap.isEmpty());
+        f.clickCanvas(overlap.center());
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtLow"));
+    }
+
+    void removeObjectOnATemplateNodeDoesNothing()
+    {
+        EditingFixture f;
+        writeTestFile(f.file, "<TEMPLATE tplOwn x=1 bmp=\"a.bmp\">\r\n" + kPickSkin);
+        f.window->openSkinFile(f.file);
+        f.chooseEntry = QStringLiteral("mnuRemoveObject");
+        f.rightClick("TtplOwn");
+        QCOMPARE(f.menusShown.last(), f.window->mnuElement);
+        QVERIFY(f.element("TtplOwn"));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
     void withEqualZTheLaterObjectIsPicked()
     {
         EditingFixture f;
