@@ -505,11 +505,11 @@ void frmEditor::NodeClick(const QModelIndex &node)
     case 'U':
     case 'S':
         if (target.element)
-            showBlock(node, target.element);
+            showTopLevel(node, target.element, false);
         break;
     case 'T':
         if (target.element)
-            showTemplate(node, target.element);
+            showTopLevel(node, target.element, true);
         break;
     case 'E':
         if (target.element)
@@ -530,32 +530,23 @@ void frmEditor::NodeClick(const QModelIndex &node)
     }
 }
 
-void frmEditor::showBlock(const QModelIndex &node, const clsElement *block)
+// A layer, state or used layer is drawn with its background and used layers; a
+// template is drawn alone over the default background.
+void frmEditor::showTopLevel(const QModelIndex &node, clsElement *element, bool isTemplate)
 {
-    mCurrentObject = const_cast<clsElement *>(block);
+    mCurrentObject = element;
     mCurrentNodeKey = mTree->nodeKey(node);
     mShownLayerKey = mCurrentNodeKey;
-    mTemplateShown = false;
+    mTemplateShown = isTemplate;
     mFrameOnObject = false;
     mRenderer->setHighlighted(nullptr);
-    DrawLayer(block);
+    if (isTemplate)
+        drawTemplateAlone(element);
+    else
+        DrawLayer(element);
     setStatus(1, mTree->nodeText(node));
-    setStatus(2, QString::fromLatin1(block->strName()));
-    fillGrid(*block, mCurrentNodeKey);
-}
-
-void frmEditor::showTemplate(const QModelIndex &node, clsElement *tpl)
-{
-    mCurrentObject = tpl;
-    mCurrentNodeKey = mTree->nodeKey(node);
-    mShownLayerKey = mCurrentNodeKey;
-    mTemplateShown = true;
-    mFrameOnObject = false;
-    mRenderer->setHighlighted(nullptr);
-    drawTemplateAlone(tpl);
-    setStatus(1, mTree->nodeText(node));
-    setStatus(2, QString::fromLatin1(tpl->strName()));
-    fillGrid(*tpl, mCurrentNodeKey);
+    setStatus(2, QString::fromLatin1(element->strName()));
+    fillGrid(*element, mCurrentNodeKey);
 }
 
 void frmEditor::showElement(const QModelIndex &node, clsElement *element)

@@ -145,8 +145,7 @@ private:
     bool readSkinFile(const QString &path, bool imported);
     void reportReadError(const QString &file, qint64 line, const QString &message);
 
-    void showBlock(const QModelIndex &node, const clsElement *block);
-    void showTemplate(const QModelIndex &node, clsElement *tpl);
+    void showTopLevel(const QModelIndex &node, clsElement *element, bool isTemplate);
     void showElement(const QModelIndex &node, clsElement *element);
     void clearSelectionDisplay();
     void fillGrid(const clsElement &element, const QByteArray &nodeKey);
