@@ -19,16 +19,30 @@ void lowerAsciiInPlace(char *text, qsizetype length)
     }
 }
 
-// Tags are told apart by their upper-case form, which is also the element type.
-bool isBlockOpening(const QByteArray &type)
+// What a tag does, worked out once per tag word from its upper-case form.
+UiFileReader::TagKind kindOfType(const QByteArray &type)
 {
-    return type == "LAYER" || type == "ELEMENT_TEMPLATE" || type == "OBSERVER" || type == "STATE";
-}
-
-// "/observer" is not among them: it is read as a child element of its own.
-bool isBlockClosing(const QByteArray &type)
-{
-    return type == "/LAYER" || type == "/ELEMENT_TEMPLATE" || type == "/STATE";
+    using K = UiFileReader::TagKind;
+    if (type == "HEADER")
+        return K::Header;
+    if (type == "/HEADER")
+        return K::HeaderEnd;
+    if (type == "VAR")
+        return K::Var;
+    if (type == "LAYER" || type == "ELEMENT_TEMPLATE" || type == "OBSERVER" || type == "STATE")
+        return K::Block;
+    if (type == "SCRIPT")
+        return K::Script;
+    if (type == "/SCRIPT")
+        return K::ScriptEnd;
+    // "/observer" is not among them: it is read as a child element of its own.
+    if (type == "/LAYER" || type == "/ELEMENT_TEMPLATE" || type == "/STATE")
+        return K::BlockEnd;
+    if (type == "TEMPLATE")
+        return K::Template;
+    if (type == "FONTTYPE")
+        return K::FontType;
+    return K::Child;
 }
 
 } // namespace
@@ -152,10 +166,10 @@ void UiFileReader::readScriptLine()
 void UiFileReader::readTag(UiLineScanner &scanner)
 {
     scanner.position += 1;
-    const QByteArray type = elementTypeOf(scanner.view(scanner.readNameSpan()));
+    const TagWord &tag = tagWordOf(scanner.view(scanner.readNameSpan()));
     // One character after the tag word is passed over.
     scanner.position += 1;
-    const bool isVar = (type == "VAR");
+    const bool isVar = (tag.kind == TagKind::Var);
     if (!isVar) {
         // The word after the tag is always the name, even when it looks like an
         // attribute: "<TEXT x=1>" names its element "x".
@@ -164,57 +178,72 @@ void UiFileReader::readTag(UiLineScanner &scanner)
             mLastName.chop(1);
     }
     // A var tag has no name word: it takes the name of the tag before it.
-    openElement(type);
+    openElement(tag);
     readAttributes(scanner, isVar);
 }
 
-// The upper-case element type of a tag word. A skin uses a handful of tag words
-// over and over: the elements share the bytes of each instead of holding copies.
-QByteArray UiFileReader::elementTypeOf(QByteArrayView word)
+// The element type and the meaning of a tag word. A skin uses a handful of tag
+// words over and over: they are worked out once, and the elements share the
+// bytes of each type instead of holding copies.
+const UiFileReader::TagWord &UiFileReader::tagWordOf(QByteArrayView word)
 {
-    for (const auto &[spelling, type] : std::as_const(mTagWords)) {
-        if (spelling == word)
-            return type;
+    for (const TagWord &known : std::as_const(mTagWords)) {
+        if (known.spelling == word)
+            return known;
     }
     const QByteArray type = clsElement::upperAscii(word.toByteArray());
-    if (mTagWords.size() < 64)
-        mTagWords.append({ word.toByteArray(), type });
-    return type;
+    // Past this many distinct words (only in odd files) the oldest is replaced.
+    if (mTagWords.size() >= 64)
+        mTagWords.removeFirst();
+    mTagWords.append({ word.toByteArray(), type, kindOfType(type) });
+    return mTagWords.constLast();
 }
 
-void UiFileReader::openElement(const QByteArray &type)
+void UiFileReader::openElement(const TagWord &tag)
 {
+    const QByteArray &type = tag.type;
     clsElements &topLevel = mInHeader ? mDocument.Headers() : mDocument.Layers();
-    if (type == "HEADER") {
+    switch (tag.kind) {
+    case TagKind::Header:
         mInHeader = true;
-    } else if (type == "/HEADER") {
+        break;
+    case TagKind::HeaderEnd:
         mInHeader = false;
-    } else if (type == "VAR" || isBlockOpening(type)) {
+        break;
+    case TagKind::Var:
+    case TagKind::Block:
         mCurrentBlock = mCurrentElement = topLevel.Add(mLastName, type);
-    } else if (type == "SCRIPT") {
+        break;
+    case TagKind::Script:
         mInScript = true;
         if (!mCurrentBlock)
             mCurrentBlock = mCurrentElement = mDocument.Layers().Add(mLastName, type);
         else
             mCurrentElement = mCurrentBlock->SubElements().Add(mLastName, type);
-    } else if (type == "/SCRIPT") {
+        break;
+    case TagKind::ScriptEnd:
         mInScript = false;
         if (mCurrentElement == mCurrentBlock)
             mCurrentBlock = nullptr;
         mCurrentElement = nullptr;
-    } else if (isBlockClosing(type)) {
+        break;
+    case TagKind::BlockEnd:
         mCurrentBlock = nullptr;
-    } else if (type == "TEMPLATE" || type == "FONTTYPE") {
+        break;
+    case TagKind::Template:
+    case TagKind::FontType: {
         // Templates and font types never become children, wherever they stand,
         // and neither open nor close a block.
-        clsElements &entries = (type == "TEMPLATE") ? mDocument.Templates() : mDocument.Fonts();
+        clsElements &entries = tag.kind == TagKind::Template ? mDocument.Templates() : mDocument.Fonts();
         mCurrentElement = entries.Add(mLastName, type);
         mCurrentElement->IsImported = mImported;
-    } else {
+        break;
+    }
+    case TagKind::Child:
         if (!mCurrentBlock)
-            fail(QStringLiteral("the tag <%1> stands outside any block")
-                     .arg(QString::fromLatin1(type)));
+            fail(QStringLiteral("the tag <%1> stands outside any block").arg(QString::fromLatin1(type)));
         mCurrentElement = mCurrentBlock->SubElements().Add(mLastName, type);
+        break;
     }
 }
 
@@ -237,7 +266,7 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
         // Keys are stored in lower case; the line is our own copy.
         lowerAsciiInPlace(scanner.data(a.key), a.key.length);
         const QByteArrayView keyText = scanner.view(a.key);
-        if (!keyText.isEmpty() && keyText != "/") {
+        if (!keyText.isEmpty() && !(keyText.size() == 1 && keyText.front() == '/')) {
             if (!element)
                 element = receiver("an attribute");
             mAttributes.append(a);

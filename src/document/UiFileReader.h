@@ -18,6 +18,9 @@ void ReadUiFile(clsKorviInterface &document, const QString &path, bool imported)
 class UiFileReader : private UiLineScanner::LineSource
 {
 public:
+    // What a tag word does when read.
+    enum class TagKind { Header, HeaderEnd, Var, Block, BlockEnd, Script, ScriptEnd, Template, FontType, Child };
+
     UiFileReader(clsKorviInterface &document, bool imported);
 
     // Reads the file at `path`; throws SkinReadError when it cannot be opened.
@@ -40,8 +43,14 @@ private:
     void readLine();
     void readScriptLine();
     void readTag(UiLineScanner &scanner);
-    QByteArray elementTypeOf(QByteArrayView word);
-    void openElement(const QByteArray &type);
+    struct TagWord
+    {
+        QByteArray spelling;
+        QByteArray type;
+        TagKind kind;
+    };
+    const TagWord &tagWordOf(QByteArrayView word);
+    void openElement(const TagWord &tag);
     void readAttributes(UiLineScanner &scanner, bool isVar);
     clsElement *receiver(const char *what) const;
     [[noreturn]] void fail(const QString &message) const;
@@ -60,8 +69,8 @@ private:
     clsElement *mCurrentBlock = nullptr;
     clsElement *mCurrentElement = nullptr;
     QByteArray mLastName;
-    // Tag words met so far, as spelled and as element types.
-    QVector<std::pair<QByteArray, QByteArray>> mTagWords;
+    // Tag words met so far.
+    QVector<TagWord> mTagWords;
 
     // The attributes of the tag line being read, gathered before they are stored.
     struct Attribute

@@ -2,48 +2,7 @@
 
 #include "clsProperty.h"
 
-#include <array>
 #include <cstring>
-
-namespace {
-
-enum CharClass : unsigned char { TokenStart = 1, NameChar = 2, ValueChar = 4 };
-
-constexpr std::array<unsigned char, 256> makeClasses()
-{
-    std::array<unsigned char, 256> t {};
-    for (int c = 0; c < 256; ++c) {
-        const bool alnum = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-        if (alnum)
-            t[c] = TokenStart | NameChar | ValueChar;
-    }
-    for (char c : std::string_view("_\\+-\"#'/=><;"))
-        t[static_cast<unsigned char>(c)] |= TokenStart;
-    t['_'] |= NameChar | ValueChar;
-    t['/'] |= NameChar | ValueChar;
-    for (char c : std::string_view("\\+-#."))
-        t[static_cast<unsigned char>(c)] |= ValueChar;
-    return t;
-}
-
-constexpr std::array<unsigned char, 256> kClasses = makeClasses();
-
-} // namespace
-
-bool UiLineScanner::isTokenStart(unsigned char c)
-{
-    return kClasses[c] & TokenStart;
-}
-
-bool UiLineScanner::isNameChar(unsigned char c)
-{
-    return kClasses[c] & NameChar;
-}
-
-bool UiLineScanner::isValueChar(unsigned char c)
-{
-    return kClasses[c] & ValueChar;
-}
 
 qint64 UiLineScanner::NextTokenStart(qint64 from) const
 {
@@ -118,7 +77,7 @@ UiLineScanner::Span UiLineScanner::readValue()
         const qint64 n = mLine.size();
         if (quote == 0) {
             // Plain value characters: the common case, scanned in a tight loop.
-            while (i <= n && (kClasses[static_cast<unsigned char>(d[i - 1])] & ValueChar))
+            while (i <= n && isValueChar(static_cast<unsigned char>(d[i - 1])))
                 ++i;
             if (i > n)
                 break;

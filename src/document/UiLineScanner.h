@@ -1,6 +1,36 @@
 #pragma once
 
 #include <QByteArray>
+#include <array>
+#include <string_view>
+
+// The scanner's character classes, ASCII letters only:
+// token start  a-z A-Z 0-9 _ \ + - " # ' / = > < ;
+// name         a-z A-Z 0-9 _ /
+// value        a-z A-Z 0-9 _ \ + - / # . (quotes are handled apart)
+namespace UiCharClasses {
+
+enum : unsigned char { TokenStart = 1, NameChar = 2, ValueChar = 4 };
+
+constexpr std::array<unsigned char, 256> make()
+{
+    std::array<unsigned char, 256> t {};
+    for (int c = 0; c < 256; ++c) {
+        if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'))
+            t[size_t(c)] = TokenStart | NameChar | ValueChar;
+    }
+    for (char c : std::string_view("_\\+-\"#'/=><;"))
+        t[static_cast<unsigned char>(c)] |= TokenStart;
+    t['_'] |= NameChar | ValueChar;
+    t['/'] |= NameChar | ValueChar;
+    for (char c : std::string_view("\\+-#."))
+        t[static_cast<unsigned char>(c)] |= ValueChar;
+    return t;
+}
+
+inline constexpr std::array<unsigned char, 256> table = make();
+
+} // namespace UiCharClasses
 
 // The small hand-written scanner of the skin file reader. It works on one line
 // and a 1-based position in it; position 0 means the end of the line was reached,
@@ -53,9 +83,9 @@ public:
     // fallback when the value is empty.
     static QByteArray StripQuotes(const QByteArray &value, const QByteArray &fallback);
 
-    static bool isTokenStart(unsigned char c);
-    static bool isNameChar(unsigned char c);
-    static bool isValueChar(unsigned char c);
+    static bool isTokenStart(unsigned char c) { return UiCharClasses::table[c] & UiCharClasses::TokenStart; }
+    static bool isNameChar(unsigned char c) { return UiCharClasses::table[c] & UiCharClasses::NameChar; }
+    static bool isValueChar(unsigned char c) { return UiCharClasses::table[c] & UiCharClasses::ValueChar; }
 
 private:
     Span readValue();

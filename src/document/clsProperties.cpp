@@ -31,18 +31,15 @@ KeyIndex::Keys clsProperties::keys() const
 clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView value)
 {
     Slot slot { quint32(mText.size()), quint32(key.size()), quint32(value.size()) };
-    const qsizetype at = mText.size();
-    mText.resize(at + key.size() + value.size());
-    char *d = mText.data() + at;
-    memcpy(d, key.data(), size_t(key.size()));
-    memcpy(d + key.size(), value.data(), size_t(value.size()));
+    mText.insert(mText.end(), key.begin(), key.end());
+    mText.insert(mText.end(), value.begin(), value.end());
     return slot;
 }
 
 void clsProperties::append(QByteArrayView key, QByteArrayView value)
 {
-    mSlots.append(store(key, value));
-    mIndex.appended(key, mSlots.size() - 1);
+    mSlots.push_back(store(key, value));
+    mIndex.appended(key, Count() - 1);
 }
 
 clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
@@ -55,7 +52,7 @@ clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
 clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayView value)
 {
     position = qBound(0, position, Count());
-    mSlots.insert(position, store(key, value));
+    mSlots.insert(mSlots.begin() + position, store(key, value));
     mIndex.invalidate();
     return clsProperty(this, position);
 }
@@ -64,8 +61,8 @@ int clsProperties::indexOf(QByteArrayView key) const
 {
     // Most elements have a few properties: compare in place, without the index.
     if (mSlots.size() <= 16) {
-        const char *text = mText.constData();
-        for (int i = 0; i < mSlots.size(); ++i) {
+        const char *text = mText.data();
+        for (int i = 0; i < Count(); ++i) {
             const Slot &s = mSlots[i];
             if (s.keyLength == quint32(key.size())
                 && KeyIndex::sameKey(QByteArrayView(text + s.offset, s.keyLength), key))
@@ -99,19 +96,19 @@ clsProperty clsProperties::Item(int position) const
 
 QByteArrayView clsProperties::keyAt(int index) const
 {
-    const Slot &s = mSlots.at(index);
-    return QByteArrayView(mText.constData() + s.offset, s.keyLength);
+    const Slot &s = mSlots[size_t(index)];
+    return QByteArrayView(mText.data() + s.offset, s.keyLength);
 }
 
 QByteArrayView clsProperties::valueAt(int index) const
 {
-    const Slot &s = mSlots.at(index);
-    return QByteArrayView(mText.constData() + s.offset + s.keyLength, s.valueLength);
+    const Slot &s = mSlots[size_t(index)];
+    return QByteArrayView(mText.data() + s.offset + s.keyLength, s.valueLength);
 }
 
 void clsProperties::setValueAt(int index, const QByteArray &value)
 {
-    Slot &s = mSlots[index];
+    Slot &s = mSlots[size_t(index)];
     if (quint32(value.size()) <= s.valueLength) {
         // Fits where the old value stood.
         memcpy(mText.data() + s.offset + s.keyLength, value.constData(), value.size());
@@ -120,7 +117,7 @@ void clsProperties::setValueAt(int index, const QByteArray &value)
     } else {
         const QByteArray key = keyAt(index).toByteArray();
         mUnusedBytes += s.keyLength + s.valueLength;
-        mSlots[index] = store(key, value);
+        mSlots[size_t(index)] = store(key, value);
     }
     compactIfWasteful();
 }
@@ -129,14 +126,15 @@ void clsProperties::compactIfWasteful()
 {
     if (mUnusedBytes < 256 || mUnusedBytes * 2 < quint32(mText.size()))
         return;
-    QByteArray text;
+    std::vector<char> text;
     text.reserve(mText.size() - mUnusedBytes);
     for (Slot &s : mSlots) {
         const quint32 offset = quint32(text.size());
-        text.append(mText.constData() + s.offset, s.keyLength + s.valueLength);
+        const auto from = mText.begin() + s.offset;
+        text.insert(text.end(), from, from + s.keyLength + s.valueLength);
         s.offset = offset;
     }
-    mText = text;
+    mText.swap(text);
     mUnusedBytes = 0;
 }
 
@@ -152,9 +150,9 @@ void clsProperties::Remove(int position)
 {
     if (position < 1 || position > Count())
         throw std::out_of_range("No property at position " + std::to_string(position));
-    const Slot &s = mSlots.at(position - 1);
+    const Slot &s = mSlots[size_t(position - 1)];
     mUnusedBytes += s.keyLength + s.valueLength;
-    mSlots.remove(position - 1);
+    mSlots.erase(mSlots.begin() + (position - 1));
     mIndex.invalidate();
     compactIfWasteful();
 }
@@ -169,17 +167,17 @@ void clsProperties::Clear()
 
 void clsProperties::reserve(int count, qsizetype textBytes)
 {
-    mSlots.reserve(count);
-    mText.reserve(textBytes);
+    mSlots.reserve(size_t(count));
+    mText.reserve(size_t(textBytes));
 }
 
 void clsProperties::squeeze()
 {
-    mSlots.squeeze();
-    mText.squeeze();
+    mSlots.shrink_to_fit();
+    mText.shrink_to_fit();
 }
 
 qsizetype clsProperties::memoryUsed() const
 {
-    return sizeof(*this) + mText.capacity() + mSlots.capacity() * qsizetype(sizeof(Slot));
+    return qsizetype(sizeof(*this) + mText.capacity() + mSlots.capacity() * sizeof(Slot));
 }

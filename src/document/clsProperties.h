@@ -4,7 +4,7 @@
 #include "clsProperty.h"
 
 #include <QByteArray>
-#include <QVector>
+#include <vector>
 
 // The ordered, keyed list of an element's properties (attributes or script lines).
 //
@@ -30,8 +30,8 @@ public:
     clsProperty Item(int position) const;
     // By key; a null handle when there is none.
     clsProperty Find(QByteArrayView key) const;
-    int Count() const { return mSlots.size(); }
-    bool isEmpty() const { return mSlots.isEmpty(); }
+    int Count() const { return int(mSlots.size()); }
+    bool isEmpty() const { return mSlots.empty(); }
     bool ItemExist(QByteArrayView key) const { return indexOf(key) >= 0; }
     bool PropertyExist(QByteArrayView key) const { return ItemExist(key); }
     void Remove(QByteArrayView key);
@@ -80,8 +80,10 @@ private:
     void compactIfWasteful();
     KeyIndex::Keys keys() const;
 
-    QByteArray mText;
-    QVector<Slot> mSlots;
+    // Plain standard containers: their appends are inline, which matters when a
+    // large skin adds millions of properties.
+    std::vector<char> mText;
+    std::vector<Slot> mSlots;
     quint32 mUnusedBytes = 0;
     KeyIndex mIndex;
 };
