@@ -59,8 +59,9 @@ DrawnBox ElementPainter::draw(const clsElement *element, QImage &canvas, int off
     if (element->IsList())
         drawGrid(element, canvas, at, box);
 
-    if (!value("bmp", element).isEmpty()) {
-        const int pictureWidth = drawMainPicture(element, canvas, at, box, highlighted);
+    const QByteArray picture = value("bmp", element);
+    if (!picture.isEmpty()) {
+        const int pictureWidth = drawMainPicture(element, picture, canvas, at, box, highlighted);
         drawIndicator(element, canvas, at, pictureWidth, box, highlighted);
     }
 
@@ -113,7 +114,7 @@ ElementPainter::Frame ElementPainter::loadFrame(const QByteArray &reference, boo
     // A sprite count of 0 ("#0") has no frame height: the picture is skipped.
     if (frame.file.spriteCount == 0)
         return frame;
-    const QSize size = mContext.cache.LoadImageFile(frame.file.path, mContext.buffer);
+    const QSize size = mContext.cache.LoadImageFile(frame.file.path, frame.file.stamp, mContext.buffer);
     frame.width = size.width();
     frame.height = frame.file.stripes >= 1 ? frame.file.stripes
                                            : size.height() / frame.file.spriteCount;
@@ -133,10 +134,11 @@ void ElementPainter::copyFrame(QImage &canvas, int x, int y, int width, int heig
     PictureDrawing::DrawTransparent(canvas, x, y, width, height, mContext.buffer, 0, sourceY);
 }
 
-int ElementPainter::drawMainPicture(const clsElement *element, QImage &canvas, ElementPlacement &at,
-                                    DrawnBox &box, bool highlighted)
+int ElementPainter::drawMainPicture(const clsElement *element, const QByteArray &reference,
+                                    QImage &canvas, ElementPlacement &at, DrawnBox &box,
+                                    bool highlighted)
 {
-    const Frame frame = loadFrame(value("bmp", element), highlighted);
+    const Frame frame = loadFrame(reference, highlighted);
     if (!frame.drawable)
         return 0;
     const int PW = frame.width;

@@ -40,8 +40,8 @@ private:
     QByteArray value(const char *name, const clsElement *element) const;
     void drawGrid(const clsElement *list, QImage &canvas, const ElementPlacement &at, DrawnBox &box);
     void drawCell(const clsElement *cellTemplate, QImage &canvas, int x, int y);
-    int drawMainPicture(const clsElement *element, QImage &canvas, ElementPlacement &at,
-                        DrawnBox &box, bool highlighted);
+    int drawMainPicture(const clsElement *element, const QByteArray &reference, QImage &canvas,
+                        ElementPlacement &at, DrawnBox &box, bool highlighted);
     void drawIndicator(const clsElement *element, QImage &canvas, ElementPlacement &at, int pictureWidth,
                        DrawnBox &box, bool highlighted);
     void drawIcon(const clsElement *element, QImage &canvas, ElementPlacement &at, DrawnBox &box,

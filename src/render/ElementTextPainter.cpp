@@ -105,10 +105,11 @@ void ElementTextPainter::draw(const clsElement *element, QImage &canvas, const E
         return;
     selectFont(element);
     const QRgb colour = highlighted ? qRgb(255, 0, 0) : ParseColor(value("color", element));
-    const int S = Number(value("fontsize", element)) - 1;
+    const QByteArray fontSize = value("fontsize", element);
+    const int S = Number(fontSize) - 1;
     CanvasFont &font = mContext.font;
     FontMeasure &measure = mContext.measure;
-    font.pointSize = sizeFor(value("fontsize", element));
+    font.pointSize = sizeFor(fontSize);
 
     const int P = Number(value("padding", element));
     const int PL = Number(value("paddingleft", element));

@@ -16,11 +16,19 @@ QFont FontMeasure::fontFor(const QString &family, bool bold, int pointSize)
 
 FontMeasure::Entry &FontMeasure::entry(const CanvasFont &canvasFont)
 {
+    if (mLast && canvasFont.pointSize == mLastPointSize && canvasFont.bold == mLastBold
+        && canvasFont.family == mLastFamily)
+        return *mLast;
     const QString key = canvasFont.family + QLatin1Char(canvasFont.bold ? '\x01' : '\x02')
         + QString::number(canvasFont.pointSize);
     std::shared_ptr<Entry> &slot = mEntries[key];
     if (!slot)
         slot = std::make_shared<Entry>(fontFor(canvasFont.family, canvasFont.bold, canvasFont.pointSize));
+    // Entries are held by pointer, so this one stays where it is as others come.
+    mLast = slot.get();
+    mLastFamily = canvasFont.family;
+    mLastBold = canvasFont.bold;
+    mLastPointSize = canvasFont.pointSize;
     return *slot;
 }
 

@@ -37,4 +37,10 @@ private:
     static constexpr int kMaxWidths = 20000;
 
     QHash<QString, std::shared_ptr<Entry>> mEntries;
+    // The font asked for last, found again without building its key: a text
+    // asks for the same font many times in a row.
+    Entry *mLast = nullptr;
+    QString mLastFamily;
+    bool mLastBold = false;
+    int mLastPointSize = 0;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileStamp.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -18,4 +20,7 @@ struct ImageFile
     qint32 stripes = 0;
     // True when the sprite descriptor has a "DefFlags ... GRAB_CENTER" line.
     bool grabCenter = false;
+    // Size and modification time of `path` as the lookup found it, for the
+    // picture cache: the file is then not looked at once more.
+    FileStamp stamp;
 };

@@ -2,28 +2,32 @@
 
 #include "ImageLoader.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "SkinFileNames.h"
 
 QSize PictureCache::LoadImageFile(const QString &path, QImage &buffer)
 {
     // The placeholder (empty path) is cached like a file that never changes.
-    qint64 fileSize = 0;
-    QDateTime modified;
-    if (!path.isEmpty()) {
-        const QFileInfo info(path);
-        fileSize = info.exists() ? info.size() : -1;
-        modified = info.lastModified();
-    }
+    FileStamp stamp;
+    if (path.isEmpty())
+        stamp.size = 0;
+    else
+        stamp = SkinFileNames::StampOf(path);
+    return LoadImageFile(path, stamp, buffer);
+}
+
+QSize PictureCache::LoadImageFile(const QString &path, const FileStamp &givenStamp, QImage &buffer)
+{
+    FileStamp stamp = givenStamp;
+    if (path.isEmpty())
+        stamp = FileStamp{ 0, 0 };
     const auto found = mEntries.constFind(path);
-    if (found != mEntries.constEnd() && found->fileSize == fileSize && found->modified == modified) {
+    if (found != mEntries.constEnd() && found->stamp == stamp) {
         buffer = found->image;
         return found->size;
     }
 
     Entry entry;
-    entry.fileSize = fileSize;
-    entry.modified = modified;
+    entry.stamp = stamp;
     entry.size = ImageLoader::LoadImageFile(path, entry.image);
     ++mDecodeCount;
     mEntries.insert(path, entry);

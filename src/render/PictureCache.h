@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDateTime>
+#include "FileStamp.h"
+
 #include <QHash>
 #include <QImage>
 #include <QSize>
@@ -17,6 +18,9 @@ public:
     // copy of the cached one: drawing on the buffer does not change the cache)
     // and the picture's size is returned.
     QSize LoadImageFile(const QString &path, QImage &buffer);
+    // The same, with the stamp the caller's own look at the file just gave (see
+    // ImageFile::stamp), so the file is not looked at a second time.
+    QSize LoadImageFile(const QString &path, const FileStamp &stamp, QImage &buffer);
 
     // How many pictures this cache has decoded (loaded from disk) so far.
     int decodeCount() const { return mDecodeCount; }
@@ -26,8 +30,7 @@ public:
 private:
     struct Entry
     {
-        qint64 fileSize = -1;
-        QDateTime modified;
+        FileStamp stamp;
         QImage image;
         QSize size;
     };

@@ -60,13 +60,17 @@ QString ResourceLookup::uiFolder() const
     return GetParentFolder(mContext.UiFilePath);
 }
 
-QString ResourceLookup::probe(const QStringList &candidates, const QString &fileName, bool *found) const
+QString ResourceLookup::probe(const QStringList &candidates, const QString &fileName, bool *found,
+                              FileStamp *stamp) const
 {
     QString report;
+    FileStamp seen;
     for (const QString &candidate : candidates) {
-        if (FileExists(candidate)) {
+        if (FileExists(candidate, seen)) {
             if (found)
                 *found = true;
+            if (stamp)
+                *stamp = seen;
             return candidate;
         }
         AddMissingFileMessage(report, fileName, candidate);
@@ -79,40 +83,84 @@ QString ResourceLookup::probe(const QStringList &candidates, const QString &file
 
 QString ResourceLookup::LocateSkinFile(const QString &reference, bool shared) const
 {
+    bool found = false;
+    FileStamp stamp;
+    return locate(reference, shared, found, stamp);
+}
+
+QString ResourceLookup::locate(const QString &reference, bool shared, bool &found, FileStamp &stamp) const
+{
     const QString F = GetFileName(reference, true);
     const QString U = uiFolder();
     const QString &D = mContext.SkinDirectory;
     const QString &R = mContext.SkinFormat;
-    const QString s = sep();
-    const QString up = s + QStringLiteral("..") + s;
     const bool haveD = !D.isEmpty();
     const bool haveDR = haveD && !R.isEmpty();
 
-    const QString uiSibling = join({ U, up, F });
-    const QString uiCommon = join({ U, up, QStringLiteral(".."), s, QStringLiteral("common"), s, F });
-    const QString skinCommon = join({ D, s, QStringLiteral("common"), s, F });
-    const QString skinFormat = join({ D, s, R, s, F });
-    const QString skinVga = join({ D, s, QStringLiteral("common"), s, QStringLiteral("vga"), s, R, s, F });
-
-    QStringList candidates;
+    enum Place { UiSibling, UiCommon, SkinCommon, SkinFormat, SkinVga };
+    Place order[5];
+    int count = 0;
     if (shared) {
-        candidates << uiCommon;
+        order[count++] = UiCommon;
         if (haveD)
-            candidates << skinCommon;
-        candidates << uiSibling;
-        if (haveDR)
-            candidates << skinFormat << skinVga;
+            order[count++] = SkinCommon;
+        order[count++] = UiSibling;
+        if (haveDR) {
+            order[count++] = SkinFormat;
+            order[count++] = SkinVga;
+        }
     } else {
-        candidates << uiSibling;
+        order[count++] = UiSibling;
         if (haveDR)
-            candidates << skinFormat;
-        candidates << uiCommon;
+            order[count++] = SkinFormat;
+        order[count++] = UiCommon;
         if (haveD)
-            candidates << skinCommon;
+            order[count++] = SkinCommon;
         if (haveDR)
-            candidates << skinVga;
+            order[count++] = SkinVga;
     }
-    return probe(candidates, F);
+
+    // Each candidate is built only when its turn comes: the first one is found
+    // most of the time, and every lookup goes to the disk again.
+    const QChar s = QDir::separator();
+    auto pathOf = [&](Place place) {
+        QString path;
+        path.reserve(U.size() + D.size() + R.size() + F.size() + 24);
+        switch (place) {
+        case UiSibling:
+            path.append(U).append(s).append(QLatin1String("..")).append(s).append(F);
+            break;
+        case UiCommon:
+            path.append(U).append(s).append(QLatin1String("..")).append(s).append(QLatin1String(".."));
+            path.append(s).append(QLatin1String("common")).append(s).append(F);
+            break;
+        case SkinCommon:
+            path.append(D).append(s).append(QLatin1String("common")).append(s).append(F);
+            break;
+        case SkinFormat:
+            path.append(D).append(s).append(R).append(s).append(F);
+            break;
+        case SkinVga:
+            path.append(D).append(s).append(QLatin1String("common")).append(s).append(QLatin1String("vga"));
+            path.append(s).append(R).append(s).append(F);
+            break;
+        }
+        return path;
+    };
+
+    QString report;
+    QString candidate;
+    for (int i = 0; i < count; ++i) {
+        candidate = pathOf(order[i]);
+        if (FileExists(candidate, stamp)) {
+            found = true;
+            return candidate;
+        }
+        AddMissingFileMessage(report, F, candidate);
+    }
+    found = false;
+    mInfo.append(report + QStringLiteral("\r\n"));
+    return candidate;
 }
 
 ImageFile ResourceLookup::GetImageFile(const QByteArray &reference) const
@@ -128,10 +176,14 @@ ImageFile ResourceLookup::GetImageFile(const QString &ref) const
     result.spriteCount = spriteCountOf(reference);
     const bool shared = reference.contains(QLatin1Char('$'));
     QString found;
+    // Whether `found` exists, as its own probe saw it: a found file is not
+    // looked at again.
+    bool exists = false;
+    FileStamp stamp;
 
     if (GetExtension(name) == QLatin1String("spr")) {
-        found = LocateSkinFile(reference, shared);
-        if (FileExists(found)) {
+        found = locate(reference, shared, exists, stamp);
+        if (exists) {
             const SpriteDescriptor descriptor = SpriteDescriptor::readFile(found);
             result.stripes = descriptor.Stripes;
             result.grabCenter = descriptor.GrabCenter;
@@ -143,9 +195,11 @@ ImageFile ResourceLookup::GetImageFile(const QString &ref) const
         reference.replace(QLatin1String(".spr"), QLatin1String(".bmp"));
     }
     if (isPictureExtension(GetExtension(name)))
-        found = LocateSkinFile(reference, shared);
-    if (!found.isEmpty() && FileExists(found))
+        found = locate(reference, shared, exists, stamp);
+    if (!found.isEmpty() && exists) {
         result.path = found;
+        result.stamp = stamp;
+    }
     return result;
 }
 

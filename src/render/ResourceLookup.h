@@ -67,7 +67,10 @@ public:
 private:
     QString uiFolder() const;
     // Probes the candidates in order; see LocateSkinFile.
-    QString probe(const QStringList &candidates, const QString &fileName, bool *found = nullptr) const;
+    // `stamp` receives what the probe that found the file saw of it.
+    QString probe(const QStringList &candidates, const QString &fileName, bool *found = nullptr,
+                  FileStamp *stamp = nullptr) const;
+    QString locate(const QString &reference, bool shared, bool &found, FileStamp &stamp) const;
 
     const SkinContext &mContext;
     InfoSink &mInfo;

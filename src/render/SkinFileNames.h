@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileStamp.h"
+
 #include <QString>
 
 // File-name helpers of the picture lookup. Picture references in skins are
@@ -22,6 +24,13 @@ QString GetParentFolder(const QString &path);
 // is handed to the host file system as it stands, so "U/../F" exists only when
 // the folder U exists.
 bool FileExists(const QString &path);
+// The same, and when the file opens, `stamp` receives its size and modification
+// time from that same opening.
+bool FileExists(const QString &path, FileStamp &stamp);
+
+// The size and modification time of whatever is at `path` (a folder too); size
+// -1 when nothing is there.
+FileStamp StampOf(const QString &path);
 
 // Lowers "A" to "Z" only: skins compare names in ASCII case whatever the locale.
 QString AsciiLower(const QString &text);
