@@ -1,6 +1,17 @@
 #include "clsKorviInterface.h"
 
-#include <QSet>
+#include <QVarLengthArray>
+
+namespace {
+
+// The key without its "[n]" suffix, as a view.
+QByteArrayView idKeyView(QByteArrayView key)
+{
+    const qsizetype bracket = key.indexOf('[');
+    return bracket < 0 ? key : key.first(bracket);
+}
+
+} // namespace
 
 QByteArray clsKorviInterface::GetElementValue(QByteArrayView name, const clsElement *element) const
 {
@@ -25,24 +36,20 @@ QByteArray clsKorviInterface::valueThroughChains(QByteArrayView name, const clsE
 {
     const clsProperties &props = element->Properties();
     for (int i = 0; i < props.Count(); ++i) {
-        if (!KeyIndex::sameKey(clsProperty::idKeyOf(props.keyAt(i)), linkKey))
+        if (!KeyIndex::sameKey(idKeyView(props.keyAt(i)), linkKey))
             continue;
-        QByteArray link = props.valueAt(i).toByteArray();
-        QSet<QByteArray> visited;
-        while (const clsElement *entry = targets.Find(link)) {
+        // The same name always finds the same entry, so the entries seen so far
+        // tell a cycle.
+        QVarLengthArray<const clsElement *, 8> visited;
+        const clsElement *entry = targets.Find(props.valueAt(i));
+        while (entry && !visited.contains(entry)) {
             if (const clsProperty p = entry->Properties().Find(name)) {
                 QByteArray v = p.value();
-                if (v.isNull())
-                    v = QByteArray("");
-                return v;
+                return v.isNull() ? QByteArray("") : v;
             }
-            visited.insert(KeyIndex::folded(entry->ElementKey()));
+            visited.append(entry);
             const clsProperty next = entry->Properties().Find(linkKey);
-            if (!next)
-                break;
-            link = next.value();
-            if (visited.contains(KeyIndex::folded(link)))
-                break;
+            entry = next ? targets.Find(next.valueView()) : nullptr;
         }
     }
     return QByteArray();
