@@ -5,6 +5,7 @@
 #include "UiFileReader.h"
 
 #include <QDir>
+#include <QGuiApplication>
 #include <benchmark/benchmark.h>
 #include <chrono>
 
@@ -113,6 +114,17 @@ void generate(Scene &scene, const QString &root)
     UiFileReader(scene.document, false).readBytes(ui, QStringLiteral("busy_800_480.ui"));
     scene.start();
     scene.layer = scene.document.Layers().Find("ui_Busy");
+}
+
+int runWithFonts(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
 }
 
 } // namespace BenchScenes

@@ -44,4 +44,8 @@ void openDemo(Scene &scene);
 // under `root`.
 void generate(Scene &scene, const QString &root);
 
+// Runs the benchmarks of the executable under a QGuiApplication, as texts need
+// the platform's fonts (offscreen unless a platform is set; no window is shown).
+int runWithFonts(int argc, char **argv);
+
 } // namespace BenchScenes

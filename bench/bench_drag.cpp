@@ -20,7 +20,6 @@
 #include "clsKorviInterface.h"
 
 #include <QDir>
-#include <QGuiApplication>
 #include <QImage>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -91,12 +90,5 @@ BENCHMARK(BM_DragOn200Objects)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    // Texts need the platform's fonts; no window is ever shown.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runWithFonts(argc, argv);
 }

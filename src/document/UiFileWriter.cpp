@@ -42,10 +42,10 @@ void appendAttributes(QByteArray &out, const clsElement &element)
     const clsProperties &props = element.Properties();
     for (int i = 0; i < props.Count(); ++i) {
         out += ' ';
-        const QByteArray key = clsProperty::idKeyOf(props.keyAt(i));
+        const QByteArrayView key = clsProperty::idKeyView(props.keyAt(i));
         const QByteArrayView value = props.valueAt(i);
         if (value == kNoValue) {
-            out += clsElement::upperAscii(key);
+            out += clsElement::upperAscii(key.toByteArray());
         } else {
             out += key;
             out += '=';

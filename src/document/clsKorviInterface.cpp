@@ -2,17 +2,6 @@
 
 #include <QVarLengthArray>
 
-namespace {
-
-// The key without its "[n]" suffix, as a view.
-QByteArrayView idKeyView(QByteArrayView key)
-{
-    const qsizetype bracket = key.indexOf('[');
-    return bracket < 0 ? key : key.first(bracket);
-}
-
-} // namespace
-
 QByteArray clsKorviInterface::GetElementValue(QByteArrayView name, const clsElement *element) const
 {
     if (!element)
@@ -36,7 +25,7 @@ QByteArray clsKorviInterface::valueThroughChains(QByteArrayView name, const clsE
 {
     const clsProperties &props = element->Properties();
     for (int i = 0; i < props.Count(); ++i) {
-        if (!KeyIndex::sameKey(idKeyView(props.keyAt(i)), linkKey))
+        if (!KeyIndex::sameKey(clsProperty::idKeyView(props.keyAt(i)), linkKey))
             continue;
         // The same name always finds the same entry, so the entries seen so far
         // tell a cycle.

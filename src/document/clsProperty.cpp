@@ -38,10 +38,10 @@ QByteArrayView clsProperty::valueView() const
     return mOwner->valueAt(mIndex);
 }
 
-QByteArray clsProperty::idKeyOf(QByteArrayView key)
+QByteArrayView clsProperty::idKeyView(QByteArrayView key)
 {
     const qsizetype bracket = key.indexOf('[');
-    return (bracket < 0 ? key : key.first(bracket)).toByteArray();
+    return bracket < 0 ? key : key.first(bracket);
 }
 
 QByteArray clsProperty::stringValueOf(QByteArrayView value)

@@ -38,7 +38,9 @@ public:
     // The marker stored for an attribute written without "=" (a bare flag).
     static QByteArray noValue() { return QByteArrayLiteral("<NOV>"); }
 
-    static QByteArray idKeyOf(QByteArrayView key);
+    static QByteArray idKeyOf(QByteArrayView key) { return idKeyView(key).toByteArray(); }
+    // The same, as a view into the key.
+    static QByteArrayView idKeyView(QByteArrayView key);
     static QByteArray stringValueOf(QByteArrayView value);
 
 private:
