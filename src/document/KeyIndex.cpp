@@ -1,19 +1,15 @@
 #include "KeyIndex.h"
 
+#include "AsciiCase.h"
+
 #include <cstring>
 
-namespace {
-inline char lowerAscii(char c)
-{
-    return (c >= 'A' && c <= 'Z') ? char(c + ('a' - 'A')) : c;
-}
-} // namespace
 
 QByteArray KeyIndex::folded(QByteArrayView key)
 {
     QByteArray out(key.size(), Qt::Uninitialized);
     for (qsizetype i = 0; i < key.size(); ++i)
-        out[i] = lowerAscii(key[i]);
+        out[i] = AsciiCase::lower(key[i]);
     return out;
 }
 
@@ -25,7 +21,7 @@ bool KeyIndex::sameKey(QByteArrayView a, QByteArrayView b)
     if (a.isEmpty() || memcmp(a.data(), b.data(), size_t(a.size())) == 0)
         return true;
     for (qsizetype i = 0; i < a.size(); ++i) {
-        if (a[i] != b[i] && lowerAscii(a[i]) != lowerAscii(b[i]))
+        if (a[i] != b[i] && AsciiCase::lower(a[i]) != AsciiCase::lower(b[i]))
             return false;
     }
     return true;
@@ -36,7 +32,7 @@ size_t KeyIndex::foldedHash(QByteArrayView key)
     // FNV-1a over the lower-cased bytes.
     size_t h = 14695981039346656037ull;
     for (char c : key) {
-        h ^= static_cast<unsigned char>(lowerAscii(c));
+        h ^= static_cast<unsigned char>(AsciiCase::lower(c));
         h *= 1099511628211ull;
     }
     return h;

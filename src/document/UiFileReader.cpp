@@ -1,5 +1,7 @@
 #include "UiFileReader.h"
 
+#include "AsciiCase.h"
+
 #include "SkinReadError.h"
 #include "clsKorviInterface.h"
 
@@ -10,14 +12,6 @@
 namespace {
 
 const QByteArray kNoValue = QByteArrayLiteral("<NOV>");
-
-void lowerAsciiInPlace(char *text, qsizetype length)
-{
-    for (qsizetype i = 0; i < length; ++i) {
-        if (text[i] >= 'A' && text[i] <= 'Z')
-            text[i] = char(text[i] + ('a' - 'A'));
-    }
-}
 
 // What a tag does, worked out once per tag word from its upper-case form.
 UiFileReader::TagKind kindOfType(const QByteArray &type)
@@ -264,7 +258,7 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
         Attribute a;
         scanner.ReadAttribute(a.key, a.value, a.noValue);
         // Keys are stored in lower case; the line is our own copy.
-        lowerAsciiInPlace(scanner.data(a.key), a.key.length);
+        AsciiCase::lowerInPlace(scanner.data(a.key), a.key.length);
         const QByteArrayView keyText = scanner.view(a.key);
         if (!keyText.isEmpty() && !(keyText.size() == 1 && keyText.front() == '/')) {
             if (!element)

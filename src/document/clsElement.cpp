@@ -1,5 +1,7 @@
 #include "clsElement.h"
 
+#include "AsciiCase.h"
+
 #include "clsElements.h"
 
 clsElement::clsElement() = default;
@@ -24,11 +26,7 @@ int clsElement::subElementCount() const
 
 QByteArray clsElement::upperAscii(QByteArray word)
 {
-    for (char &c : word) {
-        if (c >= 'a' && c <= 'z')
-            c = char(c - ('a' - 'A'));
-    }
-    return word;
+    return AsciiCase::uppered(std::move(word));
 }
 
 void clsElement::setElementType(const QByteArray &type)

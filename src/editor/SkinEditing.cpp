@@ -2,6 +2,7 @@
 
 #include "AddElementCommand.h"
 #include "AddPropertyCommand.h"
+#include "AsciiCase.h"
 #include "CanvasHitTest.h"
 #include "ColorValueText.h"
 #include "Dialogs.h"
@@ -50,14 +51,6 @@ QByteArray latin1(const QString &text)
     return text.toLatin1();
 }
 
-QByteArray lowerAscii(QByteArray text)
-{
-    for (char &c : text) {
-        if (c >= 'A' && c <= 'Z')
-            c = char(c - 'A' + 'a');
-    }
-    return text;
-}
 
 } // namespace
 
@@ -364,7 +357,7 @@ void SkinEditing::AddProperty()
     const char letter = selectedLetter();
     if (letter != 'E' && letter != 'T')
         return;
-    const QByteArray name = lowerAscii(latin1(
+    const QByteArray name = AsciiCase::lowered(latin1(
         mEnv.dialogs.askText(QStringLiteral("Add Property"), QStringLiteral("Type New Property Name"))));
     if (name.isEmpty())
         return;

@@ -1,5 +1,6 @@
 #include "SkinValues.h"
 
+#include "AsciiCase.h"
 #include "SkinNumber.h"
 
 #include <QByteArray>
@@ -12,18 +13,13 @@ constexpr qint64 kCoordinateLimit = 1000000;
 // within this wider bound, still far from the int range.
 constexpr qint64 kComputedLimit = 1000000000;
 
-char lowerAscii(char c)
-{
-    return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c;
-}
-
 bool startsWithWord(QByteArrayView text, const char *word)
 {
     const QByteArrayView w(word);
     if (text.size() < w.size())
         return false;
     for (qsizetype i = 0; i < w.size(); ++i) {
-        if (lowerAscii(text[i]) != w[i])
+        if (AsciiCase::lower(text[i]) != w[i])
             return false;
     }
     return true;
@@ -39,7 +35,7 @@ int hexDigit(char c)
 {
     if (c >= '0' && c <= '9')
         return c - '0';
-    c = lowerAscii(c);
+    c = AsciiCase::lower(c);
     if (c >= 'a' && c <= 'f')
         return c - 'a' + 10;
     return -1;
