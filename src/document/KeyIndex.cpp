@@ -4,7 +4,6 @@
 
 #include <cstring>
 
-
 QByteArray KeyIndex::folded(QByteArrayView key)
 {
     QByteArray out(key.size(), Qt::Uninitialized);
@@ -38,29 +37,63 @@ size_t KeyIndex::foldedHash(QByteArrayView key)
     return h;
 }
 
-void KeyIndex::buildHash(const Keys &keys) const
+void KeyIndex::insertEntry(quint32 hash, int index) const
 {
-    mHash = std::make_unique<QMultiHash<size_t, int>>();
-    mHash->reserve(keys.count);
+    const quint32 mask = mTableSize - 1;
+    quint32 at = hash & mask;
+    while (mTable[at].indexPlusOne != 0)
+        at = (at + 1) & mask;
+    mTable[at] = { hash, index + 1 };
+    ++mUsed;
+}
+
+// Keeps the table at most half full, so probe runs stay short.
+void KeyIndex::growTable() const
+{
+    const std::unique_ptr<Entry[]> old = std::move(mTable);
+    const quint32 oldSize = mTableSize;
+    allocateTable(oldSize * 2);
+    for (quint32 i = 0; i < oldSize; ++i) {
+        if (old[i].indexPlusOne != 0)
+            insertEntry(old[i].hash, old[i].indexPlusOne - 1);
+    }
+}
+
+void KeyIndex::allocateTable(quint32 size) const
+{
+    mTable.reset(new Entry[size]);
+    mTableSize = size;
+    mUsed = 0;
+}
+
+void KeyIndex::buildTable(const Keys &keys) const
+{
+    quint32 size = 16;
+    while (size < quint32(keys.count) * 2)
+        size *= 2;
+    allocateTable(size);
     for (int i = 0; i < keys.count; ++i)
-        mHash->insert(foldedHash(keys.keyAt(keys.owner, i)), i);
+        insertEntry(quint32(foldedHash(keys.keyAt(keys.owner, i))), i);
 }
 
 int KeyIndex::indexOf(QByteArrayView key, const Keys &keys) const
 {
-    if (keys.count <= kHashThreshold && !mHash) {
+    if (keys.count <= kHashThreshold && !mTable) {
         for (int i = 0; i < keys.count; ++i) {
-            if (sameKey(keys.keyAt(keys.owner, i), key))
+            const QByteArrayView candidate = keys.keyAt(keys.owner, i);
+            if (candidate.size() == key.size() && sameKey(candidate, key))
                 return i;
         }
         return -1;
     }
-    if (!mHash)
-        buildHash(keys);
-    const size_t hash = foldedHash(key);
-    for (auto it = mHash->constFind(hash); it != mHash->cend() && it.key() == hash; ++it) {
-        if (sameKey(keys.keyAt(keys.owner, it.value()), key))
-            return it.value();
+    if (!mTable)
+        buildTable(keys);
+    const quint32 hash = quint32(foldedHash(key));
+    const quint32 mask = mTableSize - 1;
+    for (quint32 at = hash & mask; mTable[at].indexPlusOne != 0; at = (at + 1) & mask) {
+        const Entry &e = mTable[at];
+        if (e.hash == hash && sameKey(keys.keyAt(keys.owner, e.indexPlusOne - 1), key))
+            return e.indexPlusOne - 1;
     }
     return -1;
 }
@@ -87,12 +120,22 @@ QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
 
 void KeyIndex::appended(QByteArrayView key, int index)
 {
-    if (mHash)
-        mHash->insert(foldedHash(key), index);
+    if (!mTable)
+        return;
+    if ((mUsed + 1) * 2 > mTableSize)
+        growTable();
+    insertEntry(quint32(foldedHash(key)), index);
 }
 
 void KeyIndex::invalidate()
 {
-    mHash.reset();
+    mTable.reset();
+    mTableSize = 0;
+    mUsed = 0;
     mSuffixHints.reset();
+}
+
+qsizetype KeyIndex::memoryUsed() const
+{
+    return qsizetype(mTableSize * sizeof(Entry));
 }

@@ -6,9 +6,10 @@
 #include <memory>
 
 // Finds items of a keyed collection by key, ignoring ASCII case, and makes the
-// unique key for a new item. Small collections are searched in order; a hash is
-// built only once a collection grows, so the many small property lists of a skin
-// cost nothing extra while a skin with thousands of layers stays fast to read.
+// unique key for a new item. Small collections are searched in order; a hash
+// table is built only once a collection grows, so the many small property lists
+// of a skin cost nothing extra while a skin with thousands of layers stays fast
+// to read.
 class KeyIndex
 {
 public:
@@ -38,13 +39,29 @@ public:
     // A hash of the key that ignores ASCII case.
     static size_t foldedHash(QByteArrayView key);
 
-private:
-    static constexpr int kHashThreshold = 16;
-    void buildHash(const Keys &keys) const;
+    // Bytes held by the index itself.
+    qsizetype memoryUsed() const;
 
-    // Folded hash of each key -> position; keys with the same hash are told apart
-    // by comparing them.
-    mutable std::unique_ptr<QMultiHash<size_t, int>> mHash;
+private:
+    // Past this many items, hashing the wanted key once beats comparing it with
+    // every key in turn.
+    static constexpr int kHashThreshold = 4;
+
+    // Open addressing with linear probing. Each entry keeps the key's hash so
+    // that probing compares keys only when the hashes agree.
+    struct Entry
+    {
+        quint32 hash = 0;
+        qint32 indexPlusOne = 0; // 0: the entry is free
+    };
+    void allocateTable(quint32 size) const;
+    void buildTable(const Keys &keys) const;
+    void insertEntry(quint32 hash, int index) const;
+    void growTable() const;
+
+    mutable std::unique_ptr<Entry[]> mTable;
+    mutable quint32 mTableSize = 0; // a power of two, or 0 before the table is built
+    mutable quint32 mUsed = 0;
     // Per folded base key: every "base[n]" below this number is known to be taken,
     // so appending many repeated keys does not try every number from 0 again.
     std::unique_ptr<QHash<QByteArray, int>> mSuffixHints;

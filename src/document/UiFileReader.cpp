@@ -142,19 +142,19 @@ void UiFileReader::readLine()
 // and carriage returns and the blanks around it; empty lines count too.
 void UiFileReader::readScriptLine()
 {
-    QByteArray text;
-    text.reserve(mLine.size());
+    QByteArray text(mLine.size(), Qt::Uninitialized);
+    char *out = text.data();
     for (char c : std::as_const(mLine)) {
         if (c != '\t' && c != '\r')
-            text.append(c);
+            *out++ = c;
     }
-    qsizetype first = 0;
-    qsizetype last = text.size();
-    while (first < last && text.at(first) == ' ')
+    const char *first = text.constData();
+    const char *last = out;
+    while (first < last && *first == ' ')
         ++first;
-    while (last > first && text.at(last - 1) == ' ')
+    while (last > first && last[-1] == ' ')
         --last;
-    receiver("a script line")->Properties().Add(QByteArrayLiteral("ScriptLine"), text.mid(first, last - first));
+    receiver("a script line")->Properties().Add(QByteArrayLiteral("ScriptLine"), QByteArrayView(first, last - first));
 }
 
 void UiFileReader::readTag(UiLineScanner &scanner)
@@ -182,7 +182,8 @@ void UiFileReader::readTag(UiLineScanner &scanner)
 const UiFileReader::TagWord &UiFileReader::tagWordOf(QByteArrayView word)
 {
     for (const TagWord &known : std::as_const(mTagWords)) {
-        if (known.spelling == word)
+        if (known.spelling.size() == word.size()
+            && (word.isEmpty() || memcmp(known.spelling.constData(), word.data(), size_t(word.size())) == 0))
             return known;
     }
     const QByteArray type = clsElement::upperAscii(word.toByteArray());
@@ -251,20 +252,17 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
         scanner.position -= 1;
     scanner.position += 1;
     mAttributes.clear();
-    qsizetype textBytes = 0;
     clsElement *element = nullptr;
     for (;;) {
         const qint64 start = scanner.position;
-        Attribute a;
-        scanner.ReadAttribute(a.key, a.value, a.noValue);
+        const UiLineScanner::Attribute a = scanner.ReadAttribute();
         // Keys are stored in lower case; the line is our own copy.
         AsciiCase::lowerInPlace(scanner.data(a.key), a.key.length);
         const QByteArrayView keyText = scanner.view(a.key);
         if (!keyText.isEmpty() && !(keyText.size() == 1 && keyText.front() == '/')) {
             if (!element)
                 element = receiver("an attribute");
-            mAttributes.append(a);
-            textBytes += a.key.length + (a.noValue ? kNoValue.size() : a.value.length);
+            mAttributes.push_back(a);
         }
         // A "<" ends the attributes, so a second tag on the line is ignored.
         if (scanner.atEnd() || scanner.current() == '<')
@@ -275,11 +273,17 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
     }
     if (!element)
         return;
-    // All attributes of the line go to the same element: its storage grows once.
-    clsProperties &props = element->Properties();
-    props.reserve(props.Count() + mAttributes.size(), props.textSize() + textBytes);
-    for (const Attribute &a : std::as_const(mAttributes))
-        props.Add(scanner.view(a.key), a.noValue ? QByteArrayView(kNoValue) : scanner.view(a.value));
+    // The line may have grown while a quoted value pulled in the next lines, so
+    // the views are taken only now. All attributes of the line go to the same
+    // element: its storage grows once.
+    mNewProperties.resize(mAttributes.size());
+    for (size_t i = 0; i < mAttributes.size(); ++i) {
+        const UiLineScanner::Attribute &a = mAttributes[i];
+        clsProperties::NewProperty &p = mNewProperties[i];
+        p.key = scanner.view(a.key);
+        p.value = a.noValue ? QByteArrayView(kNoValue) : scanner.view(a.value);
+    }
+    element->Properties().AddAll(mNewProperties.data(), int(mNewProperties.size()));
 }
 
 clsElement *UiFileReader::receiver(const char *what) const

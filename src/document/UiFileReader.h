@@ -1,10 +1,12 @@
 #pragma once
 
 #include "UiLineScanner.h"
+#include "clsProperties.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QVector>
+#include <vector>
 
 class clsKorviInterface;
 class clsElement;
@@ -73,11 +75,6 @@ private:
     QVector<TagWord> mTagWords;
 
     // The attributes of the tag line being read, gathered before they are stored.
-    struct Attribute
-    {
-        UiLineScanner::Span key;
-        UiLineScanner::Span value;
-        bool noValue = false;
-    };
-    QVector<Attribute> mAttributes;
+    std::vector<UiLineScanner::Attribute> mAttributes;
+    std::vector<clsProperties::NewProperty> mNewProperties;
 };

@@ -38,6 +38,11 @@ inline constexpr std::array<unsigned char, 256> table = make();
 //
 // A quoted value may run over several lines: the scanner then asks for the next
 // line and appends it to the current one.
+//
+// The scanning functions are inline: a large skin has millions of attributes,
+// each a handful of bytes, so the cost is in the calls rather than the loops.
+// Runs of name or value characters need no bounds check: a line ends with its
+// CR and the array's terminating NUL, neither of which belongs to a run.
 class UiLineScanner
 {
 public:
@@ -50,12 +55,22 @@ public:
         virtual bool takeNextLine(QByteArray &line) = 0;
     };
 
-    UiLineScanner(QByteArray &line, LineSource *more) : mLine(line), mMore(more) { }
+    UiLineScanner(QByteArray &line, LineSource *more) : mLine(line), mMore(more) { refresh(); }
 
     qint64 position = 1;
 
     // Position of the first token-start character at or after `from`, or 0.
-    qint64 NextTokenStart(qint64 from) const;
+    qint64 NextTokenStart(qint64 from) const
+    {
+        if (from < 1)
+            from = 1;
+        for (qint64 i = from; i <= mSize; ++i) {
+            if (isTokenStart(static_cast<unsigned char>(mData[i - 1])))
+                return i;
+        }
+        return 0;
+    }
+
     // A run of bytes of the current line: 0-based offset and length. Lines only
     // ever grow at their end, so a span stays valid while a value pulls in the
     // next line.
@@ -66,17 +81,59 @@ public:
     };
 
     // One name word, from the next token on.
-    QByteArray ReadName();
-    Span readNameSpan();
+    QByteArray ReadName() { return view(readNameSpan()).toByteArray(); }
+    Span readNameSpan()
+    {
+        position = NextTokenStart(position);
+        if (position == 0)
+            return {};
+        if (mData[position - 1] == '>') {
+            position = 0;
+            return {};
+        }
+        qint64 end = position;
+        while (isNameChar(static_cast<unsigned char>(mData[end - 1])))
+            ++end;
+        const Span word { position - 1, end - position };
+        position = end;
+        return word;
+    }
+
     // One key and its value. A key written without "=" gets the value "<NOV>",
     // told by `noValue` (the value span is then empty).
-    void ReadAttribute(Span &key, Span &value, bool &noValue);
+    struct Attribute
+    {
+        Span key;
+        Span value;
+        bool noValue = false;
+    };
+    Attribute ReadAttribute()
+    {
+        Attribute a;
+        a.key = readNameSpan();
+        if (position == 0)
+            return a;
+        position = NextTokenStart(position);
+        if (position == 0 || mData[position - 1] != '=') {
+            // A bare word: a flag. The position stays on what follows; it begins
+            // the next attribute.
+            a.noValue = true;
+            return a;
+        }
+        // Leading characters that cannot start a token are passed over here as
+        // anywhere else, so "x=.5" reads the value "5".
+        position = NextTokenStart(position + 1);
+        if (position == 0)
+            return a;
+        a.value = readValue();
+        return a;
+    }
 
-    QByteArrayView view(Span span) const { return QByteArrayView(mLine.constData() + span.offset, span.length); }
-    char *data(Span span) { return mLine.data() + span.offset; }
+    QByteArrayView view(Span span) const { return QByteArrayView(mData + span.offset, span.length); }
+    char *data(Span span) { return mData + span.offset; }
 
-    bool atEnd() const { return position <= 0 || position > mLine.size(); }
-    char current() const { return mLine.at(position - 1); }
+    bool atEnd() const { return position <= 0 || position > mSize; }
+    char current() const { return mData[position - 1]; }
 
     // When the value begins with a quote: the value without its first and its last
     // character, whatever the last one is; otherwise the value itself, or the
@@ -88,8 +145,35 @@ public:
     static bool isValueChar(unsigned char c) { return UiCharClasses::table[c] & UiCharClasses::ValueChar; }
 
 private:
-    Span readValue();
+    // Scans a value from the current position; plain values, the common case,
+    // stay inline.
+    Span readValue()
+    {
+        const qint64 start = position;
+        qint64 i = position;
+        while (isValueChar(static_cast<unsigned char>(mData[i - 1])))
+            ++i;
+        const char c = i <= mSize ? mData[i - 1] : 0;
+        if (c != '"' && c != '\'')
+            return endValue(start, i);
+        return readQuotedValue(start, i);
+    }
+    Span endValue(qint64 start, qint64 end)
+    {
+        position = end;
+        return Span { start - 1, end - start };
+    }
+    Span readQuotedValue(qint64 start, qint64 quoteAt);
+    // The line's bytes are our own: `data()` does not detach, and the pointer
+    // stays valid until the line grows.
+    void refresh()
+    {
+        mData = mLine.data();
+        mSize = mLine.size();
+    }
 
     QByteArray &mLine;
     LineSource *mMore;
+    char *mData = nullptr;
+    qint64 mSize = 0;
 };

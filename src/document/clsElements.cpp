@@ -110,7 +110,7 @@ void clsElements::Clear()
 
 qsizetype clsElements::memoryUsed() const
 {
-    qsizetype bytes = sizeof(*this) + qsizetype(mItems.capacity() * sizeof(void *));
+    qsizetype bytes = sizeof(*this) + qsizetype(mItems.capacity() * sizeof(void *)) + mIndex.memoryUsed();
     for (const auto &e : mItems)
         bytes += e->memoryUsed();
     return bytes;

@@ -1,8 +1,11 @@
 #include "clsProperties.h"
 
+#include "AsciiCase.h"
 #include "MissingKeyError.h"
 
 #include <cstring>
+#include <limits>
+#include <new>
 #include <stdexcept>
 
 clsProperties::clsProperties(const clsProperties &other)
@@ -14,6 +17,7 @@ clsProperties &clsProperties::operator=(const clsProperties &other)
 {
     if (this != &other) {
         Clear();
+        makeRoom(other.mCount, other.mTextSize - other.mUnusedBytes);
         for (int i = 0; i < other.Count(); ++i)
             append(other.keyAt(i), other.valueAt(i));
     }
@@ -28,17 +32,65 @@ KeyIndex::Keys clsProperties::keys() const
     return { this, keyOf, Count() };
 }
 
+void clsProperties::reallocate(quint32 slotCapacity, quint32 textCapacity)
+{
+    std::unique_ptr<char[]> block(new char[size_t(slotCapacity) * sizeof(Slot) + textCapacity]);
+    char *newText = block.get() + size_t(slotCapacity) * sizeof(Slot);
+    if (mCount)
+        memcpy(block.get(), slotTable(), size_t(mCount) * sizeof(Slot));
+    if (mTextSize)
+        memcpy(newText, text(), mTextSize);
+    mBlock = std::move(block);
+    mSlotCapacity = slotCapacity;
+    mTextCapacity = textCapacity;
+}
+
+// Grows the block, when needed, so that `moreSlots` slots and `moreText` bytes
+// fit. The first growth is exact (a tag line's attributes arrive together);
+// later ones grow by half again, so that appending one by one stays cheap.
+void clsProperties::makeRoom(quint32 moreSlots, quint32 moreText)
+{
+    const quint64 slotsNeeded = quint64(mCount) + moreSlots;
+    const quint64 textNeeded = quint64(mTextSize) + moreText;
+    if (slotsNeeded <= mSlotCapacity && textNeeded <= mTextCapacity)
+        return;
+    // Offsets are 32-bit: no element holds 4 GB of text.
+    if (textNeeded > std::numeric_limits<quint32>::max() || slotsNeeded > std::numeric_limits<int>::max())
+        throw std::bad_alloc();
+    auto grown = [](quint64 needed, quint32 capacity) {
+        if (needed <= capacity)
+            return quint64(capacity);
+        return std::max(needed, capacity == 0 ? 0 : quint64(capacity) + capacity / 2 + 1);
+    };
+    const quint64 textCapacity = std::min<quint64>(grown(textNeeded, mTextCapacity),
+                                                   std::numeric_limits<quint32>::max());
+    reallocate(quint32(grown(slotsNeeded, mSlotCapacity)), quint32(textCapacity));
+}
+
 clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView value)
 {
-    Slot slot { quint32(mText.size()), quint32(key.size()), quint32(value.size()) };
-    mText.insert(mText.end(), key.begin(), key.end());
-    mText.insert(mText.end(), value.begin(), value.end());
+    makeRoom(0, quint32(key.size() + value.size()));
+    Slot slot { mTextSize, quint32(key.size()), quint32(value.size()) };
+    char *at = text() + mTextSize;
+    if (!key.isEmpty())
+        memcpy(at, key.data(), size_t(key.size()));
+    if (!value.isEmpty())
+        memcpy(at + key.size(), value.data(), size_t(value.size()));
+    mTextSize += slot.keyLength + slot.valueLength;
     return slot;
 }
 
 void clsProperties::append(QByteArrayView key, QByteArrayView value)
 {
-    mSlots.push_back(store(key, value));
+    if (holds(key.data()) || holds(value.data())) {
+        // Growing may move the block these bytes stand in.
+        append(QByteArray(key.data(), key.size()), QByteArray(value.data(), value.size()));
+        return;
+    }
+    makeRoom(1, quint32(key.size() + value.size()));
+    const Slot slot = store(key, value);
+    slotTable()[mCount] = slot;
+    ++mCount;
     mIndex.appended(key, Count() - 1);
 }
 
@@ -49,10 +101,95 @@ clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
     return clsProperty(this, Count() - 1);
 }
 
+namespace {
+
+// Tells most keys apart without comparing them: their length and their first
+// and last letters, ignoring case.
+quint32 keyPrint(QByteArrayView key)
+{
+    if (key.isEmpty())
+        return 0;
+    return quint32(key.size()) << 16 | quint32(quint8(AsciiCase::lower(key.front()))) << 8
+        | quint8(AsciiCase::lower(key.back()));
+}
+
+// Keys and values are mostly a few bytes long: a byte loop beats a call.
+inline void copyBytes(char *to, const char *from, quint32 length)
+{
+    if (length <= 16) {
+        for (quint32 i = 0; i < length; ++i)
+            to[i] = from[i];
+    } else {
+        memcpy(to, from, length);
+    }
+}
+
+} // namespace
+
+void clsProperties::AddAll(const NewProperty *items, int count)
+{
+    quint64 textBytes = 0;
+    bool ownBytes = false;
+    for (int i = 0; i < count; ++i) {
+        textBytes += quint64(items[i].key.size()) + quint64(items[i].value.size());
+        ownBytes = ownBytes || holds(items[i].key.data()) || holds(items[i].value.data());
+    }
+    int done = 0;
+    if (!ownBytes) {
+        makeRoom(quint32(count), quint32(std::min<quint64>(textBytes, std::numeric_limits<quint32>::max())));
+        if (mCount == 0)
+            done = appendWhileDistinct(items, count);
+    }
+    for (int i = done; i < count; ++i)
+        Add(items[i].key, items[i].value);
+}
+
+// A collection that starts empty takes new keys as they are until two of them
+// clash; only then does numbering (and looking keys up) begin. The room is
+// already made. No key index exists yet: an empty collection has none.
+int clsProperties::appendWhileDistinct(const NewProperty *items, int count)
+{
+    constexpr int kMostChecked = 32;
+    quint32 prints[kMostChecked];
+    Slot *slot = slotTable();
+    char *const base = text();
+    char *at = base + mTextSize;
+    int i = 0;
+    for (; i < count && i < kMostChecked; ++i) {
+        const QByteArrayView key = items[i].key;
+        const QByteArrayView value = items[i].value;
+        const quint32 print = keyPrint(key);
+        bool clashes = false;
+        for (int j = 0; j < i; ++j) {
+            clashes |= prints[j] == print
+                && KeyIndex::sameKey(QByteArrayView(base + slot[j].offset, slot[j].keyLength), key);
+        }
+        if (clashes)
+            break;
+        prints[i] = print;
+        const quint32 keyLength = quint32(key.size());
+        const quint32 valueLength = quint32(value.size());
+        slot[i] = { quint32(at - base), keyLength, valueLength };
+        copyBytes(at, key.data(), keyLength);
+        copyBytes(at + keyLength, value.data(), valueLength);
+        at += keyLength + valueLength;
+    }
+    mTextSize = quint32(at - base);
+    mCount = quint32(i);
+    return i;
+}
+
 clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayView value)
 {
+    if (holds(key.data()) || holds(value.data()))
+        return Insert(position, QByteArray(key.data(), key.size()), QByteArray(value.data(), value.size()));
     position = qBound(0, position, Count());
-    mSlots.insert(mSlots.begin() + position, store(key, value));
+    makeRoom(1, quint32(key.size() + value.size()));
+    const Slot slot = store(key, value);
+    Slot *s = slotTable();
+    memmove(s + position + 1, s + position, size_t(mCount - quint32(position)) * sizeof(Slot));
+    s[position] = slot;
+    ++mCount;
     mIndex.invalidate();
     return clsProperty(this, position);
 }
@@ -60,13 +197,13 @@ clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayVi
 int clsProperties::indexOf(QByteArrayView key) const
 {
     // Most elements have a few properties: compare in place, without the index.
-    if (mSlots.size() <= 16) {
-        const char *text = mText.data();
-        for (int i = 0; i < Count(); ++i) {
-            const Slot &s = mSlots[i];
-            if (s.keyLength == quint32(key.size())
-                && KeyIndex::sameKey(QByteArrayView(text + s.offset, s.keyLength), key))
-                return i;
+    if (mCount <= 16) {
+        const Slot *s = slotTable();
+        const char *t = text();
+        for (quint32 i = 0; i < mCount; ++i) {
+            if (s[i].keyLength == quint32(key.size())
+                && KeyIndex::sameKey(QByteArrayView(t + s[i].offset, s[i].keyLength), key))
+                return int(i);
         }
         return -1;
     }
@@ -96,45 +233,54 @@ clsProperty clsProperties::Item(int position) const
 
 QByteArrayView clsProperties::keyAt(int index) const
 {
-    const Slot &s = mSlots[size_t(index)];
-    return QByteArrayView(mText.data() + s.offset, s.keyLength);
+    const Slot &s = slotTable()[index];
+    return QByteArrayView(text() + s.offset, s.keyLength);
 }
 
 QByteArrayView clsProperties::valueAt(int index) const
 {
-    const Slot &s = mSlots[size_t(index)];
-    return QByteArrayView(mText.data() + s.offset + s.keyLength, s.valueLength);
+    const Slot &s = slotTable()[index];
+    return QByteArrayView(text() + s.offset + s.keyLength, s.valueLength);
 }
 
 void clsProperties::setValueAt(int index, const QByteArray &value)
 {
-    Slot &s = mSlots[size_t(index)];
+    Slot &s = slotTable()[index];
     if (quint32(value.size()) <= s.valueLength) {
         // Fits where the old value stood.
-        memcpy(mText.data() + s.offset + s.keyLength, value.constData(), value.size());
+        if (!value.isEmpty())
+            memcpy(text() + s.offset + s.keyLength, value.constData(), size_t(value.size()));
         mUnusedBytes += s.valueLength - quint32(value.size());
         s.valueLength = quint32(value.size());
     } else {
+        // The key is copied out first: storing may move the block it stands in.
         const QByteArray key = keyAt(index).toByteArray();
         mUnusedBytes += s.keyLength + s.valueLength;
-        mSlots[size_t(index)] = store(key, value);
+        const Slot moved = store(key, value);
+        slotTable()[index] = moved;
     }
     compactIfWasteful();
 }
 
 void clsProperties::compactIfWasteful()
 {
-    if (mUnusedBytes < 256 || mUnusedBytes * 2 < quint32(mText.size()))
+    if (mUnusedBytes < 256 || mUnusedBytes * 2 < mTextSize)
         return;
-    std::vector<char> text;
-    text.reserve(mText.size() - mUnusedBytes);
-    for (Slot &s : mSlots) {
-        const quint32 offset = quint32(text.size());
-        const auto from = mText.begin() + s.offset;
-        text.insert(text.end(), from, from + s.keyLength + s.valueLength);
-        s.offset = offset;
+    std::unique_ptr<char[]> old = std::move(mBlock);
+    const char *oldText = old.get() + size_t(mSlotCapacity) * sizeof(Slot);
+    const quint32 textCapacity = mTextSize - mUnusedBytes;
+    mBlock.reset(new char[size_t(mSlotCapacity) * sizeof(Slot) + textCapacity]);
+    mTextCapacity = textCapacity;
+    memcpy(mBlock.get(), old.get(), size_t(mCount) * sizeof(Slot));
+    quint32 used = 0;
+    Slot *s = slotTable();
+    for (quint32 i = 0; i < mCount; ++i) {
+        const quint32 length = s[i].keyLength + s[i].valueLength;
+        memcpy(text() + used, oldText + s[i].offset, length);
+        s[i].offset = used;
+        used += length;
     }
-    mText.swap(text);
+    mTextSize = used;
     mUnusedBytes = 0;
 }
 
@@ -150,34 +296,24 @@ void clsProperties::Remove(int position)
 {
     if (position < 1 || position > Count())
         throw std::out_of_range("No property at position " + std::to_string(position));
-    const Slot &s = mSlots[size_t(position - 1)];
-    mUnusedBytes += s.keyLength + s.valueLength;
-    mSlots.erase(mSlots.begin() + (position - 1));
+    Slot *s = slotTable();
+    const quint32 at = quint32(position - 1);
+    mUnusedBytes += s[at].keyLength + s[at].valueLength;
+    memmove(s + at, s + at + 1, size_t(mCount - at - 1) * sizeof(Slot));
+    --mCount;
     mIndex.invalidate();
     compactIfWasteful();
 }
 
 void clsProperties::Clear()
 {
-    mText.clear();
-    mSlots.clear();
-    mUnusedBytes = 0;
+    mBlock.reset();
+    mCount = mSlotCapacity = mTextSize = mTextCapacity = mUnusedBytes = 0;
     mIndex.invalidate();
-}
-
-void clsProperties::reserve(int count, qsizetype textBytes)
-{
-    mSlots.reserve(size_t(count));
-    mText.reserve(size_t(textBytes));
-}
-
-void clsProperties::squeeze()
-{
-    mSlots.shrink_to_fit();
-    mText.shrink_to_fit();
 }
 
 qsizetype clsProperties::memoryUsed() const
 {
-    return qsizetype(sizeof(*this) + mText.capacity() + mSlots.capacity() * sizeof(Slot));
+    return qsizetype(sizeof(*this) + size_t(mSlotCapacity) * sizeof(Slot) + mTextCapacity)
+        + mIndex.memoryUsed();
 }

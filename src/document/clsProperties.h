@@ -4,7 +4,7 @@
 #include "clsProperty.h"
 
 #include <QByteArray>
-#include <vector>
+#include <memory>
 
 // The ordered, keyed list of an element's properties (attributes or script lines).
 //
@@ -20,6 +20,15 @@ public:
 
     // Appends a property under the unique key made from `key`.
     clsProperty Add(QByteArrayView key, QByteArrayView value);
+    // One property to append with AddAll.
+    struct NewProperty
+    {
+        QByteArrayView key;
+        QByteArrayView value;
+    };
+    // Appends several properties in order, each under the key Add would give
+    // it; the storage grows once for all of them.
+    void AddAll(const NewProperty *items, int count);
     // Inserts a property with exactly this key (which must be free) at a 0-based
     // position; used to put a removed property back where it was.
     clsProperty Insert(int position, QByteArrayView key, QByteArrayView value);
@@ -30,8 +39,8 @@ public:
     clsProperty Item(int position) const;
     // By key; a null handle when there is none.
     clsProperty Find(QByteArrayView key) const;
-    int Count() const { return int(mSlots.size()); }
-    bool isEmpty() const { return mSlots.empty(); }
+    int Count() const { return int(mCount); }
+    bool isEmpty() const { return mCount == 0; }
     bool ItemExist(QByteArrayView key) const { return indexOf(key) >= 0; }
     bool PropertyExist(QByteArrayView key) const { return ItemExist(key); }
     void Remove(QByteArrayView key);
@@ -46,9 +55,6 @@ public:
 
     // Bytes held by this collection, for measuring the document's size.
     qsizetype memoryUsed() const;
-    void reserve(int count, qsizetype textBytes);
-    qsizetype textSize() const { return mText.size(); }
-    void squeeze();
 
     class const_iterator
     {
@@ -67,7 +73,7 @@ public:
     const_iterator end() const { return const_iterator(this, Count()); }
 
 private:
-    // Key and value stand one after the other in mText.
+    // Key and value stand one after the other in the text.
     struct Slot
     {
         quint32 offset;
@@ -75,15 +81,28 @@ private:
         quint32 valueLength;
     };
 
-    void append(QByteArrayView key, QByteArrayView value);
+    // The slot table and the text share one heap block: the slots first, then
+    // the text. A large skin has millions of properties in a few hundred
+    // thousand elements, so one allocation per element matters.
+    Slot *slotTable() const { return reinterpret_cast<Slot *>(mBlock.get()); }
+    char *text() const { return mBlock.get() + size_t(mSlotCapacity) * sizeof(Slot); }
+    bool holds(const char *bytes) const
+    {
+        return bytes && mBlock && bytes >= mBlock.get() && bytes < text() + mTextCapacity;
+    }
+    void makeRoom(quint32 moreSlots, quint32 moreText);
+    void reallocate(quint32 slotCapacity, quint32 textCapacity);
     Slot store(QByteArrayView key, QByteArrayView value);
+    void append(QByteArrayView key, QByteArrayView value);
+    int appendWhileDistinct(const NewProperty *items, int count);
     void compactIfWasteful();
     KeyIndex::Keys keys() const;
 
-    // Plain standard containers: their appends are inline, which matters when a
-    // large skin adds millions of properties.
-    std::vector<char> mText;
-    std::vector<Slot> mSlots;
+    std::unique_ptr<char[]> mBlock;
+    quint32 mCount = 0;
+    quint32 mSlotCapacity = 0;
+    quint32 mTextSize = 0;
+    quint32 mTextCapacity = 0;
     quint32 mUnusedBytes = 0;
     KeyIndex mIndex;
 };
