@@ -113,14 +113,27 @@ quint32 keyPrint(QByteArrayView key)
         | quint8(AsciiCase::lower(key.back()));
 }
 
-// Keys and values are mostly a few bytes long: a byte loop beats a call.
+// Keys and values are mostly a few bytes long: two overlapping word copies
+// beat a call to memcpy and a byte loop.
 inline void copyBytes(char *to, const char *from, quint32 length)
 {
-    if (length <= 16) {
+    if (length >= 8 && length <= 16) {
+        quint64 head, tail;
+        memcpy(&head, from, 8);
+        memcpy(&tail, from + length - 8, 8);
+        memcpy(to, &head, 8);
+        memcpy(to + length - 8, &tail, 8);
+    } else if (length >= 4 && length < 8) {
+        quint32 head, tail;
+        memcpy(&head, from, 4);
+        memcpy(&tail, from + length - 4, 4);
+        memcpy(to, &head, 4);
+        memcpy(to + length - 4, &tail, 4);
+    } else if (length > 16) {
+        memcpy(to, from, length);
+    } else {
         for (quint32 i = 0; i < length; ++i)
             to[i] = from[i];
-    } else {
-        memcpy(to, from, length);
     }
 }
 
@@ -151,6 +164,9 @@ int clsProperties::appendWhileDistinct(const NewProperty *items, int count)
 {
     constexpr int kMostChecked = 32;
     quint32 prints[kMostChecked];
+    // One bit per print seen: most keys find their bit clear and need no
+    // comparing at all.
+    quint64 printBits = 0;
     Slot *slot = slotTable();
     char *const base = text();
     char *at = base + mTextSize;
@@ -159,13 +175,17 @@ int clsProperties::appendWhileDistinct(const NewProperty *items, int count)
         const QByteArrayView key = items[i].key;
         const QByteArrayView value = items[i].value;
         const quint32 print = keyPrint(key);
-        bool clashes = false;
-        for (int j = 0; j < i; ++j) {
-            clashes |= prints[j] == print
-                && KeyIndex::sameKey(QByteArrayView(base + slot[j].offset, slot[j].keyLength), key);
+        const quint64 bit = quint64(1) << ((print ^ (print >> 16) ^ (print >> 7)) & 63);
+        if (printBits & bit) {
+            bool clashes = false;
+            for (int j = 0; j < i && !clashes; ++j) {
+                clashes = prints[j] == print
+                    && KeyIndex::sameKey(QByteArrayView(base + slot[j].offset, slot[j].keyLength), key);
+            }
+            if (clashes)
+                break;
         }
-        if (clashes)
-            break;
+        printBits |= bit;
         prints[i] = print;
         const quint32 keyLength = quint32(key.size());
         const quint32 valueLength = quint32(value.size());
