@@ -102,19 +102,26 @@ QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
 {
     if (indexOf(wanted, keys) < 0)
         return QByteArray();
-    const QByteArray base = folded(wanted);
+    // Small collections simply try every number from 0; large ones remember
+    // where the last search for this key ended.
+    const bool hinted = keys.count > kHashThreshold;
+    const QByteArray base = hinted ? folded(wanted) : QByteArray();
     int n = 0;
-    if (mSuffixHints)
+    if (hinted && mSuffixHints)
         n = mSuffixHints->value(base, 0);
     QByteArray candidate;
+    candidate.reserve(wanted.size() + 12);
     for (;; ++n) {
-        candidate = wanted.toByteArray() + '[' + QByteArray::number(n) + ']';
+        candidate.clear();
+        candidate.append(wanted).append('[').append(QByteArray::number(n)).append(']');
         if (indexOf(candidate, keys) < 0)
             break;
     }
-    if (!mSuffixHints)
-        mSuffixHints = std::make_unique<QHash<QByteArray, int>>();
-    mSuffixHints->insert(base, n + 1);
+    if (hinted) {
+        if (!mSuffixHints)
+            mSuffixHints = std::make_unique<QHash<QByteArray, int>>();
+        mSuffixHints->insert(base, n + 1);
+    }
     return candidate;
 }
 

@@ -1,7 +1,5 @@
 #include "UiFileReader.h"
 
-#include "AsciiCase.h"
-
 #include "SkinReadError.h"
 #include "clsKorviInterface.h"
 
@@ -256,8 +254,6 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
     for (;;) {
         const qint64 start = scanner.position;
         const UiLineScanner::Attribute a = scanner.ReadAttribute();
-        // Keys are stored in lower case; the line is our own copy.
-        AsciiCase::lowerInPlace(scanner.data(a.key), a.key.length);
         const QByteArrayView keyText = scanner.view(a.key);
         if (!keyText.isEmpty() && !(keyText.size() == 1 && keyText.front() == '/')) {
             if (!element)

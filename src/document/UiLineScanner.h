@@ -82,25 +82,12 @@ public:
 
     // One name word, from the next token on.
     QByteArray ReadName() { return view(readNameSpan()).toByteArray(); }
-    Span readNameSpan()
-    {
-        position = NextTokenStart(position);
-        if (position == 0)
-            return {};
-        if (mData[position - 1] == '>') {
-            position = 0;
-            return {};
-        }
-        qint64 end = position;
-        while (isNameChar(static_cast<unsigned char>(mData[end - 1])))
-            ++end;
-        const Span word { position - 1, end - position };
-        position = end;
-        return word;
-    }
+    Span readNameSpan() { return readWord<false>(); }
 
     // One key and its value. A key written without "=" gets the value "<NOV>",
-    // told by `noValue` (the value span is then empty).
+    // told by `noValue` (the value span is then empty). Keys are kept in lower
+    // case: the key is lowered in the line itself, which is the reader's own
+    // copy, while it is scanned.
     struct Attribute
     {
         Span key;
@@ -110,7 +97,7 @@ public:
     Attribute ReadAttribute()
     {
         Attribute a;
-        a.key = readNameSpan();
+        a.key = readWord<true>();
         if (position == 0)
             return a;
         position = NextTokenStart(position);
@@ -145,6 +132,26 @@ public:
     static bool isValueChar(unsigned char c) { return UiCharClasses::table[c] & UiCharClasses::ValueChar; }
 
 private:
+    template<bool lowerCase>
+    Span readWord()
+    {
+        position = NextTokenStart(position);
+        if (position == 0)
+            return {};
+        if (mData[position - 1] == '>') {
+            position = 0;
+            return {};
+        }
+        qint64 end = position;
+        for (unsigned char c; isNameChar(c = static_cast<unsigned char>(mData[end - 1])); ++end) {
+            if constexpr (lowerCase)
+                mData[end - 1] = char((unsigned char)(c - 'A') < 26 ? c | 0x20 : c);
+        }
+        const Span word { position - 1, end - position };
+        position = end;
+        return word;
+    }
+
     // Scans a value from the current position; plain values, the common case,
     // stay inline.
     Span readValue()
