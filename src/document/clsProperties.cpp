@@ -142,11 +142,12 @@ inline void copyBytes(char *to, const char *from, quint32 length)
 void clsProperties::AddAll(const NewProperty *items, int count)
 {
     quint64 textBytes = 0;
-    bool ownBytes = false;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         textBytes += quint64(items[i].key.size()) + quint64(items[i].value.size());
-        ownBytes = ownBytes || holds(items[i].key.data()) || holds(items[i].value.data());
-    }
+    // Bytes of this very collection would move when it grows.
+    bool ownBytes = false;
+    for (int i = 0; mBlock && i < count && !ownBytes; ++i)
+        ownBytes = holds(items[i].key.data()) || holds(items[i].value.data());
     int done = 0;
     if (!ownBytes) {
         makeRoom(quint32(count), quint32(std::min<quint64>(textBytes, std::numeric_limits<quint32>::max())));

@@ -279,6 +279,90 @@ private slots:
         QCOMPARE(props.Item(2).Key(), QByteArray("w"));
         QCOMPARE(props.Item("y").Index(), 3);
     }
+
+    // A tag line's attributes are stored together; the keys must come out as
+    // if each had been added on its own.
+    void propertiesAddedTogetherGetTheKeysOfSeparateAdds_data()
+    {
+        QTest::addColumn<QList<QByteArray>>("keys");
+        QTest::newRow("distinct") << QList<QByteArray> { "x", "y", "bmp", "font", "fontsize" };
+        QTest::newRow("same print, different key") << QList<QByteArray> { "ab", "Ab", "ac", "bb", "xb" };
+        QTest::newRow("repeat in any case") << QList<QByteArray> { "x", "y", "X", "x", "y" };
+        QTest::newRow("repeat after a numbered spelling") << QList<QByteArray> { "x", "x[0]", "x", "x" };
+        QTest::newRow("empty keys") << QList<QByteArray> { "", "a", "" };
+        QList<QByteArray> many;
+        for (int i = 0; i < 40; ++i)
+            many << QByteArray("k") + QByteArray::number(i % 25);
+        QTest::newRow("more than are checked at once") << many;
+    }
+
+    void propertiesAddedTogetherGetTheKeysOfSeparateAdds()
+    {
+        QFETCH(QList<QByteArray>, keys);
+        for (const QByteArray &first : { QByteArray(), QByteArray("x") }) {
+            clsProperties oneByOne;
+            clsProperties together;
+            if (!first.isNull()) {
+                oneByOne.Add(first, "0");
+                together.Add(first, "0");
+            }
+            std::vector<clsProperties::NewProperty> items;
+            QList<QByteArray> values;
+            for (int i = 0; i < keys.size(); ++i)
+                values << QByteArray::number(i * 7);
+            for (int i = 0; i < keys.size(); ++i) {
+                oneByOne.Add(keys[i], values[i]);
+                items.push_back({ keys[i], values[i] });
+            }
+            together.AddAll(items.data(), int(items.size()));
+            QCOMPARE(together.Count(), oneByOne.Count());
+            for (int i = 0; i < oneByOne.Count(); ++i) {
+                QCOMPARE(together.keyAt(i), oneByOne.keyAt(i));
+                QCOMPARE(together.valueAt(i), oneByOne.valueAt(i));
+                QCOMPARE(together.indexOf(oneByOne.keyAt(i)), i);
+            }
+        }
+    }
+
+    void propertiesCopiedFromTheirOwnCollectionSurviveItsGrowth()
+    {
+        clsProperties props;
+        props.Add("text", QByteArray(40, 't'));
+        for (int i = 0; i < 50; ++i)
+            props.Add(props.keyAt(0), props.valueAt(i));
+        QCOMPARE(props.Count(), 51);
+        QCOMPARE(props.Item(51).Key(), QByteArray("text[49]"));
+        QCOMPARE(props.Item(51).value(), QByteArray(40, 't'));
+        const clsProperties::NewProperty again[] = { { props.keyAt(0), props.valueAt(2) },
+                                                     { props.keyAt(0), props.valueAt(0) } };
+        props.AddAll(again, 2);
+        QCOMPARE(props.Item(52).Key(), QByteArray("text[50]"));
+        QCOMPARE(props.Item(53).Key(), QByteArray("text[51]"));
+        QCOMPARE(props.Item(53).value(), QByteArray(40, 't'));
+        props.Insert(0, "copy", props.valueAt(52));
+        QCOMPARE(props.Item(1).value(), QByteArray(40, 't'));
+    }
+
+    // Past a few items a collection finds keys through a hash table, which
+    // grows, and is rebuilt after removals and insertions.
+    void largeCollectionsFindEveryKeyAfterGrowthAndRemovals()
+    {
+        clsElements layers;
+        for (int i = 0; i < 3000; ++i)
+            layers.Add("Layer" + QByteArray::number(i), "LAYER");
+        QCOMPARE(layers.indexOf("layer2999"), 2999);
+        QCOMPARE(layers.indexOf("LAYER0"), 0);
+        QCOMPARE(layers.indexOf("layer3000"), -1);
+        QCOMPARE(layers.Add("LAYER17", "LAYER")->ElementKey(), QByteArray("LAYER17[0]"));
+        layers.Remove(QByteArrayView("layer5"));
+        QCOMPARE(layers.indexOf("layer6"), 5);
+        QCOMPARE(layers.indexOf("layer5"), -1);
+        std::unique_ptr<clsElement> taken = layers.Take(0);
+        layers.Insert(100, std::move(taken));
+        QCOMPARE(layers.indexOf("layer0"), 100);
+        QCOMPARE(layers.indexOf("layer17[0]"), layers.Count() - 1);
+        QCOMPARE(layers.Add("layer5", "LAYER")->ElementKey(), QByteArray("layer5"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestDocumentModel)
