@@ -19,11 +19,8 @@ inline char upper(char c)
 
 inline void lowerInPlace(char *text, qsizetype length)
 {
-    // Branch-free, so that the compiler can do several bytes at once.
-    for (qsizetype i = 0; i < length; ++i) {
-        const unsigned char c = static_cast<unsigned char>(text[i]);
-        text[i] = char(c | ((unsigned char)(c - 'A') < 26 ? 0x20 : 0));
-    }
+    for (qsizetype i = 0; i < length; ++i)
+        text[i] = lower(text[i]);
 }
 
 inline QByteArray lowered(QByteArray text)

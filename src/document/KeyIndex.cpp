@@ -6,10 +6,7 @@
 
 QByteArray KeyIndex::folded(QByteArrayView key)
 {
-    QByteArray out(key.size(), Qt::Uninitialized);
-    for (qsizetype i = 0; i < key.size(); ++i)
-        out[i] = AsciiCase::lower(key[i]);
-    return out;
+    return AsciiCase::lowered(key.toByteArray());
 }
 
 bool KeyIndex::sameKey(QByteArrayView a, QByteArrayView b)

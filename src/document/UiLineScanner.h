@@ -1,5 +1,7 @@
 #pragma once
 
+#include "AsciiCase.h"
+
 #include <QByteArray>
 #include <array>
 #include <string_view>
@@ -117,7 +119,6 @@ public:
     }
 
     QByteArrayView view(Span span) const { return QByteArrayView(mData + span.offset, span.length); }
-    char *data(Span span) { return mData + span.offset; }
 
     bool atEnd() const { return position <= 0 || position > mSize; }
     char current() const { return mData[position - 1]; }
@@ -145,7 +146,7 @@ private:
         qint64 end = position;
         for (unsigned char c; isNameChar(c = static_cast<unsigned char>(mData[end - 1])); ++end) {
             if constexpr (lowerCase)
-                mData[end - 1] = char((unsigned char)(c - 'A') < 26 ? c | 0x20 : c);
+                mData[end - 1] = AsciiCase::lower(char(c));
         }
         const Span word { position - 1, end - position };
         position = end;

@@ -67,51 +67,7 @@ void clsProperties::makeRoom(quint32 moreSlots, quint32 moreText)
     reallocate(quint32(grown(slotsNeeded, mSlotCapacity)), quint32(textCapacity));
 }
 
-clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView value)
-{
-    makeRoom(0, quint32(key.size() + value.size()));
-    Slot slot { mTextSize, quint32(key.size()), quint32(value.size()) };
-    char *at = text() + mTextSize;
-    if (!key.isEmpty())
-        memcpy(at, key.data(), size_t(key.size()));
-    if (!value.isEmpty())
-        memcpy(at + key.size(), value.data(), size_t(value.size()));
-    mTextSize += slot.keyLength + slot.valueLength;
-    return slot;
-}
-
-void clsProperties::append(QByteArrayView key, QByteArrayView value)
-{
-    if (holds(key.data()) || holds(value.data())) {
-        // Growing may move the block these bytes stand in.
-        append(QByteArray(key.data(), key.size()), QByteArray(value.data(), value.size()));
-        return;
-    }
-    makeRoom(1, quint32(key.size() + value.size()));
-    const Slot slot = store(key, value);
-    slotTable()[mCount] = slot;
-    ++mCount;
-    mIndex.appended(key, Count() - 1);
-}
-
-clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
-{
-    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : mIndex.numberedKeyIfTaken(key, keys());
-    append(numbered.isNull() ? key : QByteArrayView(numbered), value);
-    return clsProperty(this, Count() - 1);
-}
-
 namespace {
-
-// Tells most keys apart without comparing them: their length and their first
-// and last letters, ignoring case.
-quint32 keyPrint(QByteArrayView key)
-{
-    if (key.isEmpty())
-        return 0;
-    return quint32(key.size()) << 16 | quint32(quint8(AsciiCase::lower(key.front()))) << 8
-        | quint8(AsciiCase::lower(key.back()));
-}
 
 // Keys and values are mostly a few bytes long: two overlapping word copies
 // beat a call to memcpy and a byte loop.
@@ -137,7 +93,49 @@ inline void copyBytes(char *to, const char *from, quint32 length)
     }
 }
 
+// Tells most keys apart without comparing them: their length and their first
+// and last letters, ignoring case.
+quint32 keyPrint(QByteArrayView key)
+{
+    if (key.isEmpty())
+        return 0;
+    return quint32(key.size()) << 16 | quint32(quint8(AsciiCase::lower(key.front()))) << 8
+        | quint8(AsciiCase::lower(key.back()));
+}
+
 } // namespace
+
+clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView value)
+{
+    makeRoom(0, quint32(key.size() + value.size()));
+    Slot slot { mTextSize, quint32(key.size()), quint32(value.size()) };
+    char *at = text() + mTextSize;
+    copyBytes(at, key.data(), slot.keyLength);
+    copyBytes(at + slot.keyLength, value.data(), slot.valueLength);
+    mTextSize += slot.keyLength + slot.valueLength;
+    return slot;
+}
+
+void clsProperties::append(QByteArrayView key, QByteArrayView value)
+{
+    if (holds(key.data()) || holds(value.data())) {
+        // Growing may move the block these bytes stand in.
+        append(QByteArray(key.data(), key.size()), QByteArray(value.data(), value.size()));
+        return;
+    }
+    makeRoom(1, quint32(key.size() + value.size()));
+    const Slot slot = store(key, value);
+    slotTable()[mCount] = slot;
+    ++mCount;
+    mIndex.appended(key, Count() - 1);
+}
+
+clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
+{
+    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : mIndex.numberedKeyIfTaken(key, keys());
+    append(numbered.isNull() ? key : QByteArrayView(numbered), value);
+    return clsProperty(this, Count() - 1);
+}
 
 void clsProperties::AddAll(const NewProperty *items, int count)
 {
