@@ -7,12 +7,12 @@
 // whatever the user's locale.
 namespace AsciiCase {
 
-inline char lower(char c)
+constexpr char lower(char c)
 {
     return (c >= 'A' && c <= 'Z') ? char(c + ('a' - 'A')) : c;
 }
 
-inline char upper(char c)
+constexpr char upper(char c)
 {
     return (c >= 'a' && c <= 'z') ? char(c - ('a' - 'A')) : c;
 }

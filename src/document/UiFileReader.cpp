@@ -9,8 +9,6 @@
 
 namespace {
 
-const QByteArray kNoValue = QByteArrayLiteral("<NOV>");
-
 // What a tag does, worked out once per tag word from its upper-case form.
 UiFileReader::TagKind kindOfType(const QByteArray &type)
 {
@@ -251,35 +249,10 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
     scanner.position += 1;
     mAttributes.clear();
     clsElement *element = nullptr;
-    for (;;) {
-        const qint64 start = scanner.position;
-        const UiLineScanner::Attribute a = scanner.ReadAttribute();
-        const QByteArrayView keyText = scanner.view(a.key);
-        if (!keyText.isEmpty() && !(keyText.size() == 1 && keyText.front() == '/')) {
-            if (!element)
-                element = receiver("an attribute");
-            mAttributes.push_back(a);
-        }
-        // A "<" ends the attributes, so a second tag on the line is ignored.
-        if (scanner.atEnd() || scanner.current() == '<')
-            break;
-        // A character that can start neither a key nor a value is stepped over.
-        if (keyText.isEmpty() && scanner.position == start)
-            scanner.position += 1;
-    }
-    if (!element)
-        return;
-    // The line may have grown while a quoted value pulled in the next lines, so
-    // the views are taken only now. All attributes of the line go to the same
-    // element: its storage grows once.
-    mNewProperties.resize(mAttributes.size());
-    for (size_t i = 0; i < mAttributes.size(); ++i) {
-        const UiLineScanner::Attribute &a = mAttributes[i];
-        clsProperties::NewProperty &p = mNewProperties[i];
-        p.key = scanner.view(a.key);
-        p.value = a.noValue ? QByteArrayView(kNoValue) : scanner.view(a.value);
-    }
-    element->Properties().AddAll(mNewProperties.data(), int(mNewProperties.size()));
+    scanner.ReadAttributes(mAttributes, [&] { element = receiver("an attribute"); });
+    // All attributes of the line go to the same element: its storage grows once.
+    if (element)
+        element->Properties().AddPacked(mAttributes);
 }
 
 clsElement *UiFileReader::receiver(const char *what) const

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "UiLineScanner.h"
-#include "clsProperties.h"
+#include "PropertyPack.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QVector>
-#include <vector>
 
 class clsKorviInterface;
 class clsElement;
@@ -75,6 +74,5 @@ private:
     QVector<TagWord> mTagWords;
 
     // The attributes of the tag line being read, gathered before they are stored.
-    std::vector<UiLineScanner::Attribute> mAttributes;
-    std::vector<clsProperties::NewProperty> mNewProperties;
+    PropertyPack mAttributes;
 };

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "AsciiCase.h"
+#include "ByteCopy.h"
+#include "PropertyPack.h"
 
 #include <QByteArray>
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -31,6 +34,20 @@ constexpr std::array<unsigned char, 256> make()
 }
 
 inline constexpr std::array<unsigned char, 256> table = make();
+
+// A name character lowered, or 0 for a byte that is not a name character: one
+// look-up both ends a key and lowers it.
+constexpr std::array<unsigned char, 256> makeLoweredName()
+{
+    std::array<unsigned char, 256> t {};
+    for (int c = 0; c < 256; ++c) {
+        if (table[size_t(c)] & NameChar)
+            t[size_t(c)] = static_cast<unsigned char>(AsciiCase::lower(char(c)));
+    }
+    return t;
+}
+
+inline constexpr std::array<unsigned char, 256> loweredName = makeLoweredName();
 
 } // namespace UiCharClasses
 
@@ -84,39 +101,17 @@ public:
 
     // One name word, from the next token on.
     QByteArray ReadName() { return view(readNameSpan()).toByteArray(); }
-    Span readNameSpan() { return readWord<false>(); }
+    Span readNameSpan() { return readWord(); }
 
-    // One key and its value. A key written without "=" gets the value "<NOV>",
-    // told by `noValue` (the value span is then empty). Keys are kept in lower
-    // case: the key is lowered in the line itself, which is the reader's own
-    // copy, while it is scanned.
-    struct Attribute
-    {
-        Span key;
-        Span value;
-        bool noValue = false;
-    };
-    Attribute ReadAttribute()
-    {
-        Attribute a;
-        a.key = readWord<true>();
-        if (position == 0)
-            return a;
-        position = NextTokenStart(position);
-        if (position == 0 || mData[position - 1] != '=') {
-            // A bare word: a flag. The position stays on what follows; it begins
-            // the next attribute.
-            a.noValue = true;
-            return a;
-        }
-        // Leading characters that cannot start a token are passed over here as
-        // anywhere else, so "x=.5" reads the value "5".
-        position = NextTokenStart(position + 1);
-        if (position == 0)
-            return a;
-        a.value = readValue();
-        return a;
-    }
+    // Reads the attributes of a tag line from the current position into `pack`:
+    // key=value pairs, and bare words (flags), which get the value "<NOV>".
+    // Keys are kept in lower case. The end of the line or a ">" where a key
+    // would begin ends them, and so does a "<": a second tag on the line is
+    // ignored. A key that is empty or "/" is read but not kept. `onFirstKept`
+    // is called when the first attribute to keep has been read, before it is
+    // kept; it may throw.
+    template<typename OnFirstKept>
+    void ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept);
 
     QByteArrayView view(Span span) const { return QByteArrayView(mData + span.offset, span.length); }
 
@@ -133,7 +128,6 @@ public:
     static bool isValueChar(unsigned char c) { return UiCharClasses::table[c] & UiCharClasses::ValueChar; }
 
 private:
-    template<bool lowerCase>
     Span readWord()
     {
         position = NextTokenStart(position);
@@ -144,27 +138,19 @@ private:
             return {};
         }
         qint64 end = position;
-        for (unsigned char c; isNameChar(c = static_cast<unsigned char>(mData[end - 1])); ++end) {
-            if constexpr (lowerCase)
-                mData[end - 1] = AsciiCase::lower(char(c));
-        }
+        while (isNameChar(static_cast<unsigned char>(mData[end - 1])))
+            ++end;
         const Span word { position - 1, end - position };
         position = end;
         return word;
     }
 
-    // Scans a value from the current position; plain values, the common case,
-    // stay inline.
-    Span readValue()
+    // The first token-start character in [from, end), or `end`.
+    static const char *skipToToken(const char *from, const char *end)
     {
-        const qint64 start = position;
-        qint64 i = position;
-        while (isValueChar(static_cast<unsigned char>(mData[i - 1])))
-            ++i;
-        const char c = i <= mSize ? mData[i - 1] : 0;
-        if (c != '"' && c != '\'')
-            return endValue(start, i);
-        return readQuotedValue(start, i);
+        while (from < end && !isTokenStart(static_cast<unsigned char>(*from)))
+            ++from;
+        return from;
     }
     Span endValue(qint64 start, qint64 end)
     {
@@ -185,3 +171,71 @@ private:
     char *mData = nullptr;
     qint64 mSize = 0;
 };
+
+// One pass over the line per attribute: the key is lowered on its way into the
+// pack, the value is copied after it. Pointers into the line stay valid until
+// a quoted value pulls in the next line; they are worked out again after that.
+template<typename OnFirstKept>
+void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept)
+{
+    static constexpr char kNoValue[] = "<NOV>";
+    constexpr quint32 kNoValueLength = sizeof(kNoValue) - 1;
+    bool keptAny = false;
+    const char *end = mData + mSize;
+    const char *p = position <= 0 ? end : std::min<const char *>(mData + position - 1, end);
+    for (;;) {
+        const char *start = p;
+        p = skipToToken(p, end);
+        if (p == end || *p == '>')
+            break;
+        // Key and value both come from the rest of the line, or the value is
+        // the no-value marker.
+        char *out = pack.reserve(size_t(end - p) + kNoValueLength);
+        const char *keyBegin = p;
+        for (unsigned char c; (c = UiCharClasses::loweredName[static_cast<unsigned char>(*p)]) != 0; ++p)
+            *out++ = char(c);
+        const quint32 keyLength = quint32(p - keyBegin);
+        // A lone "/" closes an empty-element tag ("<USELAYER a />"): it is no
+        // attribute.
+        const bool keep = keyLength != 0 && !(keyLength == 1 && *keyBegin == '/');
+        p = skipToToken(p, end);
+        quint32 valueLength = 0;
+        if (p == end || *p != '=') {
+            // A bare word: a flag. What follows begins the next attribute.
+            memcpy(out, kNoValue, kNoValueLength);
+            valueLength = kNoValueLength;
+        } else {
+            // Characters that cannot start a token are passed over here as
+            // anywhere else, so "x=.5" reads the value "5".
+            p = skipToToken(p + 1, end);
+            const char *valueBegin = p;
+            while (isValueChar(static_cast<unsigned char>(*p)))
+                ++p;
+            if (p < end && (*p == '"' || *p == '\'')) {
+                const qint64 startOffset = start - mData;
+                const Span value = readQuotedValue(valueBegin - mData + 1, p - mData + 1);
+                end = mData + mSize;
+                p = mData + position - 1;
+                start = mData + startOffset;
+                valueBegin = mData + value.offset;
+                // The line may have grown; the key stays where it was written.
+                out = pack.reserve(keyLength + size_t(value.length)) + keyLength;
+            }
+            valueLength = quint32(p - valueBegin);
+            ByteCopy::copySmall(out, valueBegin, valueLength);
+        }
+        if (keep) {
+            if (!keptAny) {
+                onFirstKept();
+                keptAny = true;
+            }
+            pack.commit(keyLength, valueLength);
+        }
+        if (p == end || *p == '<')
+            break;
+        // A character that can start neither a key nor a value is stepped over.
+        if (keyLength == 0 && p == start)
+            ++p;
+    }
+    position = p < end ? qint64(p - mData) + 1 : 0;
+}

@@ -1,7 +1,9 @@
 #include "clsProperties.h"
 
 #include "AsciiCase.h"
+#include "ByteCopy.h"
 #include "MissingKeyError.h"
+#include "PropertyPack.h"
 
 #include <cstring>
 #include <limits>
@@ -69,30 +71,6 @@ void clsProperties::makeRoom(quint32 moreSlots, quint32 moreText)
 
 namespace {
 
-// Keys and values are mostly a few bytes long: two overlapping word copies
-// beat a call to memcpy and a byte loop.
-inline void copyBytes(char *to, const char *from, quint32 length)
-{
-    if (length >= 8 && length <= 16) {
-        quint64 head, tail;
-        memcpy(&head, from, 8);
-        memcpy(&tail, from + length - 8, 8);
-        memcpy(to, &head, 8);
-        memcpy(to + length - 8, &tail, 8);
-    } else if (length >= 4 && length < 8) {
-        quint32 head, tail;
-        memcpy(&head, from, 4);
-        memcpy(&tail, from + length - 4, 4);
-        memcpy(to, &head, 4);
-        memcpy(to + length - 4, &tail, 4);
-    } else if (length > 16) {
-        memcpy(to, from, length);
-    } else {
-        for (quint32 i = 0; i < length; ++i)
-            to[i] = from[i];
-    }
-}
-
 // Tells most keys apart without comparing them: their length and their first
 // and last letters, ignoring case.
 quint32 keyPrint(QByteArrayView key)
@@ -110,8 +88,8 @@ clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView valu
     makeRoom(0, quint32(key.size() + value.size()));
     Slot slot { mTextSize, quint32(key.size()), quint32(value.size()) };
     char *at = text() + mTextSize;
-    copyBytes(at, key.data(), slot.keyLength);
-    copyBytes(at + slot.keyLength, value.data(), slot.valueLength);
+    ByteCopy::copySmall(at, key.data(), slot.keyLength);
+    ByteCopy::copySmall(at + slot.keyLength, value.data(), slot.valueLength);
     mTextSize += slot.keyLength + slot.valueLength;
     return slot;
 }
@@ -137,64 +115,55 @@ clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
     return clsProperty(this, Count() - 1);
 }
 
-void clsProperties::AddAll(const NewProperty *items, int count)
+void clsProperties::AddPacked(const PropertyPack &pack)
 {
-    quint64 textBytes = 0;
-    for (int i = 0; i < count; ++i)
-        textBytes += quint64(items[i].key.size()) + quint64(items[i].value.size());
-    // Bytes of this very collection would move when it grows.
-    bool ownBytes = false;
-    for (int i = 0; mBlock && i < count && !ownBytes; ++i)
-        ownBytes = holds(items[i].key.data()) || holds(items[i].value.data());
+    const int count = pack.count();
+    if (count == 0)
+        return;
+    // The pack holds its own copies, so no bytes of this collection are among
+    // them and growing cannot move them.
+    makeRoom(quint32(count), pack.textSize());
     int done = 0;
-    if (!ownBytes) {
-        makeRoom(quint32(count), quint32(std::min<quint64>(textBytes, std::numeric_limits<quint32>::max())));
-        if (mCount == 0)
-            done = appendWhileDistinct(items, count);
+    if (mCount == 0) {
+        // An empty collection takes the leading keys that differ from one
+        // another as they are: slots and text are copied whole. It has no key
+        // index yet, so there is nothing else to update.
+        done = distinctLeadingKeys(pack);
+        const quint32 textBytes = done == count ? pack.textSize() : pack.slotTable()[done].offset;
+        memcpy(slotTable(), pack.slotTable(), size_t(done) * sizeof(Slot));
+        memcpy(text(), pack.text(), textBytes);
+        mCount = quint32(done);
+        mTextSize = textBytes;
     }
     for (int i = done; i < count; ++i)
-        Add(items[i].key, items[i].value);
+        Add(pack.keyAt(i), pack.valueAt(i));
 }
 
-// A collection that starts empty takes new keys as they are until two of them
-// clash; only then does numbering (and looking keys up) begin. The room is
-// already made. No key index exists yet: an empty collection has none.
-int clsProperties::appendWhileDistinct(const NewProperty *items, int count)
+// How many keys at the start of the pack differ from every key before them,
+// ignoring case. Numbering, and looking keys up, begins only at the first
+// repeat.
+int clsProperties::distinctLeadingKeys(const PropertyPack &pack)
 {
     constexpr int kMostChecked = 32;
     quint32 prints[kMostChecked];
     // One bit per print seen: most keys find their bit clear and need no
     // comparing at all.
     quint64 printBits = 0;
-    Slot *slot = slotTable();
-    char *const base = text();
-    char *at = base + mTextSize;
+    const int count = std::min(pack.count(), kMostChecked);
     int i = 0;
-    for (; i < count && i < kMostChecked; ++i) {
-        const QByteArrayView key = items[i].key;
-        const QByteArrayView value = items[i].value;
+    for (; i < count; ++i) {
+        const QByteArrayView key = pack.keyAt(i);
         const quint32 print = keyPrint(key);
         const quint64 bit = quint64(1) << ((print ^ (print >> 16) ^ (print >> 7)) & 63);
         if (printBits & bit) {
-            bool clashes = false;
-            for (int j = 0; j < i && !clashes; ++j) {
-                clashes = prints[j] == print
-                    && KeyIndex::sameKey(QByteArrayView(base + slot[j].offset, slot[j].keyLength), key);
+            for (int j = 0; j < i; ++j) {
+                if (prints[j] == print && KeyIndex::sameKey(pack.keyAt(j), key))
+                    return i;
             }
-            if (clashes)
-                break;
         }
         printBits |= bit;
         prints[i] = print;
-        const quint32 keyLength = quint32(key.size());
-        const quint32 valueLength = quint32(value.size());
-        slot[i] = { quint32(at - base), keyLength, valueLength };
-        copyBytes(at, key.data(), keyLength);
-        copyBytes(at + keyLength, value.data(), valueLength);
-        at += keyLength + valueLength;
     }
-    mTextSize = quint32(at - base);
-    mCount = quint32(i);
     return i;
 }
 

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "KeyIndex.h"
+#include "PropertySlot.h"
 #include "clsProperty.h"
 
 #include <QByteArray>
 #include <memory>
+
+class PropertyPack;
 
 // The ordered, keyed list of an element's properties (attributes or script lines).
 //
@@ -20,15 +23,9 @@ public:
 
     // Appends a property under the unique key made from `key`.
     clsProperty Add(QByteArrayView key, QByteArrayView value);
-    // One property to append with AddAll.
-    struct NewProperty
-    {
-        QByteArrayView key;
-        QByteArrayView value;
-    };
-    // Appends several properties in order, each under the key Add would give
-    // it; the storage grows once for all of them.
-    void AddAll(const NewProperty *items, int count);
+    // Appends the properties of a pack in order, each under the key Add would
+    // give it; the storage grows once for all of them.
+    void AddPacked(const PropertyPack &pack);
     // Inserts a property with exactly this key (which must be free) at a 0-based
     // position; used to put a removed property back where it was.
     clsProperty Insert(int position, QByteArrayView key, QByteArrayView value);
@@ -74,12 +71,7 @@ public:
 
 private:
     // Key and value stand one after the other in the text.
-    struct Slot
-    {
-        quint32 offset;
-        quint32 keyLength;
-        quint32 valueLength;
-    };
+    using Slot = PropertySlot;
 
     // The slot table and the text share one heap block: the slots first, then
     // the text. A large skin has millions of properties in a few hundred
@@ -94,7 +86,7 @@ private:
     void reallocate(quint32 slotCapacity, quint32 textCapacity);
     Slot store(QByteArrayView key, QByteArrayView value);
     void append(QByteArrayView key, QByteArrayView value);
-    int appendWhileDistinct(const NewProperty *items, int count);
+    static int distinctLeadingKeys(const PropertyPack &pack);
     void compactIfWasteful();
     KeyIndex::Keys keys() const;
 

@@ -1,5 +1,6 @@
 #include "MissingKeyError.h"
 #include "clsKorviInterface.h"
+#include "PropertyPack.h"
 
 #include <QtTest>
 
@@ -306,15 +307,13 @@ private slots:
                 oneByOne.Add(first, "0");
                 together.Add(first, "0");
             }
-            std::vector<clsProperties::NewProperty> items;
-            QList<QByteArray> values;
-            for (int i = 0; i < keys.size(); ++i)
-                values << QByteArray::number(i * 7);
+            PropertyPack pack;
             for (int i = 0; i < keys.size(); ++i) {
-                oneByOne.Add(keys[i], values[i]);
-                items.push_back({ keys[i], values[i] });
+                const QByteArray value = QByteArray::number(i * 7);
+                oneByOne.Add(keys[i], value);
+                pack.add(keys[i], value);
             }
-            together.AddAll(items.data(), int(items.size()));
+            together.AddPacked(pack);
             QCOMPARE(together.Count(), oneByOne.Count());
             for (int i = 0; i < oneByOne.Count(); ++i) {
                 QCOMPARE(together.keyAt(i), oneByOne.keyAt(i));
@@ -333,9 +332,10 @@ private slots:
         QCOMPARE(props.Count(), 51);
         QCOMPARE(props.Item(51).Key(), QByteArray("text[49]"));
         QCOMPARE(props.Item(51).value(), QByteArray(40, 't'));
-        const clsProperties::NewProperty again[] = { { props.keyAt(0), props.valueAt(2) },
-                                                     { props.keyAt(0), props.valueAt(0) } };
-        props.AddAll(again, 2);
+        PropertyPack again;
+        again.add(props.keyAt(0), props.valueAt(2));
+        again.add(props.keyAt(0), props.valueAt(0));
+        props.AddPacked(again);
         QCOMPARE(props.Item(52).Key(), QByteArray("text[50]"));
         QCOMPARE(props.Item(53).Key(), QByteArray("text[51]"));
         QCOMPARE(props.Item(53).value(), QByteArray(40, 't'));
