@@ -3,6 +3,7 @@
 #include "AsciiCase.h"
 
 #include <cstring>
+#include <iterator>
 
 QByteArray KeyIndex::folded(QByteArrayView key)
 {
@@ -23,15 +24,54 @@ bool KeyIndex::sameKey(QByteArrayView a, QByteArrayView b)
     return true;
 }
 
+namespace {
+
+quint64 load64(const char *p)
+{
+    quint64 w;
+    memcpy(&w, p, 8);
+    return w;
+}
+
+quint64 load32(const char *p)
+{
+    quint32 w;
+    memcpy(&w, p, 4);
+    return w;
+}
+
+quint64 mix(quint64 h)
+{
+    h ^= h >> 32;
+    h *= 0xd6e8feb86659fd93ull;
+    h ^= h >> 32;
+    return h;
+}
+
+} // namespace
+
 size_t KeyIndex::foldedHash(QByteArrayView key)
 {
-    // FNV-1a over the lower-cased bytes.
-    size_t h = 14695981039346656037ull;
-    for (char c : key) {
-        h ^= static_cast<unsigned char>(AsciiCase::lower(c));
-        h *= 1099511628211ull;
-    }
-    return h;
+    // Eight bytes at a time, each with its case bit set, so that upper- and
+    // lower-case letters hash alike. The few other bytes this folds together
+    // (such as "@" and "`") only share a hash; they never compare equal.
+    constexpr quint64 kCaseBits = 0x2020202020202020ull;
+    const char *p = key.data();
+    const qsizetype n = key.size();
+    quint64 h = 0x9e3779b97f4a7c15ull ^ quint64(n);
+    qsizetype i = 0;
+    for (; i + 8 < n; i += 8)
+        h = mix(h ^ (load64(p + i) | kCaseBits));
+    // The last one to eight bytes; a longer key's last word overlaps the one
+    // before it.
+    quint64 tail = 0;
+    if (n >= 8)
+        tail = load64(p + n - 8);
+    else if (n >= 4)
+        tail = load32(p) | load32(p + n - 4) << 32;
+    else if (n > 0)
+        tail = quint64(quint8(p[0])) | quint64(quint8(p[n / 2])) << 8 | quint64(quint8(p[n - 1])) << 16;
+    return size_t(mix(h ^ (tail | kCaseBits)));
 }
 
 void KeyIndex::insertEntry(quint32 hash, int index) const
@@ -106,13 +146,24 @@ QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
     int n = 0;
     if (hinted && mSuffixHints)
         n = mSuffixHints->value(base, 0);
-    QByteArray candidate;
-    candidate.reserve(wanted.size() + 12);
+    // "wanted[n]", rewritten in place for each number tried.
+    QByteArray candidate(wanted.size() + 13, Qt::Uninitialized);
+    if (!wanted.isEmpty())
+        memcpy(candidate.data(), wanted.data(), size_t(wanted.size()));
+    candidate[wanted.size()] = '[';
     for (;; ++n) {
-        candidate.clear();
-        candidate.append(wanted).append('[').append(QByteArray::number(n)).append(']');
-        if (indexOf(candidate, keys) < 0)
+        char digits[12];
+        char *d = std::end(digits);
+        for (unsigned v = unsigned(n); d == std::end(digits) || v != 0; v /= 10)
+            *--d = char('0' + v % 10);
+        const qsizetype length = std::end(digits) - d;
+        char *at = candidate.data() + wanted.size() + 1;
+        memcpy(at, d, size_t(length));
+        at[length] = ']';
+        if (indexOf(QByteArrayView(candidate.constData(), wanted.size() + length + 2), keys) < 0) {
+            candidate.truncate(wanted.size() + length + 2);
             break;
+        }
     }
     if (hinted) {
         if (!mSuffixHints)

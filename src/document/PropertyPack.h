@@ -4,7 +4,6 @@
 
 #include <QByteArrayView>
 #include <memory>
-#include <vector>
 
 // Properties gathered for one element before they are stored, laid out the way
 // a property collection stores them: keys and values one after the other in one
@@ -16,20 +15,23 @@ class PropertyPack
 public:
     void clear()
     {
-        mSlots.clear();
+        mCount = 0;
         mTextSize = 0;
+        mDistinctKeys = 0;
+        mPrintBits = 0;
     }
 
     // Copies a key and its value in as they are.
     void add(QByteArrayView key, QByteArrayView value);
 
-    // For a writer that fills the text in place: makes room for `more` bytes
-    // after the text and returns where they begin. Bytes written there become
-    // part of the pack only through commit(); until then a later reserve()
-    // keeps them, wherever it moves the text.
+    // For a writer that fills the text in place: makes room for one more
+    // property of up to `more` bytes after the text and returns where they
+    // begin. Bytes written there become part of the pack only through
+    // commit(); until then a later reserve() keeps them, wherever it moves the
+    // text.
     char *reserve(size_t more)
     {
-        if (mTextSize + more > mCapacity)
+        if (mTextSize + more > mTextCapacity || mCount == mSlotCapacity)
             grow(mTextSize + more);
         return mText.get() + mTextSize;
     }
@@ -37,23 +39,55 @@ public:
     // property.
     void commit(quint32 keyLength, quint32 valueLength)
     {
-        mSlots.push_back({ mTextSize, keyLength, valueLength });
-        mTextSize += keyLength + valueLength;
+        const quint32 at = mTextSize;
+        if (mDistinctKeys == mCount && mCount < kMostChecked)
+            noteKey(mText.get() + at, keyLength);
+        mSlots[mCount++] = { at, keyLength, valueLength };
+        mTextSize = at + keyLength + valueLength;
     }
 
-    int count() const { return int(mSlots.size()); }
-    bool isEmpty() const { return mSlots.empty(); }
-    const PropertySlot *slotTable() const { return mSlots.data(); }
+    // How many keys at the start differ from every key before them, ignoring
+    // case. A collection that takes the pack numbers keys only from the first
+    // repeat on. Only the first few keys are checked.
+    int distinctLeadingKeys() const { return int(mDistinctKeys); }
+    static constexpr quint32 kMostChecked = 32;
+
+    int count() const { return int(mCount); }
+    bool isEmpty() const { return mCount == 0; }
+    const PropertySlot *slotTable() const { return mSlots.get(); }
     const char *text() const { return mText.get(); }
     quint32 textSize() const { return mTextSize; }
     QByteArrayView keyAt(int index) const;
     QByteArrayView valueAt(int index) const;
 
 private:
-    void grow(size_t needed);
+    void grow(size_t textNeeded);
+    // Tells most keys apart without comparing them: their length and their
+    // first and last bytes, with the case bit set so that letters fold.
+    static quint32 keyPrint(const char *key, quint32 length)
+    {
+        return length == 0 ? 0 : length << 16 | quint32(quint8(key[0]) | 0x20) << 8 | (quint8(key[length - 1]) | 0x20);
+    }
+    void noteKey(const char *key, quint32 length)
+    {
+        const quint32 print = keyPrint(key, length);
+        // One bit per print seen: most keys find their bit clear and need no
+        // comparing at all.
+        const quint64 bit = quint64(1) << ((print ^ (print >> 16) ^ (print >> 7)) & 63);
+        if ((mPrintBits & bit) && repeatsEarlierKey(print, key, length))
+            return;
+        mPrintBits |= bit;
+        mPrints[mDistinctKeys++] = print;
+    }
+    bool repeatsEarlierKey(quint32 print, const char *key, quint32 length) const;
 
-    std::vector<PropertySlot> mSlots;
+    std::unique_ptr<PropertySlot[]> mSlots;
     std::unique_ptr<char[]> mText;
-    size_t mCapacity = 0;
+    quint32 mCount = 0;
+    quint32 mSlotCapacity = 0;
+    size_t mTextCapacity = 0;
     quint32 mTextSize = 0;
+    quint32 mDistinctKeys = 0;
+    quint64 mPrintBits = 0;
+    quint32 mPrints[kMostChecked];
 };

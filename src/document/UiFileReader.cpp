@@ -138,13 +138,13 @@ void UiFileReader::readLine()
 // and carriage returns and the blanks around it; empty lines count too.
 void UiFileReader::readScriptLine()
 {
-    QByteArray text(mLine.size(), Qt::Uninitialized);
-    char *out = text.data();
+    mScriptText.resize(mLine.size());
+    char *out = mScriptText.data();
     for (char c : std::as_const(mLine)) {
         if (c != '\t' && c != '\r')
             *out++ = c;
     }
-    const char *first = text.constData();
+    const char *first = mScriptText.constData();
     const char *last = out;
     while (first < last && *first == ' ')
         ++first;
@@ -179,7 +179,9 @@ const UiFileReader::TagWord &UiFileReader::tagWordOf(QByteArrayView word)
 {
     for (const TagWord &known : std::as_const(mTagWords)) {
         if (known.spelling.size() == word.size()
-            && (word.isEmpty() || memcmp(known.spelling.constData(), word.data(), size_t(word.size())) == 0))
+            && (word.isEmpty()
+                || (known.spelling.front() == word.front()
+                    && memcmp(known.spelling.constData(), word.data(), size_t(word.size())) == 0)))
             return known;
     }
     const QByteArray type = clsElement::upperAscii(word.toByteArray());

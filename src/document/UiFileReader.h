@@ -64,6 +64,8 @@ private:
     QVector<LineSpan> mLines;
     qsizetype mLineIndex = 0;
     QByteArray mLine;
+    // A script line without its tabs and carriage returns.
+    QByteArray mScriptText;
 
     bool mInHeader = false;
     bool mInScript = false;

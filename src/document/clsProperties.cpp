@@ -69,20 +69,6 @@ void clsProperties::makeRoom(quint32 moreSlots, quint32 moreText)
     reallocate(quint32(grown(slotsNeeded, mSlotCapacity)), quint32(textCapacity));
 }
 
-namespace {
-
-// Tells most keys apart without comparing them: their length and their first
-// and last letters, ignoring case.
-quint32 keyPrint(QByteArrayView key)
-{
-    if (key.isEmpty())
-        return 0;
-    return quint32(key.size()) << 16 | quint32(quint8(AsciiCase::lower(key.front()))) << 8
-        | quint8(AsciiCase::lower(key.back()));
-}
-
-} // namespace
-
 clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView value)
 {
     makeRoom(0, quint32(key.size() + value.size()));
@@ -128,7 +114,7 @@ void clsProperties::AddPacked(const PropertyPack &pack)
         // An empty collection takes the leading keys that differ from one
         // another as they are: slots and text are copied whole. It has no key
         // index yet, so there is nothing else to update.
-        done = distinctLeadingKeys(pack);
+        done = pack.distinctLeadingKeys();
         const quint32 textBytes = done == count ? pack.textSize() : pack.slotTable()[done].offset;
         memcpy(slotTable(), pack.slotTable(), size_t(done) * sizeof(Slot));
         memcpy(text(), pack.text(), textBytes);
@@ -137,34 +123,6 @@ void clsProperties::AddPacked(const PropertyPack &pack)
     }
     for (int i = done; i < count; ++i)
         Add(pack.keyAt(i), pack.valueAt(i));
-}
-
-// How many keys at the start of the pack differ from every key before them,
-// ignoring case. Numbering, and looking keys up, begins only at the first
-// repeat.
-int clsProperties::distinctLeadingKeys(const PropertyPack &pack)
-{
-    constexpr int kMostChecked = 32;
-    quint32 prints[kMostChecked];
-    // One bit per print seen: most keys find their bit clear and need no
-    // comparing at all.
-    quint64 printBits = 0;
-    const int count = std::min(pack.count(), kMostChecked);
-    int i = 0;
-    for (; i < count; ++i) {
-        const QByteArrayView key = pack.keyAt(i);
-        const quint32 print = keyPrint(key);
-        const quint64 bit = quint64(1) << ((print ^ (print >> 16) ^ (print >> 7)) & 63);
-        if (printBits & bit) {
-            for (int j = 0; j < i; ++j) {
-                if (prints[j] == print && KeyIndex::sameKey(pack.keyAt(j), key))
-                    return i;
-            }
-        }
-        printBits |= bit;
-        prints[i] = print;
-    }
-    return i;
 }
 
 clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayView value)

@@ -86,7 +86,6 @@ private:
     void reallocate(quint32 slotCapacity, quint32 textCapacity);
     Slot store(QByteArrayView key, QByteArrayView value);
     void append(QByteArrayView key, QByteArrayView value);
-    static int distinctLeadingKeys(const PropertyPack &pack);
     void compactIfWasteful();
     KeyIndex::Keys keys() const;
 
