@@ -102,10 +102,12 @@ void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
 void UiFileReader::loadLine(qsizetype index, QByteArray &line) const
 {
     if (index >= mLines.size()) {
-        line = QByteArray("");
+        line.resize(0);
         return;
     }
     const LineSpan &span = mLines.at(index);
+    // Room past the end spares the scanner a reallocation.
+    line.reserve(span.length + 1 + UiCharRuns::kSlack);
     line.resize(span.length + 1);
     memcpy(line.data(), mBytes.constData() + span.offset, size_t(span.length));
     line[span.length] = '\r';
@@ -168,8 +170,14 @@ void UiFileReader::readTag(UiLineScanner &scanner)
             mLastName.chop(1);
     }
     // A var tag has no name word: it takes the name of the tag before it.
-    openElement(tag);
-    readAttributes(scanner, isVar);
+    clsElements *destination = openElement(tag);
+    // A new element is made once its attributes are known, so that it can hold
+    // them in its own allocation; until then it is where the attributes go.
+    readAttributes(scanner, isVar, destination != nullptr);
+    if (destination)
+        placeElement(tag, destination->Add(mLastName, tag.type, mAttributes));
+    else if (!mAttributes.isEmpty())
+        mCurrentElement->Properties().AddPacked(mAttributes);
 }
 
 // The element type and the meaning of a tag word. A skin uses a handful of tag
@@ -192,56 +200,74 @@ const UiFileReader::TagWord &UiFileReader::tagWordOf(QByteArrayView word)
     return mTagWords.constLast();
 }
 
-void UiFileReader::openElement(const TagWord &tag)
+// Does what the tag does to the reader's state, and returns the collection
+// that receives the new element when the tag makes one.
+clsElements *UiFileReader::openElement(const TagWord &tag)
 {
-    const QByteArray &type = tag.type;
-    clsElements &topLevel = mInHeader ? mDocument.Headers() : mDocument.Layers();
     switch (tag.kind) {
     case TagKind::Header:
         mInHeader = true;
-        break;
+        return nullptr;
     case TagKind::HeaderEnd:
         mInHeader = false;
-        break;
+        return nullptr;
     case TagKind::Var:
     case TagKind::Block:
-        mCurrentBlock = mCurrentElement = topLevel.Add(mLastName, type);
-        break;
+        return mInHeader ? &mDocument.Headers() : &mDocument.Layers();
     case TagKind::Script:
         mInScript = true;
-        if (!mCurrentBlock)
-            mCurrentBlock = mCurrentElement = mDocument.Layers().Add(mLastName, type);
-        else
-            mCurrentElement = mCurrentBlock->SubElements().Add(mLastName, type);
-        break;
+        return mCurrentBlock ? &mCurrentBlock->SubElements() : &mDocument.Layers();
     case TagKind::ScriptEnd:
         mInScript = false;
         if (mCurrentElement == mCurrentBlock)
             mCurrentBlock = nullptr;
         mCurrentElement = nullptr;
-        break;
+        return nullptr;
     case TagKind::BlockEnd:
         mCurrentBlock = nullptr;
-        break;
+        return nullptr;
     case TagKind::Template:
-    case TagKind::FontType: {
         // Templates and font types never become children, wherever they stand,
         // and neither open nor close a block.
-        clsElements &entries = tag.kind == TagKind::Template ? mDocument.Templates() : mDocument.Fonts();
-        mCurrentElement = entries.Add(mLastName, type);
-        mCurrentElement->IsImported = mImported;
-        break;
-    }
+        return &mDocument.Templates();
+    case TagKind::FontType:
+        return &mDocument.Fonts();
     case TagKind::Child:
         if (!mCurrentBlock)
-            fail(QStringLiteral("the tag <%1> stands outside any block").arg(QString::fromLatin1(type)));
-        mCurrentElement = mCurrentBlock->SubElements().Add(mLastName, type);
+            fail(QStringLiteral("the tag <%1> stands outside any block").arg(QString::fromLatin1(tag.type)));
+        return &mCurrentBlock->SubElements();
+    }
+    return nullptr;
+}
+
+// The new element becomes the current one; blocks, and a script outside any
+// block, also become the current block.
+void UiFileReader::placeElement(const TagWord &tag, clsElement *element)
+{
+    mCurrentElement = element;
+    switch (tag.kind) {
+    case TagKind::Var:
+    case TagKind::Block:
+        mCurrentBlock = element;
+        break;
+    case TagKind::Script:
+        if (!mCurrentBlock)
+            mCurrentBlock = element;
+        break;
+    case TagKind::Template:
+    case TagKind::FontType:
+        element->IsImported = mImported;
+        break;
+    default:
         break;
     }
 }
 
-void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
+// Gathers the tag line's attributes in mAttributes. They belong to the element
+// the tag makes, or else to the current element, which must then exist.
+void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar, bool makesElement)
 {
+    mAttributes.clear();
     if (scanner.position <= 0)
         return;
     // A var tag's attributes begin one character after the tag word, where a
@@ -249,12 +275,10 @@ void UiFileReader::readAttributes(UiLineScanner &scanner, bool isVar)
     if (isVar)
         scanner.position -= 1;
     scanner.position += 1;
-    mAttributes.clear();
-    clsElement *element = nullptr;
-    scanner.ReadAttributes(mAttributes, [&] { element = receiver("an attribute"); });
-    // All attributes of the line go to the same element: its storage grows once.
-    if (element)
-        element->Properties().AddPacked(mAttributes);
+    scanner.ReadAttributes(mAttributes, [&] {
+        if (!makesElement)
+            receiver("an attribute");
+    });
 }
 
 clsElement *UiFileReader::receiver(const char *what) const

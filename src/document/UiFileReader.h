@@ -9,6 +9,7 @@
 
 class clsKorviInterface;
 class clsElement;
+class clsElements;
 
 // Reads a skin file ("User Interface File", .ui) into a document, adding to what
 // is already there. One tag per line; the word after the tag is the element's
@@ -51,8 +52,9 @@ private:
         TagKind kind;
     };
     const TagWord &tagWordOf(QByteArrayView word);
-    void openElement(const TagWord &tag);
-    void readAttributes(UiLineScanner &scanner, bool isVar);
+    clsElements *openElement(const TagWord &tag);
+    void placeElement(const TagWord &tag, clsElement *element);
+    void readAttributes(UiLineScanner &scanner, bool isVar, bool makesElement);
     clsElement *receiver(const char *what) const;
     [[noreturn]] void fail(const QString &message) const;
 

@@ -1,55 +1,11 @@
 #pragma once
 
-#include "AsciiCase.h"
-#include "ByteCopy.h"
 #include "PropertyPack.h"
+#include "UiCharClasses.h"
+#include "UiCharRuns.h"
 
 #include <QByteArray>
 #include <algorithm>
-#include <array>
-#include <string_view>
-
-// The scanner's character classes, ASCII letters only:
-// token start  a-z A-Z 0-9 _ \ + - " # ' / = > < ;
-// name         a-z A-Z 0-9 _ /
-// value        a-z A-Z 0-9 _ \ + - / # . (quotes are handled apart)
-namespace UiCharClasses {
-
-enum : unsigned char { TokenStart = 1, NameChar = 2, ValueChar = 4 };
-
-constexpr std::array<unsigned char, 256> make()
-{
-    std::array<unsigned char, 256> t {};
-    for (int c = 0; c < 256; ++c) {
-        if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'))
-            t[size_t(c)] = TokenStart | NameChar | ValueChar;
-    }
-    for (char c : std::string_view("_\\+-\"#'/=><;"))
-        t[static_cast<unsigned char>(c)] |= TokenStart;
-    t['_'] |= NameChar | ValueChar;
-    t['/'] |= NameChar | ValueChar;
-    for (char c : std::string_view("\\+-#."))
-        t[static_cast<unsigned char>(c)] |= ValueChar;
-    return t;
-}
-
-inline constexpr std::array<unsigned char, 256> table = make();
-
-// A name character lowered, or 0 for a byte that is not a name character: one
-// look-up both ends a key and lowers it.
-constexpr std::array<unsigned char, 256> makeLoweredName()
-{
-    std::array<unsigned char, 256> t {};
-    for (int c = 0; c < 256; ++c) {
-        if (table[size_t(c)] & NameChar)
-            t[size_t(c)] = static_cast<unsigned char>(AsciiCase::lower(char(c)));
-    }
-    return t;
-}
-
-inline constexpr std::array<unsigned char, 256> loweredName = makeLoweredName();
-
-} // namespace UiCharClasses
 
 // The small hand-written scanner of the skin file reader. It works on one line
 // and a 1-based position in it; position 0 means the end of the line was reached,
@@ -159,9 +115,12 @@ private:
     }
     Span readQuotedValue(qint64 start, qint64 quoteAt);
     // The line's bytes are our own: `data()` does not detach, and the pointer
-    // stays valid until the line grows.
+    // stays valid until the line grows. Runs are measured a block at a time,
+    // so the line keeps room for one block past its end.
     void refresh()
     {
+        if (mLine.capacity() < mLine.size() + UiCharRuns::kSlack)
+            mLine.reserve(mLine.size() + UiCharRuns::kSlack);
         mData = mLine.data();
         mSize = mLine.size();
     }
@@ -190,11 +149,11 @@ void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept
             break;
         // Key and value both come from the rest of the line, or the value is
         // the no-value marker.
-        char *out = pack.reserve(size_t(end - p) + kNoValueLength);
+        char *out = pack.reserve(size_t(end - p) + kNoValueLength + UiCharRuns::kSlack);
         const char *keyBegin = p;
-        for (unsigned char c; (c = UiCharClasses::loweredName[static_cast<unsigned char>(*p)]) != 0; ++p)
-            *out++ = char(c);
-        const quint32 keyLength = quint32(p - keyBegin);
+        const quint32 keyLength = quint32(UiCharRuns::copyLoweredName(out, p));
+        p += keyLength;
+        out += keyLength;
         // A lone "/" closes an empty-element tag ("<USELAYER a />"): it is no
         // attribute.
         const bool keep = keyLength != 0 && !(keyLength == 1 && *keyBegin == '/');
@@ -209,8 +168,7 @@ void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept
             // anywhere else, so "x=.5" reads the value "5".
             p = skipToToken(p + 1, end);
             const char *valueBegin = p;
-            while (isValueChar(static_cast<unsigned char>(*p)))
-                ++p;
+            p += UiCharRuns::valueRun(p);
             if (p < end && (*p == '"' || *p == '\'')) {
                 const qint64 startOffset = start - mData;
                 const Span value = readQuotedValue(valueBegin - mData + 1, p - mData + 1);
@@ -219,10 +177,10 @@ void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept
                 start = mData + startOffset;
                 valueBegin = mData + value.offset;
                 // The line may have grown; the key stays where it was written.
-                out = pack.reserve(keyLength + size_t(value.length)) + keyLength;
+                out = pack.reserve(keyLength + size_t(value.length) + UiCharRuns::kSlack) + keyLength;
             }
             valueLength = quint32(p - valueBegin);
-            ByteCopy::copySmall(out, valueBegin, valueLength);
+            UiCharRuns::copyRun(out, valueBegin, valueLength);
         }
         if (keep) {
             if (!keptAny) {

@@ -2,10 +2,25 @@
 
 #include "AsciiCase.h"
 
+#include "PropertyPack.h"
 #include "clsElements.h"
+
+#include <new>
 
 clsElement::clsElement() = default;
 clsElement::~clsElement() = default;
+
+std::unique_ptr<clsElement> clsElement::createWith(const PropertyPack &properties)
+{
+    const size_t inlineBytes = clsProperties::blockSizeFor(properties);
+    // The properties' slots need no more alignment than the element itself.
+    static_assert(sizeof(clsElement) % alignof(PropertySlot) == 0);
+    char *memory = static_cast<char *>(::operator new(sizeof(clsElement) + inlineBytes));
+    std::unique_ptr<clsElement> element(::new (memory) clsElement());
+    element->mProperties.adoptPacked(properties, memory + sizeof(clsElement));
+    element->mInlineBytes = quint32(inlineBytes);
+    return element;
+}
 
 clsElements &clsElement::SubElements()
 {
@@ -50,6 +65,9 @@ int clsElement::Index() const
 qsizetype clsElement::memoryUsed() const
 {
     qsizetype bytes = sizeof(*this) - sizeof(mProperties) + mProperties.memoryUsed();
+    // Storage the properties have moved out of is still part of the element.
+    if (!mProperties.usesLentStorage())
+        bytes += mInlineBytes;
     // The name and the key usually share their bytes; count them once then.
     bytes += mName.capacity();
     if (mKey.constData() != mName.constData())

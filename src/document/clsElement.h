@@ -6,6 +6,7 @@
 #include <memory>
 
 class clsElements;
+class PropertyPack;
 
 // One block, entry or child element of a skin: a tag word (its type), a name,
 // its properties in file order, and its child elements.
@@ -16,6 +17,16 @@ public:
     ~clsElement();
     clsElement(const clsElement &) = delete;
     clsElement &operator=(const clsElement &) = delete;
+
+    // A new element holding the properties of `properties`, whose keys must
+    // differ from one another, in the same allocation as itself: a large skin
+    // has hundreds of thousands of elements, most of which never change their
+    // properties after reading.
+    static std::unique_ptr<clsElement> createWith(const PropertyPack &properties);
+    // Elements made by createWith() are larger than the class; they are freed
+    // the same way as the others.
+    static void *operator new(size_t size) { return ::operator new(size); }
+    static void operator delete(void *memory) { ::operator delete(memory); }
 
     clsProperties &Properties() { return mProperties; }
     const clsProperties &Properties() const { return mProperties; }
@@ -40,6 +51,13 @@ public:
     // Set on template and font-type entries read from another file than the one
     // being edited; such entries are never written back.
     bool IsImported = false;
+
+private:
+    // Bytes after the element given to its properties by createWith(); it
+    // shares the padding after IsImported.
+    quint32 mInlineBytes = 0;
+
+public:
 
     bool IsTemplate() const { return mType == "TEMPLATE"; }
     bool IsUseLayer() const { return mType == "USELAYER"; }

@@ -1,6 +1,7 @@
 #include "clsElements.h"
 
 #include "MissingKeyError.h"
+#include "PropertyPack.h"
 
 #include <stdexcept>
 
@@ -17,6 +18,19 @@ KeyIndex::Keys clsElements::keys() const
 clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type)
 {
     auto element = std::make_unique<clsElement>();
+    element->setStrName(name);
+    element->setElementType(type);
+    return AddElement(std::move(element), name);
+}
+
+clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type, const PropertyPack &properties)
+{
+    // Properties whose keys repeat are numbered as they are added, which needs
+    // room the packed block does not have.
+    const bool packable = !properties.isEmpty() && properties.distinctLeadingKeys() == properties.count();
+    auto element = packable ? clsElement::createWith(properties) : std::make_unique<clsElement>();
+    if (!packable)
+        element->Properties().AddPacked(properties);
     element->setStrName(name);
     element->setElementType(type);
     return AddElement(std::move(element), name);

@@ -20,6 +20,8 @@ public:
     // A new element named `name` (kept as given) of type `type` (upper-cased),
     // stored at the end under the unique key made from the name.
     clsElement *Add(const QByteArray &name, const QByteArray &type);
+    // The same, with the properties of `properties` (as AddPacked stores them).
+    clsElement *Add(const QByteArray &name, const QByteArray &type, const PropertyPack &properties);
     // Stores an existing element at the end under the unique key made from `key`.
     clsElement *AddElement(std::unique_ptr<clsElement> element, const QByteArray &key);
     // Puts an element back at a 0-based position under exactly its own

@@ -26,6 +26,22 @@ clsProperties &clsProperties::operator=(const clsProperties &other)
     return *this;
 }
 
+clsProperties::~clsProperties()
+{
+    if (mOwnsBlock)
+        delete[] mBlock;
+}
+
+void clsProperties::replaceBlock(char *block, quint32 slotCapacity, quint32 textCapacity)
+{
+    if (mOwnsBlock)
+        delete[] mBlock;
+    mBlock = block;
+    mOwnsBlock = block != nullptr;
+    mSlotCapacity = slotCapacity;
+    mTextCapacity = textCapacity;
+}
+
 KeyIndex::Keys clsProperties::keys() const
 {
     auto keyOf = [](const void *owner, int i) {
@@ -36,15 +52,13 @@ KeyIndex::Keys clsProperties::keys() const
 
 void clsProperties::reallocate(quint32 slotCapacity, quint32 textCapacity)
 {
-    std::unique_ptr<char[]> block(new char[size_t(slotCapacity) * sizeof(Slot) + textCapacity]);
-    char *newText = block.get() + size_t(slotCapacity) * sizeof(Slot);
+    char *block = new char[size_t(slotCapacity) * sizeof(Slot) + textCapacity];
+    char *newText = block + size_t(slotCapacity) * sizeof(Slot);
     if (mCount)
-        memcpy(block.get(), slotTable(), size_t(mCount) * sizeof(Slot));
+        memcpy(block, slotTable(), size_t(mCount) * sizeof(Slot));
     if (mTextSize)
         memcpy(newText, text(), mTextSize);
-    mBlock = std::move(block);
-    mSlotCapacity = slotCapacity;
-    mTextCapacity = textCapacity;
+    replaceBlock(block, slotCapacity, textCapacity);
 }
 
 // Grows the block, when needed, so that `moreSlots` slots and `moreText` bytes
@@ -123,6 +137,25 @@ void clsProperties::AddPacked(const PropertyPack &pack)
     }
     for (int i = done; i < count; ++i)
         Add(pack.keyAt(i), pack.valueAt(i));
+}
+
+size_t clsProperties::blockSizeFor(const PropertyPack &pack)
+{
+    return size_t(pack.count()) * sizeof(Slot) + pack.textSize();
+}
+
+void clsProperties::adoptPacked(const PropertyPack &pack, char *storage)
+{
+    Q_ASSERT(mCount == 0 && pack.distinctLeadingKeys() == pack.count());
+    replaceBlock(nullptr, 0, 0);
+    mBlock = storage;
+    mSlotCapacity = quint32(pack.count());
+    mTextCapacity = pack.textSize();
+    memcpy(slotTable(), pack.slotTable(), size_t(pack.count()) * sizeof(Slot));
+    memcpy(text(), pack.text(), pack.textSize());
+    mCount = quint32(pack.count());
+    mTextSize = pack.textSize();
+    mIndex.invalidate();
 }
 
 clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayView value)
@@ -212,20 +245,19 @@ void clsProperties::compactIfWasteful()
 {
     if (mUnusedBytes < 256 || mUnusedBytes * 2 < mTextSize)
         return;
-    std::unique_ptr<char[]> old = std::move(mBlock);
-    const char *oldText = old.get() + size_t(mSlotCapacity) * sizeof(Slot);
     const quint32 textCapacity = mTextSize - mUnusedBytes;
-    mBlock.reset(new char[size_t(mSlotCapacity) * sizeof(Slot) + textCapacity]);
-    mTextCapacity = textCapacity;
-    memcpy(mBlock.get(), old.get(), size_t(mCount) * sizeof(Slot));
+    char *block = new char[size_t(mSlotCapacity) * sizeof(Slot) + textCapacity];
+    Slot *s = reinterpret_cast<Slot *>(block);
+    char *newText = block + size_t(mSlotCapacity) * sizeof(Slot);
+    memcpy(s, slotTable(), size_t(mCount) * sizeof(Slot));
     quint32 used = 0;
-    Slot *s = slotTable();
     for (quint32 i = 0; i < mCount; ++i) {
         const quint32 length = s[i].keyLength + s[i].valueLength;
-        memcpy(text() + used, oldText + s[i].offset, length);
+        memcpy(newText + used, text() + s[i].offset, length);
         s[i].offset = used;
         used += length;
     }
+    replaceBlock(block, mSlotCapacity, textCapacity);
     mTextSize = used;
     mUnusedBytes = 0;
 }
@@ -253,8 +285,8 @@ void clsProperties::Remove(int position)
 
 void clsProperties::Clear()
 {
-    mBlock.reset();
-    mCount = mSlotCapacity = mTextSize = mTextCapacity = mUnusedBytes = 0;
+    replaceBlock(nullptr, 0, 0);
+    mCount = mTextSize = mUnusedBytes = 0;
     mIndex.invalidate();
 }
 

@@ -20,6 +20,7 @@ public:
     clsProperties() = default;
     clsProperties(const clsProperties &other);
     clsProperties &operator=(const clsProperties &other);
+    ~clsProperties();
 
     // Appends a property under the unique key made from `key`.
     clsProperty Add(QByteArrayView key, QByteArrayView value);
@@ -53,6 +54,16 @@ public:
     // Bytes held by this collection, for measuring the document's size.
     qsizetype memoryUsed() const;
 
+    // The bytes a block holding exactly the properties of `pack` takes.
+    static size_t blockSizeFor(const PropertyPack &pack);
+    // Takes every property of `pack`, whose keys differ from one another, into
+    // `storage` (of blockSizeFor(pack) bytes), which the caller owns and keeps
+    // alive as long as this collection. The collection must be empty; it moves
+    // to a block of its own when it grows.
+    void adoptPacked(const PropertyPack &pack, char *storage);
+    // Whether the properties still live in storage given to adoptPacked().
+    bool usesLentStorage() const { return mBlock && !mOwnsBlock; }
+
     class const_iterator
     {
     public:
@@ -76,11 +87,11 @@ private:
     // The slot table and the text share one heap block: the slots first, then
     // the text. A large skin has millions of properties in a few hundred
     // thousand elements, so one allocation per element matters.
-    Slot *slotTable() const { return reinterpret_cast<Slot *>(mBlock.get()); }
-    char *text() const { return mBlock.get() + size_t(mSlotCapacity) * sizeof(Slot); }
+    Slot *slotTable() const { return reinterpret_cast<Slot *>(mBlock); }
+    char *text() const { return mBlock + size_t(mSlotCapacity) * sizeof(Slot); }
     bool holds(const char *bytes) const
     {
-        return bytes && mBlock && bytes >= mBlock.get() && bytes < text() + mTextCapacity;
+        return bytes && mBlock && bytes >= mBlock && bytes < text() + mTextCapacity;
     }
     void makeRoom(quint32 moreSlots, quint32 moreText);
     void reallocate(quint32 slotCapacity, quint32 textCapacity);
@@ -89,7 +100,13 @@ private:
     void compactIfWasteful();
     KeyIndex::Keys keys() const;
 
-    std::unique_ptr<char[]> mBlock;
+    void replaceBlock(char *block, quint32 slotCapacity, quint32 textCapacity);
+
+    // The block is this collection's own, or lent by the element it belongs
+    // to: an element read from a file holds its first properties in the same
+    // allocation as itself.
+    char *mBlock = nullptr;
+    bool mOwnsBlock = false;
     quint32 mCount = 0;
     quint32 mSlotCapacity = 0;
     quint32 mTextSize = 0;
