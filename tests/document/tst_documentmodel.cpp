@@ -363,6 +363,109 @@ private slots:
         QCOMPARE(layers.indexOf("layer17[0]"), layers.Count() - 1);
         QCOMPARE(layers.Add("layer5", "LAYER")->ElementKey(), QByteArray("layer5"));
     }
+
+    void elementsNumberRepeatedNamesPastOneDigit()
+    {
+        clsElements layers;
+        for (int i = 0; i < 105; ++i)
+            layers.Add("Same", "LAYER");
+        QCOMPARE(layers.Item(1)->ElementKey(), QByteArray("Same"));
+        QCOMPARE(layers.Item(12)->ElementKey(), QByteArray("Same[10]"));
+        QCOMPARE(layers.Item(105)->ElementKey(), QByteArray("Same[103]"));
+        QCOMPARE(layers.indexOf("same[99]"), 100);
+    }
+
+    // An element made with its properties holds them in its own allocation
+    // until they outgrow it; every kind of change works the same either way.
+    void elementMadeWithItsPropertiesTakesEveryChange()
+    {
+        PropertyPack pack;
+        pack.add("x", "10");
+        pack.add("text", "'Hello'");
+        pack.add("visible", "<NOV>");
+        clsElements children;
+        clsElement *element = children.Add("t", "text", pack);
+        QCOMPARE(element->ElementType(), QByteArray("TEXT"));
+        clsProperties &props = element->Properties();
+        QVERIFY(props.usesLentStorage());
+        QCOMPARE(props.Count(), 3);
+        QCOMPARE(props.Item("TEXT").value(), QByteArray("'Hello'"));
+        const qsizetype sizeBefore = element->memoryUsed();
+
+        props.setValueAt(0, "1");
+        QVERIFY(props.usesLentStorage());
+        props.setValueAt(1, "'A much longer text than before'");
+        props.Add("x", "20");
+        QVERIFY(!props.usesLentStorage());
+        QVERIFY(element->memoryUsed() > sizeBefore);
+        QCOMPARE(props.Item("x").value(), QByteArray("1"));
+        QCOMPARE(props.Item("x[0]").value(), QByteArray("20"));
+        QCOMPARE(props.Item("text").value(), QByteArray("'A much longer text than before'"));
+        props.Remove(QByteArrayView("visible"));
+        props.Insert(0, "y", "5");
+        QCOMPARE(props.keyAt(0), QByteArrayView("y"));
+        QCOMPARE(props.Count(), 4);
+
+        const clsProperties copy = props;
+        QCOMPARE(copy.Item("x[0]").value(), QByteArray("20"));
+        props.Clear();
+        QCOMPARE(props.Count(), 0);
+        QCOMPARE(copy.Count(), 4);
+
+        std::unique_ptr<clsElement> taken = children.Take(0);
+        QCOMPARE(taken.get(), element);
+    }
+
+    void elementMadeWithRepeatedKeysNumbersThem()
+    {
+        PropertyPack pack;
+        pack.add("x", "1");
+        pack.add("X", "2");
+        clsElements children;
+        const clsProperties &props = children.Add("t", "TEXT", pack)->Properties();
+        QCOMPARE(props.keyAt(1), QByteArrayView("X[0]"));
+        QCOMPARE(children.Add("u", "TEXT", PropertyPack())->Properties().Count(), 0);
+    }
+
+    void packCountsTheKeysBeforeTheFirstRepeat()
+    {
+        PropertyPack pack;
+        QCOMPARE(pack.distinctLeadingKeys(), 0);
+        pack.add("a", "1");
+        pack.add("ab", "2");
+        pack.add("b", "3");
+        QCOMPARE(pack.distinctLeadingKeys(), 3);
+        pack.add("AB", "4");
+        pack.add("c", "5");
+        QCOMPARE(pack.distinctLeadingKeys(), 3);
+        QCOMPARE(pack.count(), 5);
+        pack.clear();
+        pack.add("AB", "4");
+        QCOMPARE(pack.distinctLeadingKeys(), 1);
+        QCOMPARE(pack.keyAt(0), QByteArrayView("AB"));
+        QCOMPARE(pack.valueAt(0), QByteArrayView("4"));
+    }
+
+    // A writer may fill a reserved area bit by bit; asking for more room
+    // before committing must not lose what it wrote.
+    void packKeepsReservedBytesWhenItGrows()
+    {
+        PropertyPack pack;
+        pack.add("first", "1");
+        char *out = pack.reserve(3);
+        memcpy(out, "key", 3);
+        out = pack.reserve(3 + 5000) + 3;
+        memset(out, 'v', 5000);
+        pack.commit(3, 5000);
+        QCOMPARE(pack.count(), 2);
+        QCOMPARE(pack.keyAt(0), QByteArrayView("first"));
+        QCOMPARE(pack.keyAt(1), QByteArrayView("key"));
+        QCOMPARE(pack.valueAt(1), QByteArrayView(QByteArray(5000, 'v')));
+        for (int i = 0; i < 100; ++i)
+            pack.add("k" + QByteArray::number(i), "v");
+        QCOMPARE(pack.count(), 102);
+        QCOMPARE(pack.keyAt(101), QByteArrayView("k99"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestDocumentModel)

@@ -304,6 +304,75 @@ private slots:
         QCOMPARE(props.Item("last").value().size(), 40000);
     }
 
+    void keysAndValuesOfAnyLengthAreReadWhole()
+    {
+        for (int length : { 1, 7, 15, 16, 17, 31, 32, 33, 100 }) {
+            QByteArray key;
+            QByteArray value;
+            for (int i = 0; i < length; ++i) {
+                key += char((i % 2 ? 'A' : 'b') + i % 20);
+                value += "aZ9_/#.+-\\"[i % 10];
+            }
+            clsKorviInterface doc;
+            QCOMPARE(read(doc, "<LAYER l " + key + "=" + value + " " + key + "_flag>\r\n"), 0);
+            const clsProperties &props = doc.Layers().Item("l")->Properties();
+            QCOMPARE(props.Count(), 2);
+            QCOMPARE(props.keyAt(0), QByteArrayView(key.toLower()));
+            QCOMPARE(props.valueAt(0), QByteArrayView(value));
+            QCOMPARE(props.keyAt(1), QByteArrayView(key.toLower() + "_flag"));
+            QCOMPARE(props.valueAt(1), QByteArrayView("<NOV>"));
+        }
+    }
+
+    // The value pulls in lines longer than anything gathered so far for the
+    // element: the key read before it must survive.
+    void quotedValueOverSeveralLongLinesKeepsItsKey()
+    {
+        const QByteArray first(300, 'a');
+        const QByteArray second(700, 'b');
+        clsKorviInterface doc;
+        QCOMPARE(read(doc, "<LAYER l short=1 AVeryLongKeyForThisValue='" + first + "\r\n" + second + "' after=2>\r\n<TEXT t>\r\n"),
+                 0);
+        const clsElement *layer = doc.Layers().Item("l");
+        const clsProperties &props = layer->Properties();
+        QCOMPARE(props.Count(), 3);
+        QCOMPARE(props.Item("averylongkeyforthisvalue").value(), "'" + first + "\r" + second + "'");
+        QCOMPARE(props.Item("after").value(), QByteArray("2"));
+        QCOMPARE(layer->subElementCount(), 1);
+    }
+
+    // An end tag makes no element: its attributes go to the current element.
+    void attributesOfAnEndTagGoToTheCurrentElement()
+    {
+        clsKorviInterface doc;
+        QCOMPARE(read(doc, "<LAYER a>\n</LAYER n x=1>\n"), 0);
+        QCOMPARE(doc.Layers().Item("a")->Properties().Item("x").value(), QByteArray("1"));
+    }
+
+    // The element is checked for once the first attribute has been read, so a
+    // quoted value that pulls in lines moves the reported line on.
+    void attributeWithoutAnElementIsReportedAfterItsValue()
+    {
+        clsKorviInterface doc;
+        QCOMPARE(read(doc, "<header h k='a\nb'>\n"), 2);
+        QCOMPARE(read(doc, "<LAYER a>\n<SCRIPT s>\n</SCRIPT x=1>\n"), 3);
+    }
+
+    void repeatedKeysOnATagLineAreNumberedPastOneDigit()
+    {
+        QByteArray line = "<LAYER l";
+        for (int i = 0; i < 120; ++i)
+            line += " x=" + QByteArray::number(i);
+        clsKorviInterface doc;
+        QCOMPARE(read(doc, line + ">\n"), 0);
+        const clsProperties &props = doc.Layers().Item("l")->Properties();
+        QCOMPARE(props.Count(), 120);
+        QCOMPARE(props.keyAt(0), QByteArrayView("x"));
+        QCOMPARE(props.keyAt(11), QByteArrayView("x[10]"));
+        QCOMPARE(props.keyAt(119), QByteArrayView("x[118]"));
+        QCOMPARE(props.Item("X[100]").value(), QByteArray("101"));
+    }
+
     void missingFileIsAnError()
     {
         clsKorviInterface doc;
