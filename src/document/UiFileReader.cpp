@@ -158,16 +158,17 @@ void UiFileReader::readScriptLine()
 void UiFileReader::readTag(UiLineScanner &scanner)
 {
     scanner.position += 1;
-    const TagWord &tag = tagWordOf(scanner.view(scanner.readNameSpan()));
+    const TagWord &tag = tagWordOf(scanner.ReadName());
     // One character after the tag word is passed over.
     scanner.position += 1;
     const bool isVar = (tag.kind == TagKind::Var);
     if (!isVar) {
         // The word after the tag is always the name, even when it looks like an
         // attribute: "<TEXT x=1>" names its element "x".
-        mLastName = scanner.ReadName();
-        if (mLastName.endsWith('/'))
-            mLastName.chop(1);
+        QByteArrayView name = scanner.ReadName();
+        if (name.endsWith('/'))
+            name.chop(1);
+        mLastName = mNames.intern(name);
     }
     // A var tag has no name word: it takes the name of the tag before it.
     clsElements *destination = openElement(tag);

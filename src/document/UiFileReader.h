@@ -1,6 +1,7 @@
 #pragma once
 
 #include "UiLineScanner.h"
+#include "NameTable.h"
 #include "PropertyPack.h"
 
 #include <QByteArray>
@@ -74,6 +75,7 @@ private:
     clsElement *mCurrentBlock = nullptr;
     clsElement *mCurrentElement = nullptr;
     QByteArray mLastName;
+    NameTable mNames;
     // Tag words met so far.
     QVector<TagWord> mTagWords;
 

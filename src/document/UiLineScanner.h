@@ -55,9 +55,9 @@ public:
         qsizetype length = 0;
     };
 
-    // One name word, from the next token on.
-    QByteArray ReadName() { return view(readNameSpan()).toByteArray(); }
-    Span readNameSpan() { return readWord(); }
+    // One name word, from the next token on. The view stays valid until the
+    // line grows.
+    QByteArrayView ReadName() { return view(readWord()); }
 
     // Reads the attributes of a tag line from the current position into `pack`:
     // key=value pairs, and bare words (flags), which get the value "<NOV>".

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <memory>
+
+// The element names met while reading, each kept once. Skins repeat the same
+// object names on screen after screen ("btnBack", "lblTitle"), so elements of
+// the same name share its bytes instead of each holding a copy. Names compare
+// exactly: spelling is kept.
+class NameTable
+{
+public:
+    QByteArray intern(QByteArrayView name);
+
+private:
+    void grow();
+
+    // Open addressing; a null array marks a free entry.
+    std::unique_ptr<QByteArray[]> mEntries;
+    quint32 mSize = 0;
+    quint32 mUsed = 0;
+};
