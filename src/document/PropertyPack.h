@@ -63,17 +63,21 @@ public:
 private:
     void grow(size_t textNeeded);
     // Tells most keys apart without comparing them: their length and their
-    // first and last bytes, with the case bit set so that letters fold.
+    // first, middle and last bytes, with the case bit set so that letters
+    // fold. The middle byte parts "fontsize" from "fonttype".
     static quint32 keyPrint(const char *key, quint32 length)
     {
-        return length == 0 ? 0 : length << 16 | quint32(quint8(key[0]) | 0x20) << 8 | (quint8(key[length - 1]) | 0x20);
+        if (length == 0)
+            return 0;
+        return length << 24 | quint32(quint8(key[0]) | 0x20) << 16 | quint32(quint8(key[length / 2]) | 0x20) << 8
+            | (quint8(key[length - 1]) | 0x20);
     }
     void noteKey(const char *key, quint32 length)
     {
         const quint32 print = keyPrint(key, length);
         // One bit per print seen: most keys find their bit clear and need no
         // comparing at all.
-        const quint64 bit = quint64(1) << ((print ^ (print >> 16) ^ (print >> 7)) & 63);
+        const quint64 bit = quint64(1) << ((print * 0x9e3779b1u) >> 26);
         if ((mPrintBits & bit) && repeatsEarlierKey(print, key, length))
             return;
         mPrintBits |= bit;

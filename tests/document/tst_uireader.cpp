@@ -373,6 +373,23 @@ private slots:
         QCOMPARE(props.Item("X[100]").value(), QByteArray("101"));
     }
 
+    // Skins repeat object names on screen after screen: elements of one name
+    // share its bytes, and a change to one name leaves the others alone.
+    void elementsOfOneNameShareItsBytes()
+    {
+        clsKorviInterface doc;
+        QCOMPARE(read(doc, "<LAYER a>\n<TEXT btnBack>\n<LAYER b>\n<TEXT btnBack>\n<TEXT BtnBack>\n"), 0);
+        clsElement *first = doc.Layers().Item("a")->SubElements().Item(1);
+        clsElement *second = doc.Layers().Item("b")->SubElements().Item(1);
+        clsElement *otherCase = doc.Layers().Item("b")->SubElements().Item(2);
+        QVERIFY(first->strName().isSharedWith(second->strName()));
+        QCOMPARE(otherCase->strName(), QByteArray("BtnBack"));
+        QCOMPARE(otherCase->ElementKey(), QByteArray("BtnBack[0]"));
+        second->setStrName("btnNext");
+        QCOMPARE(first->strName(), QByteArray("btnBack"));
+        QCOMPARE(first->ElementKey(), QByteArray("btnBack"));
+    }
+
     void missingFileIsAnError()
     {
         clsKorviInterface doc;
