@@ -110,7 +110,7 @@ void BM_CountLinesWithMemchr(benchmark::State &state)
 }
 BENCHMARK(BM_CountLinesWithMemchr)->Unit(benchmark::kMillisecond);
 
-void BM_ReadSkin(benchmark::State &state)
+void readSkin(benchmark::State &state)
 {
     const QByteArray &text = skin();
     double memoryRatio = 0;
@@ -126,7 +126,23 @@ void BM_ReadSkin(benchmark::State &state)
     setBytesCounters(state, text);
     state.counters["memory_x_file"] = memoryRatio;
 }
-BENCHMARK(BM_ReadSkin)->Unit(benchmark::kMillisecond);
+
+// The first read in the process: the document's memory comes fresh from the
+// system, and touching it for the first time costs a page fault per page,
+// which on a virtual machine can take as long as the reading itself.
+void BM_ReadSkinFirstTime(benchmark::State &state)
+{
+    readSkin(state);
+}
+BENCHMARK(BM_ReadSkinFirstTime)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// Reading again and again, as an editor that has been open a while does: the
+// memory of the document read before is used again.
+void BM_ReadSkin(benchmark::State &state)
+{
+    readSkin(state);
+}
+BENCHMARK(BM_ReadSkin)->Unit(benchmark::kMillisecond)->MinTime(3);
 
 void BM_WriteSkin(benchmark::State &state)
 {
