@@ -69,6 +69,20 @@ public:
     template<typename OnFirstKept>
     void ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept);
 
+    // What ReadAttribute read.
+    struct Attribute
+    {
+        quint32 keyLength = 0;
+        quint32 valueLength = 0;
+        // False for an empty key and for "/".
+        bool keep = false;
+    };
+    // Reads one key and its value from `p` on into the end of `pack`'s text,
+    // without committing them, and moves `p` past them; `end` moves when a
+    // quoted value pulls in the next line. Returns false, having read nothing,
+    // when the attributes end before a key: at the end of the line or at a ">".
+    bool ReadAttribute(const char *&p, const char *&end, PropertyPack &pack, Attribute &read);
+
     QByteArrayView view(Span span) const { return QByteArrayView(mData + span.offset, span.length); }
 
     bool atEnd() const { return position <= 0 || position > mSize; }
@@ -134,65 +148,73 @@ private:
 // One pass over the line per attribute: the key is lowered on its way into the
 // pack, the value is copied after it. Pointers into the line stay valid until
 // a quoted value pulls in the next line; they are worked out again after that.
-template<typename OnFirstKept>
-void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept)
+// One attribute from `p` on, written at the end of the pack's text, the key
+// lowered and then the value, but not yet committed. Key and value both come
+// from the rest of the line, or the value is the no-value marker. It is part
+// of the attribute loop's body, and only fast as such.
+Q_ALWAYS_INLINE bool UiLineScanner::ReadAttribute(const char *&p, const char *&end, PropertyPack &pack, Attribute &read)
 {
     static constexpr char kNoValue[] = "<NOV>";
     constexpr quint32 kNoValueLength = sizeof(kNoValue) - 1;
+    p = skipToToken(p, end);
+    if (p == end || *p == '>')
+        return false;
+    char *out = pack.reserve(size_t(end - p) + kNoValueLength + UiCharRuns::kSlack);
+    const char *keyBegin = p;
+    read.keyLength = quint32(UiCharRuns::copyLoweredName(out, p));
+    p += read.keyLength;
+    out += read.keyLength;
+    // A lone "/" closes an empty-element tag ("<USELAYER a />"): it is no
+    // attribute.
+    read.keep = read.keyLength != 0 && !(read.keyLength == 1 && *keyBegin == '/');
+    p = skipToToken(p, end);
+    if (p == end || *p != '=') {
+        // A bare word: a flag. What follows begins the next attribute.
+        memcpy(out, kNoValue, kNoValueLength);
+        read.valueLength = kNoValueLength;
+        return true;
+    }
+    // Characters that cannot start a token are passed over here as anywhere
+    // else, so "x=.5" reads the value "5".
+    p = skipToToken(p + 1, end);
+    const char *valueBegin = p;
+    p += UiCharRuns::valueRun(p);
+    if (p < end && (*p == '"' || *p == '\'')) {
+        const Span value = readQuotedValue(valueBegin - mData + 1, p - mData + 1);
+        // The line may have grown and moved; the key stays where it was written.
+        end = mData + mSize;
+        p = mData + position - 1;
+        valueBegin = mData + value.offset;
+        out = pack.reserve(read.keyLength + size_t(value.length) + UiCharRuns::kSlack) + read.keyLength;
+    }
+    read.valueLength = quint32(p - valueBegin);
+    UiCharRuns::copyRun(out, valueBegin, read.valueLength);
+    return true;
+}
+
+template<typename OnFirstKept>
+void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept)
+{
     bool keptAny = false;
     const char *end = mData + mSize;
     const char *p = position <= 0 ? end : std::min<const char *>(mData + position - 1, end);
     for (;;) {
-        const char *start = p;
-        p = skipToToken(p, end);
-        if (p == end || *p == '>')
+        // An offset, not a pointer: a quoted value may move the line.
+        const qint64 start = p - mData;
+        Attribute read;
+        if (!ReadAttribute(p, end, pack, read))
             break;
-        // Key and value both come from the rest of the line, or the value is
-        // the no-value marker.
-        char *out = pack.reserve(size_t(end - p) + kNoValueLength + UiCharRuns::kSlack);
-        const char *keyBegin = p;
-        const quint32 keyLength = quint32(UiCharRuns::copyLoweredName(out, p));
-        p += keyLength;
-        out += keyLength;
-        // A lone "/" closes an empty-element tag ("<USELAYER a />"): it is no
-        // attribute.
-        const bool keep = keyLength != 0 && !(keyLength == 1 && *keyBegin == '/');
-        p = skipToToken(p, end);
-        quint32 valueLength = 0;
-        if (p == end || *p != '=') {
-            // A bare word: a flag. What follows begins the next attribute.
-            memcpy(out, kNoValue, kNoValueLength);
-            valueLength = kNoValueLength;
-        } else {
-            // Characters that cannot start a token are passed over here as
-            // anywhere else, so "x=.5" reads the value "5".
-            p = skipToToken(p + 1, end);
-            const char *valueBegin = p;
-            p += UiCharRuns::valueRun(p);
-            if (p < end && (*p == '"' || *p == '\'')) {
-                const qint64 startOffset = start - mData;
-                const Span value = readQuotedValue(valueBegin - mData + 1, p - mData + 1);
-                end = mData + mSize;
-                p = mData + position - 1;
-                start = mData + startOffset;
-                valueBegin = mData + value.offset;
-                // The line may have grown; the key stays where it was written.
-                out = pack.reserve(keyLength + size_t(value.length) + UiCharRuns::kSlack) + keyLength;
-            }
-            valueLength = quint32(p - valueBegin);
-            UiCharRuns::copyRun(out, valueBegin, valueLength);
-        }
-        if (keep) {
+        if (read.keep) {
             if (!keptAny) {
                 onFirstKept();
                 keptAny = true;
             }
-            pack.commit(keyLength, valueLength);
+            pack.commit(read.keyLength, read.valueLength);
         }
         if (p == end || *p == '<')
             break;
         // A character that can start neither a key nor a value is stepped over.
-        if (keyLength == 0 && p == start)
+        if (read.keyLength == 0 && p - mData == start)
             ++p;
     }
     position = p < end ? qint64(p - mData) + 1 : 0;
