@@ -17,10 +17,7 @@ KeyIndex::Keys clsElements::keys() const
 
 clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type)
 {
-    auto element = std::make_unique<clsElement>();
-    element->setStrName(name);
-    element->setElementType(type);
-    return AddElement(std::move(element), name);
+    return Add(name, type, PropertyPack());
 }
 
 clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type, const PropertyPack &properties)

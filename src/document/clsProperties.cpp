@@ -129,11 +129,7 @@ void clsProperties::AddPacked(const PropertyPack &pack)
         // another as they are: slots and text are copied whole. It has no key
         // index yet, so there is nothing else to update.
         done = pack.distinctLeadingKeys();
-        const quint32 textBytes = done == count ? pack.textSize() : pack.slotTable()[done].offset;
-        memcpy(slotTable(), pack.slotTable(), size_t(done) * sizeof(Slot));
-        memcpy(text(), pack.text(), textBytes);
-        mCount = quint32(done);
-        mTextSize = textBytes;
+        copyLeadingPacked(pack, done);
     }
     for (int i = done; i < count; ++i)
         Add(pack.keyAt(i), pack.valueAt(i));
@@ -148,14 +144,23 @@ void clsProperties::adoptPacked(const PropertyPack &pack, char *storage)
 {
     Q_ASSERT(mCount == 0 && pack.distinctLeadingKeys() == pack.count());
     replaceBlock(nullptr, 0, 0);
+    // Lent, not owned: replaceBlock() left mOwnsBlock false.
     mBlock = storage;
     mSlotCapacity = quint32(pack.count());
     mTextCapacity = pack.textSize();
-    memcpy(slotTable(), pack.slotTable(), size_t(pack.count()) * sizeof(Slot));
-    memcpy(text(), pack.text(), pack.textSize());
-    mCount = quint32(pack.count());
-    mTextSize = pack.textSize();
+    copyLeadingPacked(pack, pack.count());
     mIndex.invalidate();
+}
+
+// Copies the first `count` properties of the pack, slots and text whole, into
+// this empty collection's block, which has room for them.
+void clsProperties::copyLeadingPacked(const PropertyPack &pack, int count)
+{
+    const quint32 textBytes = count == pack.count() ? pack.textSize() : pack.slotTable()[count].offset;
+    memcpy(slotTable(), pack.slotTable(), size_t(count) * sizeof(Slot));
+    memcpy(text(), pack.text(), textBytes);
+    mCount = quint32(count);
+    mTextSize = textBytes;
 }
 
 clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayView value)

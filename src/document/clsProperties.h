@@ -101,6 +101,7 @@ private:
     KeyIndex::Keys keys() const;
 
     void replaceBlock(char *block, quint32 slotCapacity, quint32 textCapacity);
+    void copyLeadingPacked(const PropertyPack &pack, int count);
 
     // The block is this collection's own, or lent by the element it belongs
     // to: an element read from a file holds its first properties in the same
