@@ -60,3 +60,58 @@ bool PropertyPack::repeatsEarlierKey(quint32 print, const char *key, quint32 len
     }
     return false;
 }
+
+bool PropertyPack::numberRepeatedKeys(PropertyPack &room)
+{
+    if (mDistinctKeys == mCount)
+        return true;
+    if (mCount > kMostChecked)
+        return false;
+    room.clear();
+    for (int i = 0; i < count(); ++i) {
+        const QByteArrayView key = keyAt(i);
+        if (room.holdsKey(key.data(), quint32(key.size())))
+            room.addNumbered(key, valueAt(i));
+        else
+            room.add(key, valueAt(i));
+    }
+    swap(room);
+    return true;
+}
+
+// Adds `key` as "key[n]" with the lowest n not yet taken; counting starts at 0.
+void PropertyPack::addNumbered(QByteArrayView key, QByteArrayView value)
+{
+    // A pack this small never needs more than two digits.
+    static_assert(kMostChecked < 100);
+    const quint32 keyLength = quint32(key.size());
+    char *out = reserve(size_t(keyLength) + 4 + size_t(value.size()));
+    ByteCopy::copySmall(out, key.data(), keyLength);
+    out[keyLength] = '[';
+    quint32 numberedLength = 0;
+    for (quint32 n = 0;; ++n) {
+        char *digits = out + keyLength + 1;
+        if (n >= 10)
+            *digits++ = char('0' + n / 10);
+        *digits++ = char('0' + n % 10);
+        *digits++ = ']';
+        numberedLength = quint32(digits - out);
+        if (!holdsKey(out, numberedLength))
+            break;
+    }
+    ByteCopy::copySmall(out + numberedLength, value.data(), quint32(value.size()));
+    commit(numberedLength, quint32(value.size()));
+}
+
+void PropertyPack::swap(PropertyPack &other) noexcept
+{
+    std::swap(mSlots, other.mSlots);
+    std::swap(mText, other.mText);
+    std::swap(mCount, other.mCount);
+    std::swap(mSlotCapacity, other.mSlotCapacity);
+    std::swap(mTextCapacity, other.mTextCapacity);
+    std::swap(mTextSize, other.mTextSize);
+    std::swap(mDistinctKeys, other.mDistinctKeys);
+    std::swap(mPrintBits, other.mPrintBits);
+    std::swap(mPrints, other.mPrints);
+}

@@ -52,6 +52,15 @@ public:
     int distinctLeadingKeys() const { return int(mDistinctKeys); }
     static constexpr quint32 kMostChecked = 32;
 
+    // Gives repeated keys the numbers a property collection gives them when
+    // they are added one by one to an empty collection ("x", "X[0]", "x[1]"),
+    // so that the pack can be stored whole. Only packs of at most
+    // kMostChecked properties are numbered: returns false, leaving the pack
+    // as it was, for a larger one with a repeat. `room` is working space; it
+    // ends up holding the pack as it was.
+    bool numberRepeatedKeys(PropertyPack &room);
+    void swap(PropertyPack &other) noexcept;
+
     int count() const { return int(mCount); }
     bool isEmpty() const { return mCount == 0; }
     const PropertySlot *slotTable() const { return mSlots.get(); }
@@ -77,13 +86,22 @@ private:
         const quint32 print = keyPrint(key, length);
         // One bit per print seen: most keys find their bit clear and need no
         // comparing at all.
-        const quint64 bit = quint64(1) << ((print * 0x9e3779b1u) >> 26);
+        const quint64 bit = printBit(print);
         if ((mPrintBits & bit) && repeatsEarlierKey(print, key, length))
             return;
         mPrintBits |= bit;
         mPrints[mDistinctKeys++] = print;
     }
     bool repeatsEarlierKey(quint32 print, const char *key, quint32 length) const;
+    // Whether a key of this pack, all of whose keys differ, equals `key`
+    // ignoring case; only for packs of at most kMostChecked properties.
+    bool holdsKey(const char *key, quint32 length) const
+    {
+        const quint32 print = keyPrint(key, length);
+        return (mPrintBits & printBit(print)) && repeatsEarlierKey(print, key, length);
+    }
+    static quint64 printBit(quint32 print) { return quint64(1) << ((print * 0x9e3779b1u) >> 26); }
+    void addNumbered(QByteArrayView key, QByteArrayView value);
 
     std::unique_ptr<PropertySlot[]> mSlots;
     std::unique_ptr<char[]> mText;

@@ -175,8 +175,12 @@ void UiFileReader::readTag(UiLineScanner &scanner)
     // A new element is made once its attributes are known, so that it can hold
     // them in its own allocation; until then it is where the attributes go.
     readAttributes(scanner, isVar, destination != nullptr);
-    if (destination)
+    if (destination) {
+        // With its repeated keys numbered beforehand, the element can hold
+        // even those in its own allocation.
+        mAttributes.numberRepeatedKeys(mNumberingRoom);
         placeElement(tag, destination->Add(mLastName, tag.type, mAttributes));
+    }
     else if (!mAttributes.isEmpty())
         mCurrentElement->Properties().AddPacked(mAttributes);
 }

@@ -81,4 +81,5 @@ private:
 
     // The attributes of the tag line being read, gathered before they are stored.
     PropertyPack mAttributes;
+    PropertyPack mNumberingRoom;
 };

@@ -323,6 +323,50 @@ private slots:
         }
     }
 
+    // The reader numbers a tag line's repeated keys before it makes the
+    // element; they must be the keys separate adds to a new element give.
+    void packNumbersRepeatedKeysAsSeparateAddsDo_data()
+    {
+        propertiesAddedTogetherGetTheKeysOfSeparateAdds_data();
+        QTest::newRow("numbers past one digit")
+            << QList<QByteArray>(PropertyPack::kMostChecked, QByteArray("K"));
+        QTest::newRow("numbered spellings taken before their turn")
+            << QList<QByteArray> { "a[1]", "a", "A", "a[0]", "a", "a[2]", "a" };
+    }
+
+    void packNumbersRepeatedKeysAsSeparateAddsDo()
+    {
+        QFETCH(QList<QByteArray>, keys);
+        clsProperties oneByOne;
+        PropertyPack pack;
+        for (int i = 0; i < keys.size(); ++i) {
+            oneByOne.Add(keys[i], QByteArray::number(i));
+            pack.add(keys[i], QByteArray::number(i));
+        }
+        PropertyPack room;
+        const bool numbered = pack.numberRepeatedKeys(room);
+        const bool repeats = pack.distinctLeadingKeys() < pack.count();
+        QCOMPARE(numbered, keys.size() <= int(PropertyPack::kMostChecked));
+        QCOMPARE(pack.count(), oneByOne.Count());
+        if (!numbered) {
+            // Left as it was, for the collection to number one by one.
+            QVERIFY(repeats);
+            for (int i = 0; i < keys.size(); ++i)
+                QCOMPARE(pack.keyAt(i), QByteArrayView(keys[i]));
+            return;
+        }
+        QVERIFY(!repeats);
+        for (int i = 0; i < oneByOne.Count(); ++i) {
+            QCOMPARE(pack.keyAt(i), oneByOne.keyAt(i));
+            QCOMPARE(pack.valueAt(i), oneByOne.valueAt(i));
+        }
+        clsElements children;
+        const clsProperties &held = children.Add("t", "TEXT", pack)->Properties();
+        QVERIFY(held.usesLentStorage());
+        QCOMPARE(held.Count(), oneByOne.Count());
+        QCOMPARE(held.keyAt(held.Count() - 1), oneByOne.keyAt(oneByOne.Count() - 1));
+    }
+
     void propertiesCopiedFromTheirOwnCollectionSurviveItsGrowth()
     {
         clsProperties props;
