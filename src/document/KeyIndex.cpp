@@ -141,7 +141,7 @@ QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
         return QByteArray();
     // Small collections simply try every number from 0; large ones remember
     // where the last search for this key ended.
-    const bool hinted = keys.count > kHashThreshold;
+    const bool hinted = keys.count > kHintThreshold;
     const QByteArray base = hinted ? folded(wanted) : QByteArray();
     int n = 0;
     if (hinted && mSuffixHints)

@@ -46,6 +46,10 @@ private:
     // Past this many items, hashing the wanted key once beats comparing it with
     // every key in turn.
     static constexpr int kHashThreshold = 4;
+    // Past this many items, remembering where numbering stopped beats trying
+    // every number from 0 again; below it the hints would take more memory
+    // than the items.
+    static constexpr int kHintThreshold = 32;
 
     // Open addressing with linear probing. Each entry keeps the key's hash so
     // that probing compares keys only when the hashes agree.

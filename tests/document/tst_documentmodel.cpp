@@ -367,6 +367,24 @@ private slots:
         QCOMPARE(held.keyAt(held.Count() - 1), oneByOne.keyAt(oneByOne.Count() - 1));
     }
 
+    // Large collections remember where numbering a key stopped; a small one
+    // that grows past that size numbers on from what it already holds.
+    void numberingGoesOnAsACollectionGrowsLarge()
+    {
+        clsProperties props;
+        for (int i = 0; i < 10; ++i)
+            props.Add("x", QByteArray::number(i));
+        for (int i = 0; i < 30; ++i)
+            props.Add("k" + QByteArray::number(i), "v");
+        QCOMPARE(props.Add("X", "a").Key(), QByteArray("X[9]"));
+        QCOMPARE(props.Add("x", "b").Key(), QByteArray("x[10]"));
+        props.Remove(QByteArrayView("x[3]"));
+        props.Insert(3, "x[3]", "back");
+        QCOMPARE(props.Add("x", "c").Key(), QByteArray("x[11]"));
+        QCOMPARE(props.Add("k0", "d").Key(), QByteArray("k0[0]"));
+        QCOMPARE(props.indexOf("x[11]"), props.Count() - 2);
+    }
+
     void propertiesCopiedFromTheirOwnCollectionSurviveItsGrowth()
     {
         clsProperties props;
