@@ -56,27 +56,28 @@ void UiFileReader::readFile(const QString &path)
     readBytes(file.readAll(), path);
 }
 
+// The line that begins at `start` (which must be before the end), and where
+// the line after it begins, which is at or past the end when there is none.
+UiFileReader::LineSpan UiFileReader::lineAt(const QByteArray &bytes, qsizetype start, qsizetype &next)
+{
+    const char *d = bytes.constData();
+    const qsizetype n = bytes.size();
+    // memchr for the common LF case, then look for an earlier lone CR.
+    const void *lf = memchr(d + start, '\n', size_t(n - start));
+    qsizetype end = lf ? static_cast<const char *>(lf) - d : n;
+    if (const void *cr = memchr(d + start, '\r', size_t(end - start)))
+        end = static_cast<const char *>(cr) - d;
+    next = end + 1;
+    if (end < n && d[end] == '\r' && next < n && d[next] == '\n')
+        ++next;
+    return { start, end - start };
+}
+
 QVector<UiFileReader::LineSpan> UiFileReader::splitLines(const QByteArray &bytes)
 {
     QVector<LineSpan> lines;
-    const char *d = bytes.constData();
-    const qsizetype n = bytes.size();
-    lines.reserve(n / 40 + 1);
-    qsizetype start = 0;
-    while (start < n) {
-        // memchr for the common LF case, then look for an earlier lone CR.
-        const void *lf = memchr(d + start, '\n', size_t(n - start));
-        qsizetype end = lf ? static_cast<const char *>(lf) - d : n;
-        const void *cr = memchr(d + start, '\r', size_t(end - start));
-        if (cr)
-            end = static_cast<const char *>(cr) - d;
-        lines.append({ start, end - start });
-        if (end >= n)
-            break;
-        start = end + 1;
-        if (d[end] == '\r' && start < n && d[start] == '\n')
-            ++start;
-    }
+    for (qsizetype start = 0; start < bytes.size();)
+        lines.append(lineAt(bytes, start, start));
     return lines;
 }
 
@@ -84,28 +85,33 @@ void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
 {
     mBytes = bytes;
     mFileName = fileName;
-    mLines = splitLines(mBytes);
+    mNextLineStart = 0;
+    mPastLastLine = false;
     mInHeader = false;
     mInScript = false;
     mCurrentBlock = nullptr;
     mCurrentElement = nullptr;
     mLastName.clear();
     // Every line, then one more empty line after the last: the reader sees the
-    // file as its lines each ended by CR LF, cut at every LF.
-    for (mLineIndex = 0; mLineIndex <= mLines.size(); ++mLineIndex) {
-        loadLine(mLineIndex, mLine);
+    // file as its lines each ended by CR LF, cut at every LF. Lines are cut as
+    // they are read; a large skin has millions of them.
+    for (mLineIndex = 0;; ++mLineIndex) {
+        loadNextLine(mLine);
         readLine();
+        if (mPastLastLine)
+            break;
     }
 }
 
 // Each line keeps one trailing CR; the extra line after the last one is empty.
-void UiFileReader::loadLine(qsizetype index, QByteArray &line) const
+void UiFileReader::loadNextLine(QByteArray &line)
 {
-    if (index >= mLines.size()) {
+    if (mNextLineStart >= mBytes.size()) {
         line.resize(0);
+        mPastLastLine = true;
         return;
     }
-    const LineSpan &span = mLines.at(index);
+    const LineSpan span = lineAt(mBytes, mNextLineStart, mNextLineStart);
     // Room past the end spares the scanner a reallocation.
     line.reserve(span.length + 1 + UiCharRuns::kSlack);
     line.resize(span.length + 1);
@@ -115,10 +121,10 @@ void UiFileReader::loadLine(qsizetype index, QByteArray &line) const
 
 bool UiFileReader::takeNextLine(QByteArray &line)
 {
-    if (mLineIndex >= mLines.size())
+    if (mPastLastLine)
         return false;
     ++mLineIndex;
-    loadLine(mLineIndex, line);
+    loadNextLine(line);
     return true;
 }
 

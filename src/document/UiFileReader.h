@@ -39,10 +39,11 @@ public:
         qsizetype length;
     };
     static QVector<LineSpan> splitLines(const QByteArray &bytes);
+    static LineSpan lineAt(const QByteArray &bytes, qsizetype start, qsizetype &next);
 
 private:
     bool takeNextLine(QByteArray &line) override;
-    void loadLine(qsizetype index, QByteArray &line) const;
+    void loadNextLine(QByteArray &line);
     void readLine();
     void readScriptLine();
     void readTag(UiLineScanner &scanner);
@@ -64,7 +65,11 @@ private:
 
     QByteArray mBytes;
     QString mFileName;
-    QVector<LineSpan> mLines;
+    // Where the next line of the file begins, and whether the empty line after
+    // the last one has been taken.
+    qsizetype mNextLineStart = 0;
+    bool mPastLastLine = false;
+    // 0-based number of the line being read.
     qsizetype mLineIndex = 0;
     QByteArray mLine;
     // A script line without its tabs and carriage returns.
