@@ -42,6 +42,13 @@ void clsProperties::replaceBlock(char *block, quint32 slotCapacity, quint32 text
     mTextCapacity = textCapacity;
 }
 
+KeyIndex &clsProperties::index() const
+{
+    if (!mIndex)
+        mIndex = std::make_unique<KeyIndex>();
+    return *mIndex;
+}
+
 KeyIndex::Keys clsProperties::keys() const
 {
     auto keyOf = [](const void *owner, int i) {
@@ -105,12 +112,13 @@ void clsProperties::append(QByteArrayView key, QByteArrayView value)
     const Slot slot = store(key, value);
     slotTable()[mCount] = slot;
     ++mCount;
-    mIndex.appended(key, Count() - 1);
+    if (mIndex)
+        mIndex->appended(key, Count() - 1);
 }
 
 clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
 {
-    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : mIndex.numberedKeyIfTaken(key, keys());
+    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : index().numberedKeyIfTaken(key, keys());
     append(numbered.isNull() ? key : QByteArrayView(numbered), value);
     return clsProperty(this, Count() - 1);
 }
@@ -149,7 +157,7 @@ void clsProperties::adoptPacked(const PropertyPack &pack, char *storage)
     mSlotCapacity = quint32(pack.count());
     mTextCapacity = pack.textSize();
     copyLeadingPacked(pack, pack.count());
-    mIndex.invalidate();
+    mIndex.reset();
 }
 
 // Copies the first `count` properties of the pack, slots and text whole, into
@@ -174,7 +182,7 @@ clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayVi
     memmove(s + position + 1, s + position, size_t(mCount - quint32(position)) * sizeof(Slot));
     s[position] = slot;
     ++mCount;
-    mIndex.invalidate();
+    mIndex.reset();
     return clsProperty(this, position);
 }
 
@@ -191,7 +199,7 @@ int clsProperties::indexOf(QByteArrayView key) const
         }
         return -1;
     }
-    return mIndex.indexOf(key, keys());
+    return index().indexOf(key, keys());
 }
 
 clsProperty clsProperties::Find(QByteArrayView key) const
@@ -284,7 +292,7 @@ void clsProperties::Remove(int position)
     mUnusedBytes += s[at].keyLength + s[at].valueLength;
     memmove(s + at, s + at + 1, size_t(mCount - at - 1) * sizeof(Slot));
     --mCount;
-    mIndex.invalidate();
+    mIndex.reset();
     compactIfWasteful();
 }
 
@@ -292,11 +300,11 @@ void clsProperties::Clear()
 {
     replaceBlock(nullptr, 0, 0);
     mCount = mTextSize = mUnusedBytes = 0;
-    mIndex.invalidate();
+    mIndex.reset();
 }
 
 qsizetype clsProperties::memoryUsed() const
 {
     return qsizetype(sizeof(*this) + size_t(mSlotCapacity) * sizeof(Slot) + mTextCapacity)
-        + mIndex.memoryUsed();
+        + (mIndex ? qsizetype(sizeof(KeyIndex)) + mIndex->memoryUsed() : 0);
 }

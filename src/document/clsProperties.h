@@ -113,5 +113,8 @@ private:
     quint32 mTextSize = 0;
     quint32 mTextCapacity = 0;
     quint32 mUnusedBytes = 0;
-    KeyIndex mIndex;
+    // Made when first needed: most collections stay small and are searched
+    // in order, and a large skin has hundreds of thousands of them.
+    KeyIndex &index() const;
+    mutable std::unique_ptr<KeyIndex> mIndex;
 };
