@@ -57,6 +57,31 @@ void clsElement::setElementType(const QByteArray &type)
     mType = type;
 }
 
+QByteArray clsElement::ElementKey() const
+{
+    return mKeyIsName ? mName : mOwnKey ? *mOwnKey : QByteArray();
+}
+
+void clsElement::setElementKey(const QByteArray &key)
+{
+    mKeyIsName = (key == mName);
+    if (mKeyIsName)
+        mOwnKey.reset();
+    else
+        mOwnKey = std::make_unique<QByteArray>(key);
+}
+
+void clsElement::setStrName(const QByteArray &name)
+{
+    // The key stays what it was: it becomes the element's own before the
+    // name changes under it.
+    if (mKeyIsName && name != mName) {
+        mOwnKey = std::make_unique<QByteArray>(mName);
+        mKeyIsName = false;
+    }
+    mName = name;
+}
+
 int clsElement::Index() const
 {
     return mOwner ? mOwner->IndexOf(this) + 1 : 0;
@@ -68,10 +93,9 @@ qsizetype clsElement::memoryUsed() const
     // Storage the properties have moved out of is still part of the element.
     if (!mProperties.usesLentStorage())
         bytes += mInlineBytes;
-    // The name and the key usually share their bytes; count them once then.
     bytes += mName.capacity();
-    if (mKey.constData() != mName.constData())
-        bytes += mKey.capacity();
+    if (mOwnKey)
+        bytes += qsizetype(sizeof(QByteArray)) + mOwnKey->capacity();
     if (mSubElements)
         bytes += mSubElements->memoryUsed();
     return bytes;

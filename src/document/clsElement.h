@@ -42,19 +42,22 @@ public:
 
     // The name as written in the file (may be empty). Renaming keeps the key.
     QByteArray strName() const { return mName; }
-    void setStrName(const QByteArray &name) { mName = name; }
+    void setStrName(const QByteArray &name);
 
     // The key under which the owning collection stores this element.
-    QByteArray ElementKey() const { return mKey; }
-    void setElementKey(const QByteArray &key) { mKey = key; }
+    QByteArray ElementKey() const;
+    void setElementKey(const QByteArray &key);
 
     // Set on template and font-type entries read from another file than the one
     // being edited; such entries are never written back.
     bool IsImported = false;
 
 private:
+    // Whether the key is the name itself, as it is for most elements: they
+    // then hold no key of their own. Shares the padding after IsImported.
+    bool mKeyIsName = false;
     // Bytes after the element given to its properties by createWith(); it
-    // shares the padding after IsImported.
+    // shares the padding after IsImported too.
     quint32 mInlineBytes = 0;
 
 public:
@@ -72,6 +75,11 @@ public:
     int Index() const;
 
     qsizetype memoryUsed() const;
+    // The key without a copy, for the owning collection's look-ups.
+    QByteArrayView keyView() const
+    {
+        return mKeyIsName ? QByteArrayView(mName) : mOwnKey ? QByteArrayView(*mOwnKey) : QByteArrayView();
+    }
 
     static QByteArray upperAscii(QByteArray word);
 
@@ -82,6 +90,7 @@ private:
     std::unique_ptr<clsElements> mSubElements;
     QByteArray mType;
     QByteArray mName;
-    QByteArray mKey;
+    // The key, when it is not the name.
+    std::unique_ptr<QByteArray> mOwnKey;
     clsElements *mOwner = nullptr;
 };

@@ -10,7 +10,7 @@ clsElements::~clsElements() = default;
 KeyIndex::Keys clsElements::keys() const
 {
     auto keyOf = [](const void *owner, int i) {
-        return QByteArrayView(static_cast<const clsElements *>(owner)->mItems[size_t(i)]->mKey);
+        return static_cast<const clsElements *>(owner)->mItems[size_t(i)]->keyView();
     };
     return { this, keyOf, Count() };
 }
@@ -37,10 +37,10 @@ clsElement *clsElements::AddElement(std::unique_ptr<clsElement> element, const Q
 {
     const QByteArray numbered = mIndex.numberedKeyIfTaken(key, keys());
     // A free name is used as the key itself, sharing its bytes.
-    element->mKey = numbered.isNull() ? key : numbered;
+    element->setElementKey(numbered.isNull() ? key : numbered);
     element->mOwner = this;
     mItems.push_back(std::move(element));
-    mIndex.appended(mItems.back()->mKey, Count() - 1);
+    mIndex.appended(mItems.back()->keyView(), Count() - 1);
     return mItems.back().get();
 }
 

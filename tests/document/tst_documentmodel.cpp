@@ -208,6 +208,34 @@ private slots:
         QVERIFY(layers.Find("b") == nullptr);
     }
 
+    // Most elements are stored under their name; the key must still be what
+    // it was made as through renames, numbering, and a move to another place.
+    void keyStaysThroughRenamesAndMoves()
+    {
+        clsElement alone;
+        QCOMPARE(alone.ElementKey(), QByteArray());
+        alone.setStrName("x");
+        QCOMPARE(alone.ElementKey(), QByteArray());
+
+        clsElements layers;
+        clsElement *first = layers.Add("a", "layer");
+        clsElement *second = layers.Add("A", "layer");
+        QCOMPARE(second->ElementKey(), QByteArray("A[0]"));
+        first->setStrName("c");
+        first->setStrName("a");
+        first->setStrName("d");
+        QCOMPARE(first->ElementKey(), QByteArray("a"));
+        second->setStrName("A[0]");
+        QCOMPARE(second->ElementKey(), QByteArray("A[0]"));
+        std::unique_ptr<clsElement> taken = layers.Take(1);
+        taken->setStrName("e");
+        clsElements other;
+        other.Insert(0, std::move(taken));
+        QCOMPARE(other.Find("a[0]")->strName(), QByteArray("e"));
+        QCOMPARE(other.at(0)->ElementKey(), QByteArray("A[0]"));
+        QCOMPARE(layers.Find("A"), first);
+    }
+
     void freedNumberIsReusedAfterARemoval()
     {
         clsProperties props;
