@@ -113,5 +113,6 @@ void PropertyPack::swap(PropertyPack &other) noexcept
     std::swap(mTextSize, other.mTextSize);
     std::swap(mDistinctKeys, other.mDistinctKeys);
     std::swap(mPrintBits, other.mPrintBits);
+    std::swap(mLengthBits, other.mLengthBits);
     std::swap(mPrints, other.mPrints);
 }

@@ -19,6 +19,7 @@ public:
         mTextSize = 0;
         mDistinctKeys = 0;
         mPrintBits = 0;
+        mLengthBits = 0;
     }
 
     // Copies a key and its value in as they are.
@@ -43,6 +44,7 @@ public:
         if (mDistinctKeys == mCount && mCount < kMostChecked)
             noteKey(mText.get() + at, keyLength);
         mSlots[mCount++] = { at, keyLength, valueLength };
+        mLengthBits |= keyLength | valueLength;
         mTextSize = at + keyLength + valueLength;
     }
 
@@ -60,6 +62,9 @@ public:
     // ends up holding the pack as it was.
     bool numberRepeatedKeys(PropertyPack &room);
     void swap(PropertyPack &other) noexcept;
+
+    // Whether every key and value is short enough for compact slots.
+    bool fitsCompactSlots() const { return mLengthBits <= 0xFFFF; }
 
     int count() const { return int(mCount); }
     bool isEmpty() const { return mCount == 0; }
@@ -111,5 +116,7 @@ private:
     quint32 mTextSize = 0;
     quint32 mDistinctKeys = 0;
     quint64 mPrintBits = 0;
+    // All key and value lengths or-ed together.
+    quint32 mLengthBits = 0;
     quint32 mPrints[kMostChecked];
 };

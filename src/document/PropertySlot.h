@@ -10,3 +10,14 @@ struct PropertySlot
     quint32 keyLength;
     quint32 valueLength;
 };
+
+// The same in two thirds of the room, for a key and a value each shorter than
+// 64 KB, as in nearly every skin: a large skin has millions of properties.
+struct CompactPropertySlot
+{
+    quint32 offset;
+    quint16 keyLength;
+    quint16 valueLength;
+
+    static bool fits(const PropertySlot &slot) { return (slot.keyLength | slot.valueLength) <= 0xFFFF; }
+};

@@ -36,6 +36,8 @@ void clsProperties::replaceBlock(char *block, quint32 slotCapacity, quint32 text
 {
     if (mOwnsBlock)
         delete[] mBlock;
+    if (!block)
+        mWideSlots = false;
     mBlock = block;
     mOwnsBlock = block != nullptr;
     mSlotCapacity = slotCapacity;
@@ -59,13 +61,25 @@ KeyIndex::Keys clsProperties::keys() const
 
 void clsProperties::reallocate(quint32 slotCapacity, quint32 textCapacity)
 {
-    char *block = new char[size_t(slotCapacity) * sizeof(Slot) + textCapacity];
-    char *newText = block + size_t(slotCapacity) * sizeof(Slot);
+    char *block = new char[size_t(slotCapacity) * slotSize() + textCapacity];
+    char *newText = block + size_t(slotCapacity) * slotSize();
     if (mCount)
-        memcpy(block, slotTable(), size_t(mCount) * sizeof(Slot));
+        memcpy(block, mBlock, size_t(mCount) * slotSize());
     if (mTextSize)
         memcpy(newText, text(), mTextSize);
     replaceBlock(block, slotCapacity, textCapacity);
+}
+
+// Makes every slot wide, in a block of the same capacities.
+void clsProperties::widenSlots()
+{
+    char *block = new char[size_t(mSlotCapacity) * sizeof(PropertySlot) + mTextCapacity];
+    for (quint32 i = 0; i < mCount; ++i)
+        writeSlot(block, true, i, slotAt(i));
+    if (mTextSize)
+        memcpy(block + size_t(mSlotCapacity) * sizeof(PropertySlot), text(), mTextSize);
+    replaceBlock(block, mSlotCapacity, mTextCapacity);
+    mWideSlots = true;
 }
 
 // Grows the block, when needed, so that `moreSlots` slots and `moreText` bytes
@@ -110,7 +124,8 @@ void clsProperties::append(QByteArrayView key, QByteArrayView value)
     }
     makeRoom(1, quint32(key.size() + value.size()));
     const Slot slot = store(key, value);
-    slotTable()[mCount] = slot;
+    makeSlotFit(slot);
+    setSlotAt(mCount, slot);
     ++mCount;
     if (mIndex)
         mIndex->appended(key, Count() - 1);
@@ -145,7 +160,8 @@ void clsProperties::AddPacked(const PropertyPack &pack)
 
 size_t clsProperties::blockSizeFor(const PropertyPack &pack)
 {
-    return size_t(pack.count()) * sizeof(Slot) + pack.textSize();
+    const size_t slotSize = pack.fitsCompactSlots() ? sizeof(CompactPropertySlot) : sizeof(PropertySlot);
+    return size_t(pack.count()) * slotSize + pack.textSize();
 }
 
 void clsProperties::adoptPacked(const PropertyPack &pack, char *storage)
@@ -154,6 +170,7 @@ void clsProperties::adoptPacked(const PropertyPack &pack, char *storage)
     replaceBlock(nullptr, 0, 0);
     // Lent, not owned: replaceBlock() left mOwnsBlock false.
     mBlock = storage;
+    mWideSlots = !pack.fitsCompactSlots();
     mSlotCapacity = quint32(pack.count());
     mTextCapacity = pack.textSize();
     copyLeadingPacked(pack, pack.count());
@@ -165,7 +182,14 @@ void clsProperties::adoptPacked(const PropertyPack &pack, char *storage)
 void clsProperties::copyLeadingPacked(const PropertyPack &pack, int count)
 {
     const quint32 textBytes = count == pack.count() ? pack.textSize() : pack.slotTable()[count].offset;
-    memcpy(slotTable(), pack.slotTable(), size_t(count) * sizeof(Slot));
+    if (!mWideSlots && !pack.fitsCompactSlots())
+        widenSlots();
+    if (mWideSlots) {
+        memcpy(mBlock, pack.slotTable(), size_t(count) * sizeof(Slot));
+    } else {
+        for (int i = 0; i < count; ++i)
+            setSlotAt(quint32(i), pack.slotTable()[i]);
+    }
     memcpy(text(), pack.text(), textBytes);
     mCount = quint32(count);
     mTextSize = textBytes;
@@ -178,9 +202,11 @@ clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayVi
     position = qBound(0, position, Count());
     makeRoom(1, quint32(key.size() + value.size()));
     const Slot slot = store(key, value);
-    Slot *s = slotTable();
-    memmove(s + position + 1, s + position, size_t(mCount - quint32(position)) * sizeof(Slot));
-    s[position] = slot;
+    makeSlotFit(slot);
+    const size_t size = slotSize();
+    memmove(mBlock + size_t(position + 1) * size, mBlock + size_t(position) * size,
+            size_t(mCount - quint32(position)) * size);
+    setSlotAt(quint32(position), slot);
     ++mCount;
     mIndex.reset();
     return clsProperty(this, position);
@@ -190,11 +216,10 @@ int clsProperties::indexOf(QByteArrayView key) const
 {
     // Most elements have a few properties: compare in place, without the index.
     if (mCount <= 16) {
-        const Slot *s = slotTable();
         const char *t = text();
         for (quint32 i = 0; i < mCount; ++i) {
-            if (s[i].keyLength == quint32(key.size())
-                && KeyIndex::sameKey(QByteArrayView(t + s[i].offset, s[i].keyLength), key))
+            const Slot s = slotAt(i);
+            if (s.keyLength == quint32(key.size()) && KeyIndex::sameKey(QByteArrayView(t + s.offset, s.keyLength), key))
                 return int(i);
         }
         return -1;
@@ -225,19 +250,19 @@ clsProperty clsProperties::Item(int position) const
 
 QByteArrayView clsProperties::keyAt(int index) const
 {
-    const Slot &s = slotTable()[index];
+    const Slot s = slotAt(quint32(index));
     return QByteArrayView(text() + s.offset, s.keyLength);
 }
 
 QByteArrayView clsProperties::valueAt(int index) const
 {
-    const Slot &s = slotTable()[index];
+    const Slot s = slotAt(quint32(index));
     return QByteArrayView(text() + s.offset + s.keyLength, s.valueLength);
 }
 
 void clsProperties::setValueAt(int index, const QByteArray &value)
 {
-    Slot &s = slotTable()[index];
+    Slot s = slotAt(quint32(index));
     if (quint32(value.size()) <= s.valueLength) {
         // Fits where the old value stood.
         if (!value.isEmpty())
@@ -248,9 +273,10 @@ void clsProperties::setValueAt(int index, const QByteArray &value)
         // The key is copied out first: storing may move the block it stands in.
         const QByteArray key = keyAt(index).toByteArray();
         mUnusedBytes += s.keyLength + s.valueLength;
-        const Slot moved = store(key, value);
-        slotTable()[index] = moved;
+        s = store(key, value);
+        makeSlotFit(s);
     }
+    setSlotAt(quint32(index), s);
     compactIfWasteful();
 }
 
@@ -259,15 +285,16 @@ void clsProperties::compactIfWasteful()
     if (mUnusedBytes < 256 || mUnusedBytes * 2 < mTextSize)
         return;
     const quint32 textCapacity = mTextSize - mUnusedBytes;
-    char *block = new char[size_t(mSlotCapacity) * sizeof(Slot) + textCapacity];
-    Slot *s = reinterpret_cast<Slot *>(block);
-    char *newText = block + size_t(mSlotCapacity) * sizeof(Slot);
-    memcpy(s, slotTable(), size_t(mCount) * sizeof(Slot));
+    const bool wide = mWideSlots;
+    char *block = new char[size_t(mSlotCapacity) * slotSize() + textCapacity];
+    char *newText = block + size_t(mSlotCapacity) * slotSize();
     quint32 used = 0;
     for (quint32 i = 0; i < mCount; ++i) {
-        const quint32 length = s[i].keyLength + s[i].valueLength;
-        memcpy(newText + used, text() + s[i].offset, length);
-        s[i].offset = used;
+        Slot s = slotAt(i);
+        const quint32 length = s.keyLength + s.valueLength;
+        memcpy(newText + used, text() + s.offset, length);
+        s.offset = used;
+        writeSlot(block, wide, i, s);
         used += length;
     }
     replaceBlock(block, mSlotCapacity, textCapacity);
@@ -287,10 +314,11 @@ void clsProperties::Remove(int position)
 {
     if (position < 1 || position > Count())
         throw std::out_of_range("No property at position " + std::to_string(position));
-    Slot *s = slotTable();
     const quint32 at = quint32(position - 1);
-    mUnusedBytes += s[at].keyLength + s[at].valueLength;
-    memmove(s + at, s + at + 1, size_t(mCount - at - 1) * sizeof(Slot));
+    const Slot removed = slotAt(at);
+    mUnusedBytes += removed.keyLength + removed.valueLength;
+    const size_t size = slotSize();
+    memmove(mBlock + at * size, mBlock + (at + 1) * size, size_t(mCount - at - 1) * size);
     --mCount;
     mIndex.reset();
     compactIfWasteful();
@@ -305,6 +333,6 @@ void clsProperties::Clear()
 
 qsizetype clsProperties::memoryUsed() const
 {
-    return qsizetype(sizeof(*this) + size_t(mSlotCapacity) * sizeof(Slot) + mTextCapacity)
+    return qsizetype(sizeof(*this) + size_t(mSlotCapacity) * slotSize() + mTextCapacity)
         + (mIndex ? qsizetype(sizeof(KeyIndex)) + mIndex->memoryUsed() : 0);
 }

@@ -86,9 +86,34 @@ private:
 
     // The slot table and the text share one heap block: the slots first, then
     // the text. A large skin has millions of properties in a few hundred
-    // thousand elements, so one allocation per element matters.
-    Slot *slotTable() const { return reinterpret_cast<Slot *>(mBlock); }
-    char *text() const { return mBlock + size_t(mSlotCapacity) * sizeof(Slot); }
+    // thousand elements, so one allocation per element matters. The slots are
+    // compact until a key or a value of 64 KB or more comes; then all of them
+    // become wide.
+    size_t slotSize() const { return mWideSlots ? sizeof(PropertySlot) : sizeof(CompactPropertySlot); }
+    char *text() const { return mBlock + size_t(mSlotCapacity) * slotSize(); }
+    Slot slotAt(quint32 index) const { return readSlot(mBlock, mWideSlots, index); }
+    // The slot must fit the table's size of slot: see makeSlotFit().
+    void setSlotAt(quint32 index, const Slot &slot) { writeSlot(mBlock, mWideSlots, index, slot); }
+    void makeSlotFit(const Slot &slot)
+    {
+        if (!mWideSlots && !CompactPropertySlot::fits(slot))
+            widenSlots();
+    }
+    void widenSlots();
+    static Slot readSlot(const char *table, bool wide, quint32 index)
+    {
+        if (wide)
+            return reinterpret_cast<const PropertySlot *>(table)[index];
+        const CompactPropertySlot &s = reinterpret_cast<const CompactPropertySlot *>(table)[index];
+        return { s.offset, s.keyLength, s.valueLength };
+    }
+    static void writeSlot(char *table, bool wide, quint32 index, const Slot &slot)
+    {
+        if (wide)
+            reinterpret_cast<PropertySlot *>(table)[index] = slot;
+        else
+            reinterpret_cast<CompactPropertySlot *>(table)[index] = { slot.offset, quint16(slot.keyLength), quint16(slot.valueLength) };
+    }
     bool holds(const char *bytes) const
     {
         return bytes && mBlock && bytes >= mBlock && bytes < text() + mTextCapacity;
@@ -108,6 +133,7 @@ private:
     // allocation as itself.
     char *mBlock = nullptr;
     bool mOwnsBlock = false;
+    bool mWideSlots = false;
     quint32 mCount = 0;
     quint32 mSlotCapacity = 0;
     quint32 mTextSize = 0;

@@ -413,6 +413,64 @@ private slots:
         QCOMPARE(props.indexOf("x[11]"), props.Count() - 2);
     }
 
+    // Keys and values of 64 KB and more take wider slots than short ones;
+    // a collection switches when the first one comes, by any way in.
+    void propertiesOfAnyLengthLiveBesideShortOnes()
+    {
+        const QByteArray longValue(70000, 'v');
+        const QByteArray longKey = "k" + QByteArray(65535, 'e');
+        auto checkAll = [](const clsProperties &props, const QList<QPair<QByteArray, QByteArray>> &expected) {
+            QCOMPARE(props.Count(), expected.size());
+            for (int i = 0; i < expected.size(); ++i) {
+                QCOMPARE(props.keyAt(i), QByteArrayView(expected[i].first));
+                QCOMPARE(props.valueAt(i), QByteArrayView(expected[i].second));
+                QCOMPARE(props.indexOf(expected[i].first), i);
+            }
+        };
+
+        clsProperties added;
+        added.Add("x", "1");
+        added.Add("y", "2");
+        added.Add("text", longValue);
+        added.Add(longKey, "3");
+        checkAll(added, { { "x", "1" }, { "y", "2" }, { "text", longValue }, { longKey, "3" } });
+
+        clsProperties set;
+        set.Add("x", "1");
+        set.Add("y", "2");
+        set.setValueAt(0, longValue);
+        checkAll(set, { { "x", longValue }, { "y", "2" } });
+        set.Remove(1);
+        set.setValueAt(0, "short");
+        checkAll(set, { { "y", "short" } });
+
+        clsProperties inserted;
+        inserted.Add("x", "1");
+        inserted.Insert(0, longKey, "2");
+        inserted.Insert(1, "z", longValue);
+        checkAll(inserted, { { longKey, "2" }, { "z", longValue }, { "x", "1" } });
+        const clsProperties copy = inserted;
+        checkAll(copy, { { longKey, "2" }, { "z", longValue }, { "x", "1" } });
+
+        PropertyPack pack;
+        pack.add("a", "1");
+        pack.add("b", longValue);
+        pack.add("a", "2");
+        QVERIFY(!pack.fitsCompactSlots());
+        clsProperties packed;
+        packed.AddPacked(pack);
+        checkAll(packed, { { "a", "1" }, { "b", longValue }, { "a[0]", "2" } });
+        PropertyPack room;
+        QVERIFY(pack.numberRepeatedKeys(room));
+        QVERIFY(!pack.fitsCompactSlots());
+        clsElements children;
+        const clsProperties &held = children.Add("t", "TEXT", pack)->Properties();
+        QVERIFY(held.usesLentStorage());
+        checkAll(held, { { "a", "1" }, { "b", longValue }, { "a[0]", "2" } });
+        pack.clear();
+        QVERIFY(pack.fitsCompactSlots());
+    }
+
     void propertiesCopiedFromTheirOwnCollectionSurviveItsGrowth()
     {
         clsProperties props;
