@@ -115,6 +115,22 @@ inline void copyRun(char *to, const char *from, qsizetype length)
         memcpy(to, from, size_t(length));
 }
 
+// The first CR or LF in [p, end), or `end`. Reads nothing at or past `end`:
+// it runs over a file's bytes, which have no room after them.
+inline const char *lineEnd(const char *p, const char *end)
+{
+    using namespace detail;
+    for (; end - p >= 16; p += 16) {
+        const __m128i x = load(p);
+        const unsigned hits = unsigned(_mm_movemask_epi8(_mm_or_si128(equals(x, '\r'), equals(x, '\n'))));
+        if (hits)
+            return p + __builtin_ctz(hits);
+    }
+    while (p < end && *p != '\r' && *p != '\n')
+        ++p;
+    return p;
+}
+
 #else
 
 inline qsizetype copyLoweredName(char *to, const char *from)
@@ -136,6 +152,13 @@ inline qsizetype valueRun(const char *p)
 inline void copyRun(char *to, const char *from, qsizetype length)
 {
     memcpy(to, from, size_t(length));
+}
+
+inline const char *lineEnd(const char *p, const char *end)
+{
+    while (p < end && *p != '\r' && *p != '\n')
+        ++p;
+    return p;
 }
 
 #endif

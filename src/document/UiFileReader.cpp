@@ -62,11 +62,7 @@ UiFileReader::LineSpan UiFileReader::lineAt(const QByteArray &bytes, qsizetype s
 {
     const char *d = bytes.constData();
     const qsizetype n = bytes.size();
-    // memchr for the common LF case, then look for an earlier lone CR.
-    const void *lf = memchr(d + start, '\n', size_t(n - start));
-    qsizetype end = lf ? static_cast<const char *>(lf) - d : n;
-    if (const void *cr = memchr(d + start, '\r', size_t(end - start)))
-        end = static_cast<const char *>(cr) - d;
+    const qsizetype end = UiCharRuns::lineEnd(d + start, d + n) - d;
     next = end + 1;
     if (end < n && d[end] == '\r' && next < n && d[next] == '\n')
         ++next;

@@ -1,6 +1,8 @@
 #include "UiCharRuns.h"
 
 #include <QtTest>
+#include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -58,6 +60,28 @@ private slots:
             UiCharRuns::copyRun(to.data(), from.constData(), length);
             QCOMPARE(to.left(length), from.left(length));
         }
+    }
+
+    // A line ends at its first CR or LF, wherever that falls around a block,
+    // and the search never reads past the end it is given.
+    void lineEndsAtTheFirstCrOrLfAndStaysInBounds()
+    {
+        for (char terminator : { '\r', '\n' }) {
+            for (int at : { 0, 1, 15, 16, 17, 31, 32, 50 }) {
+                for (int size : { at, at + 1, at + 20 }) {
+                    // Exactly `size` bytes on the heap, so that reading past
+                    // them is a sanitizer's error.
+                    std::unique_ptr<char[]> bytes(new char[size_t(size)]);
+                    for (int i = 0; i < size; ++i)
+                        bytes[i] = char(i == at ? terminator : 'a' + i % 26);
+                    const char *end = bytes.get() + size;
+                    QCOMPARE(UiCharRuns::lineEnd(bytes.get(), end) - bytes.get(), qptrdiff(std::min(at, size)));
+                }
+            }
+        }
+        const QByteArray mixed = "key=value\t\x80\xff and more text\r\n";
+        QCOMPARE(UiCharRuns::lineEnd(mixed.constData(), mixed.constData() + mixed.size()) - mixed.constData(),
+                 qptrdiff(mixed.size() - 2));
     }
 };
 
