@@ -184,15 +184,20 @@ void clsProperties::copyLeadingPacked(const PropertyPack &pack, int count)
     const quint32 textBytes = count == pack.count() ? pack.textSize() : pack.slotTable()[count].offset;
     if (!mWideSlots && !pack.fitsCompactSlots())
         widenSlots();
-    if (mWideSlots) {
+    // memcpy must not see the null buffers of an empty pack, or of one whose
+    // keys and values are all empty.
+    if (mWideSlots && count > 0) {
         memcpy(mBlock, pack.slotTable(), size_t(count) * sizeof(Slot));
-    } else {
+    } else if (!mWideSlots) {
         for (int i = 0; i < count; ++i)
             setSlotAt(quint32(i), pack.slotTable()[i]);
     }
-    memcpy(text(), pack.text(), textBytes);
+    if (textBytes > 0)
+        memcpy(text(), pack.text(), textBytes);
     mCount = quint32(count);
+    // Text left by removed properties is written over.
     mTextSize = textBytes;
+    mUnusedBytes = 0;
 }
 
 clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayView value)

@@ -471,6 +471,49 @@ private slots:
         QVERIFY(pack.fitsCompactSlots());
     }
 
+    // A collection emptied by removals takes a pack over the text its removed
+    // properties left; that text no longer counts as waste.
+    void packStoredAfterEveryPropertyWasRemovedLeavesNoWasteBehind()
+    {
+        clsProperties props;
+        props.Add("first", QByteArray(100, 'a'));
+        props.Add("second", QByteArray(100, 'b'));
+        props.Remove(1);
+        props.Remove(1);
+        QCOMPARE(props.Count(), 0);
+        PropertyPack pack;
+        pack.add("x", "1");
+        props.AddPacked(pack);
+        const clsProperties copy = props;
+        QCOMPARE(copy.Count(), 1);
+        QCOMPARE(copy.valueAt(0), QByteArrayView("1"));
+        props.setValueAt(0, "");
+        props.Add("y", QByteArray(300, 'c'));
+        props.Remove(2);
+        QCOMPARE(props.Count(), 1);
+        QCOMPARE(props.keyAt(0), QByteArrayView("x"));
+        QVERIFY(props.memoryUsed() < 1000);
+    }
+
+    void packOfEmptyKeysAndValuesIsStoredWhole()
+    {
+        PropertyPack pack;
+        pack.add("", "");
+        pack.add("", "");
+        QCOMPARE(pack.textSize(), quint32(0));
+        clsProperties props;
+        props.AddPacked(pack);
+        QCOMPARE(props.Count(), 2);
+        QCOMPARE(props.keyAt(1), QByteArrayView("[0]"));
+        PropertyPack room;
+        QVERIFY(pack.numberRepeatedKeys(room));
+        clsElements children;
+        const clsProperties &held = children.Add("t", "TEXT", pack)->Properties();
+        QCOMPARE(held.Count(), 2);
+        QCOMPARE(held.keyAt(0), QByteArrayView(""));
+        QCOMPARE(held.valueAt(1), QByteArrayView(""));
+    }
+
     void propertiesCopiedFromTheirOwnCollectionSurviveItsGrowth()
     {
         clsProperties props;
