@@ -1,5 +1,6 @@
 #include "NameTable.h"
 
+#include "ByteCopy.h"
 #include "KeyIndex.h"
 
 #include <cstring>
@@ -12,7 +13,7 @@ constexpr quint32 kMostEntries = 1u << 16;
 
 bool sameBytes(const QByteArray &a, QByteArrayView b)
 {
-    return a.size() == b.size() && memcmp(a.constData(), b.data(), size_t(b.size())) == 0;
+    return a.size() == b.size() && ByteCopy::sameSmall(a.constData(), b.data(), size_t(b.size()));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "UiFileReader.h"
 
+#include "ByteCopy.h"
 #include "SkinReadError.h"
 #include "clsKorviInterface.h"
 
@@ -194,9 +195,7 @@ const UiFileReader::TagWord &UiFileReader::tagWordOf(QByteArrayView word)
 {
     for (const TagWord &known : std::as_const(mTagWords)) {
         if (known.spelling.size() == word.size()
-            && (word.isEmpty()
-                || (known.spelling.front() == word.front()
-                    && memcmp(known.spelling.constData(), word.data(), size_t(word.size())) == 0)))
+            && ByteCopy::sameSmall(known.spelling.constData(), word.data(), size_t(word.size())))
             return known;
     }
     const QByteArray type = clsElement::upperAscii(word.toByteArray());
