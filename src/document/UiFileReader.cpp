@@ -183,9 +183,9 @@ void UiFileReader::readTag(UiLineScanner &scanner)
         // even those in its own allocation.
         mAttributes.numberRepeatedKeys(mNumberingRoom);
         placeElement(tag, destination->Add(mLastName, tag.type, mAttributes));
-    }
-    else if (!mAttributes.isEmpty())
+    } else if (!mAttributes.isEmpty()) {
         mCurrentElement->Properties().AddPacked(mAttributes);
+    }
 }
 
 // The element type and the meaning of a tag word. A skin uses a handful of tag

@@ -36,7 +36,7 @@ clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type, con
 clsElement *clsElements::AddElement(std::unique_ptr<clsElement> element, const QByteArray &key)
 {
     const QByteArray numbered = mIndex.numberedKeyIfTaken(key, keys());
-    // A free name is used as the key itself, sharing its bytes.
+    // A free name is the key itself: the element then holds no key of its own.
     element->setElementKey(numbered.isNull() ? key : numbered);
     element->mOwner = this;
     mItems.push_back(std::move(element));
