@@ -5,22 +5,52 @@
 
 namespace ByteCopy {
 
+namespace detail {
+
+// A run of one to two words is its first word and its last word, which
+// overlap when the run is shorter than two words.
+template<typename Word>
+struct Ends
+{
+    Word head;
+    Word tail;
+};
+
+template<typename Word>
+Ends<Word> endsOf(const char *p, size_t length)
+{
+    Ends<Word> ends;
+    memcpy(&ends.head, p, sizeof(Word));
+    memcpy(&ends.tail, p + length - sizeof(Word), sizeof(Word));
+    return ends;
+}
+
+template<typename Word>
+void copyEnds(char *to, const char *from, size_t length)
+{
+    const Ends<Word> ends = endsOf<Word>(from, length);
+    memcpy(to, &ends.head, sizeof(Word));
+    memcpy(to + length - sizeof(Word), &ends.tail, sizeof(Word));
+}
+
+template<typename Word>
+bool sameEnds(const char *a, const char *b, size_t length)
+{
+    const Ends<Word> x = endsOf<Word>(a, length);
+    const Ends<Word> y = endsOf<Word>(b, length);
+    return ((x.head ^ y.head) | (x.tail ^ y.tail)) == 0;
+}
+
+} // namespace detail
+
 // Keys and values of a skin are mostly a few bytes long: two overlapping word
 // copies beat a call to memcpy and a byte loop.
 inline void copySmall(char *to, const char *from, quint32 length)
 {
     if (length >= 8 && length <= 16) {
-        quint64 head, tail;
-        memcpy(&head, from, 8);
-        memcpy(&tail, from + length - 8, 8);
-        memcpy(to, &head, 8);
-        memcpy(to + length - 8, &tail, 8);
+        detail::copyEnds<quint64>(to, from, length);
     } else if (length >= 4 && length < 8) {
-        quint32 head, tail;
-        memcpy(&head, from, 4);
-        memcpy(&tail, from + length - 4, 4);
-        memcpy(to, &head, 4);
-        memcpy(to + length - 4, &tail, 4);
+        detail::copyEnds<quint32>(to, from, length);
     } else if (length > 16) {
         memcpy(to, from, length);
     } else {
@@ -34,22 +64,10 @@ inline void copySmall(char *to, const char *from, quint32 length)
 // compares beat a call to memcmp.
 inline bool sameSmall(const char *a, const char *b, size_t length)
 {
-    if (length >= 8 && length <= 16) {
-        quint64 a1, a2, b1, b2;
-        memcpy(&a1, a, 8);
-        memcpy(&b1, b, 8);
-        memcpy(&a2, a + length - 8, 8);
-        memcpy(&b2, b + length - 8, 8);
-        return ((a1 ^ b1) | (a2 ^ b2)) == 0;
-    }
-    if (length >= 4 && length < 8) {
-        quint32 a1, a2, b1, b2;
-        memcpy(&a1, a, 4);
-        memcpy(&b1, b, 4);
-        memcpy(&a2, a + length - 4, 4);
-        memcpy(&b2, b + length - 4, 4);
-        return ((a1 ^ b1) | (a2 ^ b2)) == 0;
-    }
+    if (length >= 8 && length <= 16)
+        return detail::sameEnds<quint64>(a, b, length);
+    if (length >= 4 && length < 8)
+        return detail::sameEnds<quint32>(a, b, length);
     if (length > 16)
         return memcmp(a, b, length) == 0;
     for (size_t i = 0; i < length; ++i) {
