@@ -193,17 +193,44 @@ void UiFileReader::readTag(UiLineScanner &scanner)
 // bytes of each type instead of holding copies.
 const UiFileReader::TagWord &UiFileReader::tagWordOf(QByteArrayView word)
 {
-    for (const TagWord &known : std::as_const(mTagWords)) {
+    // Tags come in no order a processor could predict, so a search through
+    // the words met in turn would end in a mispredicted branch at nearly every
+    // tag: the words are found through a small hash table instead.
+    size_t slot = tagWordSlot(word);
+    for (; mTagWordTable[slot] != kNoTagWord; slot = (slot + 1) % mTagWordTable.size()) {
+        const TagWord &known = mTagWords.at(mTagWordTable[slot]);
         if (known.spelling.size() == word.size()
             && ByteCopy::sameSmall(known.spelling.constData(), word.data(), size_t(word.size())))
             return known;
     }
     const QByteArray type = clsElement::upperAscii(word.toByteArray());
     // Past this many distinct words (only in odd files) the oldest is replaced.
-    if (mTagWords.size() >= 64)
+    if (mTagWords.size() >= kMostTagWords) {
         mTagWords.removeFirst();
+        mTagWordTable.fill(kNoTagWord);
+        for (qsizetype i = 0; i < mTagWords.size(); ++i)
+            placeTagWord(i);
+    }
     mTagWords.append({ word.toByteArray(), type, kindOfType(type) });
+    placeTagWord(mTagWords.size() - 1);
     return mTagWords.constLast();
+}
+
+size_t UiFileReader::tagWordSlot(QByteArrayView word)
+{
+    if (word.isEmpty())
+        return 0;
+    const quint32 print = quint32(word.size()) << 16 | quint32(quint8(word.front())) << 8 | quint8(word.back());
+    // The table has 256 entries: the hash's top eight bits.
+    return (print * 0x9e3779b1u) >> 24;
+}
+
+void UiFileReader::placeTagWord(qsizetype index)
+{
+    size_t slot = tagWordSlot(mTagWords.at(index).spelling);
+    while (mTagWordTable[slot] != kNoTagWord)
+        slot = (slot + 1) % mTagWordTable.size();
+    mTagWordTable[slot] = quint8(index);
 }
 
 // Does what the tag does to the reader's state, and returns the collection

@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QVector>
+#include <array>
 
 class clsKorviInterface;
 class clsElement;
@@ -54,6 +55,8 @@ private:
         TagKind kind;
     };
     const TagWord &tagWordOf(QByteArrayView word);
+    static size_t tagWordSlot(QByteArrayView word);
+    void placeTagWord(qsizetype index);
     clsElements *openElement(const TagWord &tag);
     void placeElement(const TagWord &tag, clsElement *element);
     void readAttributes(UiLineScanner &scanner, bool isVar, bool makesElement);
@@ -81,8 +84,19 @@ private:
     clsElement *mCurrentElement = nullptr;
     QByteArray mLastName;
     NameTable mNames;
-    // Tag words met so far.
+    // Tag words met so far, and a hash table of their positions, at most a
+    // quarter full.
     QVector<TagWord> mTagWords;
+    static constexpr qsizetype kMostTagWords = 64;
+    static constexpr quint8 kNoTagWord = 255;
+    std::array<quint8, 256> mTagWordTable = makeEmptyTagWordTable();
+    static constexpr std::array<quint8, 256> makeEmptyTagWordTable()
+    {
+        std::array<quint8, 256> table {};
+        for (quint8 &entry : table)
+            entry = kNoTagWord;
+        return table;
+    }
 
     // The attributes of the tag line being read, gathered before they are stored.
     PropertyPack mAttributes;

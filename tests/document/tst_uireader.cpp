@@ -32,6 +32,32 @@ class TestUiReader : public QObject
     Q_OBJECT
 
 private slots:
+    // Tag words are remembered as they come; a file with more distinct ones
+    // than are kept still reads every tag by its own word, in any case, and
+    // so does the empty tag word.
+    void everyTagWordIsReadForWhatItIsAmongManyOthers()
+    {
+        QByteArray text = "<LAYER a>\r\n";
+        for (int round = 0; round < 2; ++round) {
+            for (int i = 0; i < 150; ++i)
+                text += "<Word" + QByteArray::number(i) + " w" + QByteArray::number(i) + ">\r\n";
+            text += "<text t" + QByteArray::number(round) + ">\r\n<TEXT u" + QByteArray::number(round) + ">\r\n<>\r\n";
+        }
+        text += "</LAYER>\r\n<VAR v=1>\r\n";
+        clsKorviInterface doc;
+        QCOMPARE(read(doc, text), 0);
+        const clsElements &children = doc.Layers().Item("a")->SubElements();
+        QCOMPARE(children.Count(), 2 * 153);
+        QCOMPARE(children.Item("w149[0]")->ElementType(), QByteArray("WORD149"));
+        QCOMPARE(children.Item("w0")->ElementType(), QByteArray("WORD0"));
+        QCOMPARE(children.Item("t1")->ElementType(), QByteArray("TEXT"));
+        QCOMPARE(children.Item("u1")->ElementType(), QByteArray("TEXT"));
+        QCOMPARE(children.Item("[0]")->ElementType(), QByteArray());
+        QCOMPARE(children.Item("[0]")->strName(), QByteArray());
+        QCOMPARE(doc.Layers().Count(), 2);
+        QCOMPARE(doc.Layers().Item(2)->ElementType(), QByteArray("VAR"));
+    }
+
     void repeatedAttributesOfAnyCaseAreKept()
     {
         clsKorviInterface doc;
