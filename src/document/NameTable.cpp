@@ -18,20 +18,32 @@ bool sameBytes(const QByteArray &a, QByteArrayView b)
 
 } // namespace
 
-QByteArray NameTable::intern(QByteArrayView name)
+const QByteArray &NameTable::intern(QByteArrayView name)
 {
     if (name.isEmpty())
-        return name.toByteArray();
-    if ((mUsed + 1) * 2 > mSize) {
-        if (mSize >= kMostEntries)
-            return name.toByteArray();
+        return mUnkept = name.toByteArray();
+    if (mSize == 0)
         grow();
-    }
+    const size_t hash = KeyIndex::foldedHash(name);
     const quint32 mask = mSize - 1;
-    quint32 at = quint32(KeyIndex::foldedHash(name)) & mask;
+    quint32 at = quint32(hash) & mask;
     for (; !mEntries[at].isNull(); at = (at + 1) & mask) {
         if (sameBytes(mEntries[at], name))
             return mEntries[at];
+    }
+    return keep(name, hash, at);
+}
+
+// A name met for the first time, whose free entry is `at`: kept while the
+// table may grow.
+const QByteArray &NameTable::keep(QByteArrayView name, size_t hash, quint32 at)
+{
+    if ((mUsed + 1) * 2 > mSize) {
+        if (mSize >= kMostEntries)
+            return mUnkept = name.toByteArray();
+        grow();
+        const quint32 mask = mSize - 1;
+        for (at = quint32(hash) & mask; !mEntries[at].isNull(); at = (at + 1) & mask) { }
     }
     mEntries[at] = name.toByteArray();
     ++mUsed;

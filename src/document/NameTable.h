@@ -11,13 +11,17 @@
 class NameTable
 {
 public:
-    QByteArray intern(QByteArrayView name);
+    // The name's shared copy; the reference stays valid until the next call.
+    const QByteArray &intern(QByteArrayView name);
 
 private:
     void grow();
+    const QByteArray &keep(QByteArrayView name, size_t hash, quint32 at);
 
     // Open addressing; a null array marks a free entry.
     std::unique_ptr<QByteArray[]> mEntries;
     quint32 mSize = 0;
     quint32 mUsed = 0;
+    // What intern() returns for a name it does not keep.
+    QByteArray mUnkept;
 };

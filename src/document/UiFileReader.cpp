@@ -88,7 +88,7 @@ void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
     mInScript = false;
     mCurrentBlock = nullptr;
     mCurrentElement = nullptr;
-    mLastName.clear();
+    mLastName = &mNoName;
     // Every line, then one more empty line after the last: the reader sees the
     // file as its lines each ended by CR LF, cut at every LF. Lines are cut as
     // they are read; a large skin has millions of them.
@@ -171,7 +171,7 @@ void UiFileReader::readTag(UiLineScanner &scanner)
         QByteArrayView name = scanner.ReadName();
         if (name.endsWith('/'))
             name.chop(1);
-        mLastName = mNames.intern(name);
+        mLastName = &mNames.intern(name);
     }
     // A var tag has no name word: it takes the name of the tag before it.
     clsElements *destination = openElement(tag);
@@ -182,7 +182,7 @@ void UiFileReader::readTag(UiLineScanner &scanner)
         // With its repeated keys numbered beforehand, the element can hold
         // even those in its own allocation.
         mAttributes.numberRepeatedKeys(mNumberingRoom);
-        placeElement(tag, destination->Add(mLastName, tag.type, mAttributes));
+        placeElement(tag, destination->Add(*mLastName, tag.type, mAttributes));
     } else if (!mAttributes.isEmpty()) {
         mCurrentElement->Properties().AddPacked(mAttributes);
     }

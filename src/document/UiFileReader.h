@@ -82,7 +82,10 @@ private:
     bool mInScript = false;
     clsElement *mCurrentBlock = nullptr;
     clsElement *mCurrentElement = nullptr;
-    QByteArray mLastName;
+    // The name of the last tag that had one, as the name table keeps it: it
+    // is used before the next name is looked up, and needs no copy.
+    const QByteArray *mLastName = &mNoName;
+    const QByteArray mNoName;
     NameTable mNames;
     // Tag words met so far, and a hash table of their positions, at most a
     // quarter full.

@@ -416,6 +416,27 @@ private slots:
         QCOMPARE(first->ElementKey(), QByteArray("btnBack"));
     }
 
+    // Past tens of thousands of distinct names the table of names stops
+    // growing; later names are copied as they are, var tags still take the
+    // name before them, and names already kept are still shared.
+    void namesPastTheTableOfNamesAreKeptToo()
+    {
+        QByteArray text = "<LAYER a>\n";
+        const int names = 40000;
+        for (int i = 0; i < names; ++i)
+            text += "<TEXT n" + QByteArray::number(i) + ">\n";
+        text += "<TEXT n5>\n</LAYER>\n<LAYER last>\n<VAR v=1>\n";
+        clsKorviInterface doc;
+        QCOMPARE(read(doc, text), 0);
+        const clsElements &children = doc.Layers().Item("a")->SubElements();
+        QCOMPARE(children.Count(), names + 1);
+        QCOMPARE(children.at(names - 1)->strName(), QByteArray("n" + QByteArray::number(names - 1)));
+        QCOMPARE(children.Item("n39999")->Index(), names);
+        QVERIFY(children.Item("n5[0]")->strName().isSharedWith(children.Item("n5")->strName()));
+        QCOMPARE(doc.Layers().Item(3)->strName(), QByteArray("last"));
+        QCOMPARE(doc.Layers().Item(3)->ElementKey(), QByteArray("last[0]"));
+    }
+
     void missingFileIsAnError()
     {
         clsKorviInterface doc;
