@@ -173,6 +173,30 @@ QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
     return candidate;
 }
 
+bool KeyIndex::claimIfFree(QByteArrayView key, const Keys &keys)
+{
+    if (keys.count <= kHashThreshold && !mTable)
+        return indexOf(key, keys) < 0;
+    if (!mTable)
+        buildTable(keys);
+    const quint32 hash = quint32(foldedHash(key));
+    const quint32 mask = mTableSize - 1;
+    quint32 at = hash & mask;
+    for (; mTable[at].indexPlusOne != 0; at = (at + 1) & mask) {
+        const Entry &e = mTable[at];
+        if (e.hash == hash && sameKey(keys.keyAt(keys.owner, e.indexPlusOne - 1), key))
+            return false;
+    }
+    if ((mUsed + 1) * 2 > mTableSize) {
+        growTable();
+        insertEntry(hash, keys.count);
+    } else {
+        mTable[at] = { hash, keys.count + 1 };
+        ++mUsed;
+    }
+    return true;
+}
+
 void KeyIndex::appended(QByteArrayView key, int index)
 {
     if (!mTable)

@@ -29,6 +29,12 @@ public:
     // Counting starts at 0, not 1, so a second "x" is "x[0]".
     QByteArray numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys);
 
+    // When no item has this key: records that the item about to be appended
+    // (at position keys.count) has it, and returns true. Otherwise changes
+    // nothing and returns false. One look-up does both, for the many items
+    // added under a free key.
+    bool claimIfFree(QByteArrayView key, const Keys &keys);
+
     // Call after an item with this key was appended at `index`.
     void appended(QByteArrayView key, int index);
     // Call after any removal, insertion or reordering: positions have moved.

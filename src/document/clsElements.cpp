@@ -35,12 +35,19 @@ clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type, con
 
 clsElement *clsElements::AddElement(std::unique_ptr<clsElement> element, const QByteArray &key)
 {
-    const QByteArray numbered = mIndex.numberedKeyIfTaken(key, keys());
     // A free name is the key itself: the element then holds no key of its own.
-    element->setElementKey(numbered.isNull() ? key : numbered);
+    const bool free = mIndex.claimIfFree(key, keys());
+    element->setElementKey(free ? key : mIndex.numberedKeyIfTaken(key, keys()));
     element->mOwner = this;
-    mItems.push_back(std::move(element));
-    mIndex.appended(mItems.back()->keyView(), Count() - 1);
+    try {
+        mItems.push_back(std::move(element));
+    } catch (...) {
+        // The index may already list the element that did not fit.
+        mIndex.invalidate();
+        throw;
+    }
+    if (!free)
+        mIndex.appended(mItems.back()->keyView(), Count() - 1);
     return mItems.back().get();
 }
 

@@ -555,6 +555,24 @@ private slots:
         QCOMPARE(layers.Add("layer5", "LAYER")->ElementKey(), QByteArray("layer5"));
     }
 
+    // Each add looks its name up and records the new key at once; at every
+    // size, through the growth of the table, every key stays found in any
+    // case and a repeat is numbered.
+    void everyKeyIsFoundAtEverySizeAsElementsAreAdded()
+    {
+        clsElements layers;
+        QList<QByteArray> keys;
+        for (int i = 0; i < 200; ++i) {
+            const QByteArray name = i % 7 == 3 ? keys[i / 2].toUpper() : "Name" + QByteArray::number(i);
+            keys << layers.Add(name, "LAYER")->ElementKey();
+            if (i % 7 == 3)
+                QCOMPARE(keys.last(), name + "[0]");
+            for (int k = 0; k < keys.size(); ++k)
+                QCOMPARE(layers.indexOf(keys[k].toLower()), k);
+            QCOMPARE(layers.indexOf("missing"), -1);
+        }
+    }
+
     void elementsNumberRepeatedNamesPastOneDigit()
     {
         clsElements layers;
