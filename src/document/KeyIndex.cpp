@@ -125,14 +125,22 @@ int KeyIndex::indexOf(QByteArrayView key, const Keys &keys) const
     }
     if (!mTable)
         buildTable(keys);
-    const quint32 hash = quint32(foldedHash(key));
+    // A free entry has indexPlusOne 0.
+    return mTable[probe(key, quint32(foldedHash(key)), keys)].indexPlusOne - 1;
+}
+
+// The entry of the item with this key, or the free entry where it would go.
+// Forced inline: the reader runs through it for every element it adds.
+Q_ALWAYS_INLINE quint32 KeyIndex::probe(QByteArrayView key, quint32 hash, const Keys &keys) const
+{
     const quint32 mask = mTableSize - 1;
-    for (quint32 at = hash & mask; mTable[at].indexPlusOne != 0; at = (at + 1) & mask) {
+    quint32 at = hash & mask;
+    for (; mTable[at].indexPlusOne != 0; at = (at + 1) & mask) {
         const Entry &e = mTable[at];
         if (e.hash == hash && sameKey(keys.keyAt(keys.owner, e.indexPlusOne - 1), key))
-            return e.indexPlusOne - 1;
+            break;
     }
-    return -1;
+    return at;
 }
 
 QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
@@ -180,13 +188,9 @@ bool KeyIndex::claimIfFree(QByteArrayView key, const Keys &keys)
     if (!mTable)
         buildTable(keys);
     const quint32 hash = quint32(foldedHash(key));
-    const quint32 mask = mTableSize - 1;
-    quint32 at = hash & mask;
-    for (; mTable[at].indexPlusOne != 0; at = (at + 1) & mask) {
-        const Entry &e = mTable[at];
-        if (e.hash == hash && sameKey(keys.keyAt(keys.owner, e.indexPlusOne - 1), key))
-            return false;
-    }
+    const quint32 at = probe(key, hash, keys);
+    if (mTable[at].indexPlusOne != 0)
+        return false;
     if ((mUsed + 1) * 2 > mTableSize) {
         growTable();
         insertEntry(hash, keys.count);

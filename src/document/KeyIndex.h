@@ -67,6 +67,7 @@ private:
     void allocateTable(quint32 size) const;
     void buildTable(const Keys &keys) const;
     void insertEntry(quint32 hash, int index) const;
+    quint32 probe(QByteArrayView key, quint32 hash, const Keys &keys) const;
     void growTable() const;
 
     mutable std::unique_ptr<Entry[]> mTable;
