@@ -26,6 +26,8 @@ public:
     enum class TagKind { Header, HeaderEnd, Var, Block, BlockEnd, Script, ScriptEnd, Template, FontType, Child };
 
     UiFileReader(clsKorviInterface &document, bool imported);
+    // It points into itself (the last name read).
+    Q_DISABLE_COPY_MOVE(UiFileReader)
 
     // Reads the file at `path`; throws SkinReadError when it cannot be opened.
     void readFile(const QString &path);
