@@ -143,10 +143,8 @@ Q_ALWAYS_INLINE quint32 KeyIndex::probe(QByteArrayView key, quint32 hash, const 
     return at;
 }
 
-QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
+QByteArray KeyIndex::numberedKey(QByteArrayView wanted, const Keys &keys)
 {
-    if (indexOf(wanted, keys) < 0)
-        return QByteArray();
     // Small collections simply try every number from 0; large ones remember
     // where the last search for this key ended.
     const bool hinted = keys.count > kHintThreshold;
@@ -155,21 +153,13 @@ QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
     if (hinted && mSuffixHints)
         n = mSuffixHints->value(base, 0);
     // "wanted[n]", rewritten in place for each number tried.
-    QByteArray candidate(wanted.size() + 13, Qt::Uninitialized);
+    QByteArray candidate(wanted.size() + kLongestNumberSuffix, Qt::Uninitialized);
     if (!wanted.isEmpty())
         memcpy(candidate.data(), wanted.data(), size_t(wanted.size()));
-    candidate[wanted.size()] = '[';
     for (;; ++n) {
-        char digits[12];
-        char *d = std::end(digits);
-        for (unsigned v = unsigned(n); d == std::end(digits) || v != 0; v /= 10)
-            *--d = char('0' + v % 10);
-        const qsizetype length = std::end(digits) - d;
-        char *at = candidate.data() + wanted.size() + 1;
-        memcpy(at, d, size_t(length));
-        at[length] = ']';
-        if (indexOf(QByteArrayView(candidate.constData(), wanted.size() + length + 2), keys) < 0) {
-            candidate.truncate(wanted.size() + length + 2);
+        const qsizetype length = wanted.size() + writeNumberSuffix(candidate.data() + wanted.size(), unsigned(n));
+        if (indexOf(QByteArrayView(candidate.constData(), length), keys) < 0) {
+            candidate.truncate(length);
             break;
         }
     }
@@ -179,6 +169,19 @@ QByteArray KeyIndex::numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys)
         mSuffixHints->insert(base, n + 1);
     }
     return candidate;
+}
+
+qsizetype KeyIndex::writeNumberSuffix(char *to, unsigned n)
+{
+    char digits[10];
+    char *d = std::end(digits);
+    for (unsigned v = n; d == std::end(digits) || v != 0; v /= 10)
+        *--d = char('0' + v % 10);
+    const qsizetype length = std::end(digits) - d;
+    to[0] = '[';
+    memcpy(to + 1, d, size_t(length));
+    to[length + 1] = ']';
+    return length + 2;
 }
 
 bool KeyIndex::claimIfFree(QByteArrayView key, const Keys &keys)

@@ -24,10 +24,14 @@ public:
     // Position (0-based) of the item with this key, or -1.
     int indexOf(QByteArrayView key, const Keys &keys) const;
 
-    // The key a new item that wants `wanted` gets: "wanted[0]", "wanted[1]", ...
-    // the first one that is free, or a null array when `wanted` itself is free.
-    // Counting starts at 0, not 1, so a second "x" is "x[0]".
-    QByteArray numberedKeyIfTaken(QByteArrayView wanted, const Keys &keys);
+    // The key a new item gets that wants `wanted`, which is taken:
+    // "wanted[0]", "wanted[1]", ... the first one that is free. Counting
+    // starts at 0, not 1, so a second "x" is "x[0]".
+    QByteArray numberedKey(QByteArrayView wanted, const Keys &keys);
+    // Writes the number part "[n]" of a numbered key at `to`, which has room
+    // for kLongestNumberSuffix bytes, and returns its length.
+    static qsizetype writeNumberSuffix(char *to, unsigned n);
+    static constexpr qsizetype kLongestNumberSuffix = 12;
 
     // When no item has this key: records that the item about to be appended
     // (at position keys.count) has it, and returns true. Otherwise changes

@@ -82,20 +82,12 @@ bool PropertyPack::numberRepeatedKeys(PropertyPack &room)
 // Adds `key` as "key[n]" with the lowest n not yet taken; counting starts at 0.
 void PropertyPack::addNumbered(QByteArrayView key, QByteArrayView value)
 {
-    // A pack this small never needs more than two digits.
-    static_assert(kMostChecked < 100);
     const quint32 keyLength = quint32(key.size());
-    char *out = reserve(size_t(keyLength) + 4 + size_t(value.size()));
+    char *out = reserve(size_t(keyLength) + KeyIndex::kLongestNumberSuffix + size_t(value.size()));
     ByteCopy::copySmall(out, key.data(), keyLength);
-    out[keyLength] = '[';
     quint32 numberedLength = 0;
-    for (quint32 n = 0;; ++n) {
-        char *digits = out + keyLength + 1;
-        if (n >= 10)
-            *digits++ = char('0' + n / 10);
-        *digits++ = char('0' + n % 10);
-        *digits++ = ']';
-        numberedLength = quint32(digits - out);
+    for (unsigned n = 0;; ++n) {
+        numberedLength = keyLength + quint32(KeyIndex::writeNumberSuffix(out + keyLength, n));
         if (!holdsKey(out, numberedLength))
             break;
     }

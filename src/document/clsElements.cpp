@@ -37,7 +37,7 @@ clsElement *clsElements::AddElement(std::unique_ptr<clsElement> element, const Q
 {
     // A free name is the key itself: the element then holds no key of its own.
     const bool free = mIndex.claimIfFree(key, keys());
-    element->setElementKey(free ? key : mIndex.numberedKeyIfTaken(key, keys()));
+    element->setElementKey(free ? key : mIndex.numberedKey(key, keys()));
     element->mOwner = this;
     try {
         mItems.push_back(std::move(element));

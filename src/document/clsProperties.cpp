@@ -133,7 +133,7 @@ void clsProperties::append(QByteArrayView key, QByteArrayView value)
 
 clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
 {
-    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : index().numberedKeyIfTaken(key, keys());
+    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : index().numberedKey(key, keys());
     append(numbered.isNull() ? key : QByteArrayView(numbered), value);
     return clsProperty(this, Count() - 1);
 }
