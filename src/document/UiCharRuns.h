@@ -21,6 +21,18 @@ namespace UiCharRuns {
 // Sixteen bytes are read and written at a time past the run's end.
 inline constexpr int kSlack = 16;
 
+namespace detail {
+
+// The first CR or LF in [p, end), or `end`, a byte at a time.
+inline const char *lineEndByBytes(const char *p, const char *end)
+{
+    while (p < end && *p != '\r' && *p != '\n')
+        ++p;
+    return p;
+}
+
+} // namespace detail
+
 #if defined(__SSE2__)
 
 namespace detail {
@@ -126,9 +138,7 @@ inline const char *lineEnd(const char *p, const char *end)
         if (hits)
             return p + __builtin_ctz(hits);
     }
-    while (p < end && *p != '\r' && *p != '\n')
-        ++p;
-    return p;
+    return lineEndByBytes(p, end);
 }
 
 #else
@@ -156,9 +166,7 @@ inline void copyRun(char *to, const char *from, qsizetype length)
 
 inline const char *lineEnd(const char *p, const char *end)
 {
-    while (p < end && *p != '\r' && *p != '\n')
-        ++p;
-    return p;
+    return detail::lineEndByBytes(p, end);
 }
 
 #endif
