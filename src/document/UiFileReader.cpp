@@ -93,23 +93,47 @@ void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
     // file as its lines each ended by CR LF, cut at every LF. Lines are cut as
     // they are read; a large skin has millions of them.
     for (mLineIndex = 0;; ++mLineIndex) {
-        loadNextLine(mLine);
-        readLine();
+        readLine(nextLine());
         if (mPastLastLine)
             break;
     }
+}
+
+// The next line with its trailing CR. A line that ends with CR LF in the file
+// already looks so there: the scanner needs the CR, and a byte after it that
+// ends any run begun past the CR, as the LF does. Such a line is read where it
+// stands when the scanner may read a block past it; other lines are copied
+// into mLine. Most skins end their lines with CR LF, so few lines are copied.
+QByteArrayView UiFileReader::nextLine()
+{
+    if (mNextLineStart >= mBytes.size()) {
+        loadNextLine(mLine);
+    } else {
+        const LineSpan span = lineAt(mBytes, mNextLineStart, mNextLineStart);
+        const qsizetype crAt = span.offset + span.length;
+        if (crAt + 2 + UiCharRuns::kSlack <= mBytes.size() && mBytes.at(crAt) == '\r' && mBytes.at(crAt + 1) == '\n')
+            return QByteArrayView(mBytes.constData() + span.offset, span.length + 1);
+        copyLine(span, mLine);
+    }
+    return QByteArrayView(mLine.constData(), mLine.size());
 }
 
 // Each line keeps one trailing CR; the extra line after the last one is empty.
 void UiFileReader::loadNextLine(QByteArray &line)
 {
     if (mNextLineStart >= mBytes.size()) {
+        line.reserve(UiCharRuns::kSlack);
         line.resize(0);
         mPastLastLine = true;
         return;
     }
-    const LineSpan span = lineAt(mBytes, mNextLineStart, mNextLineStart);
-    // Room past the end spares the scanner a reallocation.
+    copyLine(lineAt(mBytes, mNextLineStart, mNextLineStart), line);
+}
+
+// The copy has room for a block past its end, and the array's terminating
+// NUL ends any run begun past its CR.
+void UiFileReader::copyLine(LineSpan span, QByteArray &line) const
+{
     line.reserve(span.length + 1 + UiCharRuns::kSlack);
     line.resize(span.length + 1);
     memcpy(line.data(), mBytes.constData() + span.offset, size_t(span.length));
@@ -125,15 +149,15 @@ bool UiFileReader::takeNextLine(QByteArray &line)
     return true;
 }
 
-void UiFileReader::readLine()
+void UiFileReader::readLine(QByteArrayView line)
 {
-    UiLineScanner scanner(mLine, this);
+    UiLineScanner scanner(line.data(), line.size(), mLine, this);
     scanner.position = scanner.NextTokenStart(1);
     if (scanner.position == 0)
         scanner.position = 1;
     if (scanner.atEnd() || scanner.current() != '<') {
         if (mInScript)
-            readScriptLine();
+            readScriptLine(line);
         return;
     }
     readTag(scanner);
@@ -141,11 +165,11 @@ void UiFileReader::readLine()
 
 // Inside a script block every plain line is one script line, without its tabs
 // and carriage returns and the blanks around it; empty lines count too.
-void UiFileReader::readScriptLine()
+void UiFileReader::readScriptLine(QByteArrayView line)
 {
-    mScriptText.resize(mLine.size());
+    mScriptText.resize(line.size());
     char *out = mScriptText.data();
-    for (char c : std::as_const(mLine)) {
+    for (char c : line) {
         if (c != '\t' && c != '\r')
             *out++ = c;
     }

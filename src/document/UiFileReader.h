@@ -46,9 +46,11 @@ public:
 
 private:
     bool takeNextLine(QByteArray &line) override;
+    QByteArrayView nextLine();
     void loadNextLine(QByteArray &line);
-    void readLine();
-    void readScriptLine();
+    void copyLine(LineSpan span, QByteArray &line) const;
+    void readLine(QByteArrayView line);
+    void readScriptLine(QByteArrayView line);
     void readTag(UiLineScanner &scanner);
     struct TagWord
     {
@@ -76,6 +78,7 @@ private:
     bool mPastLastLine = false;
     // 0-based number of the line being read.
     qsizetype mLineIndex = 0;
+    // A line copied out of the file, or grown by a quoted value.
     QByteArray mLine;
     // A script line without its tabs and carriage returns.
     QByteArray mScriptText;

@@ -37,10 +37,20 @@ UiLineScanner::Span UiLineScanner::readQuotedValue(qint64 start, qint64 quoteAt)
             break;
         }
         i = mSize + 1;
-        mLine.append(next);
-        refresh();
+        appendLine(next);
     }
     return endValue(start, i);
+}
+
+void UiLineScanner::appendLine(const QByteArray &next)
+{
+    // A line read where it stands in the file is copied before it grows.
+    if (mData != mBuffer.constData())
+        mBuffer = QByteArray(mData, mSize);
+    mBuffer.reserve(mBuffer.size() + next.size() + UiCharRuns::kSlack);
+    mBuffer.append(next);
+    mData = mBuffer.constData();
+    mSize = mBuffer.size();
 }
 
 QByteArray UiLineScanner::StripQuotes(const QByteArray &value, const QByteArray &fallback)

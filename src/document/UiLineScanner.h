@@ -12,12 +12,12 @@
 // and a position past the end behaves the same way.
 //
 // A quoted value may run over several lines: the scanner then asks for the next
-// line and appends it to the current one.
+// line and appends it to the current one, in a buffer of its own.
 //
 // The scanning functions are inline: a large skin has millions of attributes,
 // each a handful of bytes, so the cost is in the calls rather than the loops.
 // Runs of name or value characters need no bounds check: a line ends with its
-// CR and the array's terminating NUL, neither of which belongs to a run.
+// CR and a byte after it, neither of which belongs to a run.
 class UiLineScanner
 {
 public:
@@ -30,7 +30,15 @@ public:
         virtual bool takeNextLine(QByteArray &line) = 0;
     };
 
-    UiLineScanner(QByteArray &line, LineSource *more) : mLine(line), mMore(more) { refresh(); }
+    // Scans the line of `size` bytes at `data`, which ends with a CR followed
+    // by a byte that belongs to no run (a NUL, or the LF of a file's CR LF);
+    // UiCharRuns::kSlack bytes after the CR must be readable. The line may lie
+    // in the middle of a file. When a quoted value pulls in lines, the line is
+    // copied into `buffer` and grows there.
+    UiLineScanner(const char *data, qint64 size, QByteArray &buffer, LineSource *more)
+        : mBuffer(buffer), mMore(more), mData(data), mSize(size)
+    {
+    }
 
     qint64 position = 1;
 
@@ -128,21 +136,14 @@ private:
         return Span { start - 1, end - start };
     }
     Span readQuotedValue(qint64 start, qint64 quoteAt);
-    // The line's bytes are our own: `data()` does not detach, and the pointer
-    // stays valid until the line grows. Runs are measured a block at a time,
-    // so the line keeps room for one block past its end.
-    void refresh()
-    {
-        if (mLine.capacity() < mLine.size() + UiCharRuns::kSlack)
-            mLine.reserve(mLine.size() + UiCharRuns::kSlack);
-        mData = mLine.data();
-        mSize = mLine.size();
-    }
+    void appendLine(const QByteArray &next);
 
-    QByteArray &mLine;
+    QByteArray &mBuffer;
     LineSource *mMore;
-    char *mData = nullptr;
-    qint64 mSize = 0;
+    // The pointer stays valid until the line grows. Runs are measured a block
+    // at a time, so a block past the end may be read.
+    const char *mData;
+    qint64 mSize;
 };
 
 // One pass over the line per attribute: the key is lowered on its way into the

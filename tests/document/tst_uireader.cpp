@@ -1,3 +1,4 @@
+#include "DocumentJson.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
@@ -15,6 +16,28 @@ qint64 read(clsKorviInterface &doc, const QByteArray &text, bool imported = fals
         return error.line();
     }
     return 0;
+}
+
+// The document read from `text`, with the line of any error, as JSON.
+QByteArray dumpOf(const QByteArray &text)
+{
+    clsKorviInterface doc;
+    try {
+        UiFileReader(doc, false).readBytes(text, QStringLiteral("test.ui"));
+    } catch (const SkinReadError &error) {
+        return DocumentToJson(doc, &error);
+    }
+    return DocumentToJson(doc, nullptr);
+}
+
+// The lines of `lines` joined with `end` after each but the last, and after
+// the last too when `endLast` is set.
+QByteArray joined(const QList<QByteArray> &lines, const QByteArray &end, bool endLast)
+{
+    QByteArray text = lines.join(end);
+    if (endLast)
+        text += end;
+    return text;
 }
 
 QList<QByteArray> keysOf(const clsProperties &props)
@@ -88,6 +111,45 @@ private slots:
         // The second line was consumed by the value, not read again as a line.
         QCOMPARE(layer->subElementCount(), 2);
         QCOMPARE(layer->SubElements().Item(2)->strName(), QByteArray("u"));
+    }
+
+    // Whatever ends the lines, the reader sees the same lines, each ended by
+    // one CR: a skin reads alike with CR LF, lone CR and lone LF, and with the
+    // kinds mixed. This holds for a line read where it stands in the file and
+    // for one copied out of it, as the last lines of a file are, and for
+    // quoted values that pull in the lines after them.
+    void everyKindOfLineEndReadsAlike()
+    {
+        const QList<QByteArray> body = {
+            "<header>", "\t<VAR v=1 note='two", "lines'>", "</header>",
+            "<LAYER a x=1 text=\"open", "", "still open\" y=2>", "\t<TEXT t bmp=x.bmp VISIBLE>",
+            "\t<SCRIPT s>", "\t\tif x > 1 then", "  call it(\"a\")  ", "\t</SCRIPT>",
+            "\t<TEXT u text='last", "line'>",
+            // Nothing after "=": the value is empty, whatever begins the next line.
+            "\t<TEXT e w=", "plain", "</LAYER>", "<LAYER b q='x",
+        };
+        // Long enough that the body's lines stand far from the end of the file.
+        QList<QByteArray> padded = body;
+        for (int i = 0; i < 8; ++i)
+            padded << QByteArray("\t<TEXT p") + QByteArray::number(i) + " x=" + QByteArray::number(i) + ">";
+        for (const QList<QByteArray> &lines : { body, padded }) {
+            for (bool endLast : { false, true }) {
+                const QByteArray expected = dumpOf(joined(lines, "\r\n", endLast));
+                QVERIFY(expected.contains("still open"));
+                QVERIFY(expected.contains("[\"w\", \"\"]"));
+                QCOMPARE(dumpOf(joined(lines, "\r", endLast)), expected);
+                QCOMPARE(dumpOf(joined(lines, "\n", endLast)), expected);
+                // Mixed: the kind of end changes from line to line.
+                QByteArray mixed;
+                const QByteArray ends[] = { "\r\n", "\n", "\r" };
+                for (int i = 0; i < lines.size(); ++i) {
+                    mixed += lines[i];
+                    if (i + 1 < lines.size() || endLast)
+                        mixed += ends[i % 3];
+                }
+                QCOMPARE(dumpOf(mixed), expected);
+            }
+        }
     }
 
     void scriptLinesLoseTabsAndOuterBlanks()
