@@ -64,7 +64,10 @@ QByteArray clsElement::ElementKey() const
 
 void clsElement::setElementKey(const QByteArray &key)
 {
-    mKeyIsName = (key == mName);
+    // Most often the key is the very name the element was just given, bytes
+    // shared: that needs no comparing.
+    const bool sameBytes = key.constData() == mName.constData() && key.size() == mName.size();
+    mKeyIsName = sameBytes || key == mName;
     if (mKeyIsName)
         mOwnKey.reset();
     else
