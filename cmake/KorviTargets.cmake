@@ -32,7 +32,7 @@ endfunction()
 
 # Link-time optimisation of the hot library code (the skin reader above all):
 # the reader's work is spread over many small functions in several files, and
-# optimising them together saves a tenth of its instructions. Every program
+# optimising them together saves 7% of its instructions. Every program
 # and test that links the library optimises its code at link time.
 function(korvi_optimise_library name)
     if(KORVI_LTO_ACTIVE)
