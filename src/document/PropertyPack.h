@@ -64,7 +64,7 @@ public:
     void swap(PropertyPack &other) noexcept;
 
     // Whether every key and value is short enough for compact slots.
-    bool fitsCompactSlots() const { return mLengthBits <= 0xFFFF; }
+    bool fitsCompactSlots() const { return CompactPropertySlot::fitsLengths(mLengthBits); }
 
     int count() const { return int(mCount); }
     bool isEmpty() const { return mCount == 0; }

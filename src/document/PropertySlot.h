@@ -19,5 +19,7 @@ struct CompactPropertySlot
     quint16 keyLength;
     quint16 valueLength;
 
-    static bool fits(const PropertySlot &slot) { return (slot.keyLength | slot.valueLength) <= 0xFFFF; }
+    // Whether lengths whose bits are or-ed together in `lengthBits` fit.
+    static bool fitsLengths(quint32 lengthBits) { return lengthBits <= 0xFFFF; }
+    static bool fits(const PropertySlot &slot) { return fitsLengths(slot.keyLength | slot.valueLength); }
 };

@@ -160,8 +160,7 @@ void clsProperties::AddPacked(const PropertyPack &pack)
 
 size_t clsProperties::blockSizeFor(const PropertyPack &pack)
 {
-    const size_t slotSize = pack.fitsCompactSlots() ? sizeof(CompactPropertySlot) : sizeof(PropertySlot);
-    return size_t(pack.count()) * slotSize + pack.textSize();
+    return size_t(pack.count()) * slotSize(!pack.fitsCompactSlots()) + pack.textSize();
 }
 
 void clsProperties::adoptPacked(const PropertyPack &pack, char *storage)

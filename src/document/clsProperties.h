@@ -89,7 +89,8 @@ private:
     // thousand elements, so one allocation per element matters. The slots are
     // compact until a key or a value of 64 KB or more comes; then all of them
     // become wide.
-    size_t slotSize() const { return mWideSlots ? sizeof(PropertySlot) : sizeof(CompactPropertySlot); }
+    static size_t slotSize(bool wide) { return wide ? sizeof(PropertySlot) : sizeof(CompactPropertySlot); }
+    size_t slotSize() const { return slotSize(mWideSlots); }
     char *text() const { return mBlock + size_t(mSlotCapacity) * slotSize(); }
     Slot slotAt(quint32 index) const { return readSlot(mBlock, mWideSlots, index); }
     // The slot must fit the table's size of slot: see makeSlotFit().
