@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "Commands.h"
+#include "KorviProject.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -42,7 +43,14 @@ int printHelp()
     QString text = QStringLiteral("usage: korvi SUBCOMMAND [ARGS]\n\nSubcommands:\n");
     for (const Subcommand &s : kSubcommands)
         text += QStringLiteral("  %1\n").arg(QLatin1String(s.summary));
+    text += QStringLiteral("  version (or --version)                     print the program's version\n");
     CommandLine::printOut(text.toUtf8());
+    return 0;
+}
+
+int printVersion()
+{
+    CommandLine::printOut(QByteArrayLiteral("korvi " KORVI_VERSION "\n"));
     return 0;
 }
 
@@ -51,12 +59,15 @@ int printHelp()
 int main(int argc, char *argv[])
 {
     const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(KORVI_VERSION));
     QStringList args = QCoreApplication::arguments().mid(1);
     if (args.isEmpty())
         return CommandLine::usageError(QStringLiteral("no subcommand given"));
     const QString name = args.takeFirst();
     if (name == QLatin1String("help") || name == QLatin1String("--help") || name == QLatin1String("-h"))
         return printHelp();
+    if (name == QLatin1String("version") || name == QLatin1String("--version"))
+        return printVersion();
     for (const Subcommand &s : kSubcommands) {
         if (name == QLatin1String(s.name))
             return s.run(args);

@@ -1,11 +1,16 @@
 #pragma once
 
+#include "KorviProject.h"
+
 #include <QString>
 
-// The program's name, version and maker, as the about box shows them.
+// The program's name, version and maker, as the about box and --version show them.
 namespace ApplicationInfo {
 
 inline QString title() { return QStringLiteral("Korvi8 Skin Editor"); }
+
+// The name the program is started by.
+inline QString programName() { return QStringLiteral("korvi-editor"); }
 
 // "major.minor.revision" of the build.
 inline QString version()
@@ -15,8 +20,8 @@ inline QString version()
 
 inline QString credit() { return QStringLiteral("Made by the Korvi8 Skin Editor developers, for skin makers"); }
 
-inline QString homePage() { return QStringLiteral("https://github.com/korvi8/skin-editor"); }
+inline QString homePage() { return QStringLiteral(KORVI_HOME_PAGE); }
 
-inline QString issuesPage() { return QStringLiteral("https://github.com/korvi8/skin-editor/issues"); }
+inline QString issuesPage() { return QStringLiteral(KORVI_HOME_PAGE "/issues"); }
 
 } // namespace ApplicationInfo

@@ -1,49 +1,92 @@
 #include "EditorStartup.h"
 
+#include "ApplicationInfo.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "clsElement.h"
 #include "frmEditor.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QFileInfo>
 #include <QTextStream>
 #include <QTreeView>
 
 namespace EditorStartup {
 
+namespace {
+
+// The command line korvi-editor understands. Qt's parser also takes
+// "--skin-dir=DIR", and lists the options for --help.
+class StartupParser
+{
+public:
+    StartupParser()
+        : help(parser.addHelpOption())
+        , version(parser.addVersionOption())
+    {
+        parser.setApplicationDescription(ApplicationInfo::title());
+        parser.addOption(skinDirectory);
+        parser.addOption(screenshot);
+        parser.addPositionalArgument(QStringLiteral("target"),
+                                     QStringLiteral("A .ui file to open, or a folder to open whole."),
+                                     QStringLiteral("[FILE.ui | FOLDER]"));
+    }
+
+    QCommandLineParser parser;
+    const QCommandLineOption help;
+    const QCommandLineOption version;
+    const QCommandLineOption skinDirectory {
+        QStringLiteral("skin-dir"), QStringLiteral("The default skin directory for this run."),
+        QStringLiteral("DIR")
+    };
+    const QCommandLineOption screenshot {
+        QStringLiteral("screenshot"),
+        QStringLiteral("Open, show the first layer, write a picture of the window and end."),
+        QStringLiteral("OUT.png")
+    };
+};
+
+} // namespace
+
 QString usage()
 {
-    return QStringLiteral("usage: korvi-editor [--skin-dir DIR] [--screenshot OUT.png] [FILE.ui | FOLDER]");
+    return StartupParser().parser.helpText();
+}
+
+QString versionLine()
+{
+    return ApplicationInfo::programName() + QLatin1Char(' ') + ApplicationInfo::version();
 }
 
 Options parse(const QStringList &arguments, QString &error)
 {
     Options options;
-    for (int i = 1; i < arguments.size(); ++i) {
-        const QString &a = arguments.at(i);
-        auto value = [&](QString &into) {
-            if (i + 1 >= arguments.size()) {
-                error = a + QStringLiteral(" wants a value");
-                return;
-            }
-            into = arguments.at(++i);
-        };
-        if (a == QLatin1String("--skin-dir")) {
-            value(options.skinDirectory);
-            options.hasSkinDirectory = true;
-        } else if (a == QLatin1String("--screenshot")) {
-            value(options.screenshot);
-        } else if (a.startsWith(QLatin1String("--"))) {
-            error = QStringLiteral("unknown option ") + a;
-        } else if (options.target.isEmpty()) {
-            options.target = a;
-        } else {
-            error = QStringLiteral("only one file or folder can be opened");
-        }
-        if (!error.isEmpty())
-            break;
+    StartupParser p;
+    if (!p.parser.parse(arguments)) {
+        error = p.parser.errorText();
+        return options;
     }
+    // Only Qt's parser knows the text of --help-all (its own options too): it
+    // prints it and ends the program, as in every Qt program.
+    if (p.parser.isSet(QStringLiteral("help-all")))
+        p.parser.process(arguments);
+    if (p.parser.isSet(p.help)) {
+        options.message = p.parser.helpText();
+        return options;
+    }
+    if (p.parser.isSet(p.version)) {
+        options.message = versionLine() + QLatin1Char('\n');
+        return options;
+    }
+    options.hasSkinDirectory = p.parser.isSet(p.skinDirectory);
+    options.skinDirectory = p.parser.value(p.skinDirectory);
+    options.screenshot = p.parser.value(p.screenshot);
+    const QStringList targets = p.parser.positionalArguments();
+    if (targets.size() > 1)
+        error = QStringLiteral("only one file or folder can be opened");
+    else if (!targets.isEmpty())
+        options.target = targets.first();
     return options;
 }
 

@@ -14,9 +14,14 @@ struct Options
     bool hasSkinDirectory = false;
     QString screenshot;    // --screenshot: write a picture of the window and end
     QString target;        // a .ui file, or a folder, to open
+    QString message;       // --help or --version: printed in place of starting the editor
 };
 
+// The options and arguments, as --help lists them.
 QString usage();
+
+// "korvi-editor 0.1.0": the program's name and version.
+QString versionLine();
 
 // The options of `arguments` (the program's name first); `error` says what was
 // wrong with them, empty when nothing was.

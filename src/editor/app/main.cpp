@@ -1,18 +1,20 @@
 // korvi-editor: the skin editor's window.
 //
 //   korvi-editor [--skin-dir DIR] [--screenshot OUT.png] [FILE.ui | FOLDER]
+//   korvi-editor --help | --version
 //
 // A file is opened as the Open command opens it, a folder as the Dir command;
 // --skin-dir sets the default skin directory for this run; --screenshot opens,
 // shows the first layer, writes a picture of the window and ends.
+#include "ApplicationInfo.h"
 #include "EditorEnvironment.h"
+#include "EditorStartup.h"
 #include "QtDialogs.h"
 #include "SettingsFile.h"
 #include "SkinContext.h"
 #include "WebLink.h"
 #include "clsKorviInterface.h"
 #include "frmEditor.h"
-#include "EditorStartup.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -20,7 +22,8 @@
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("korvi-editor"));
+    QApplication::setApplicationName(ApplicationInfo::programName());
+    QApplication::setApplicationVersion(ApplicationInfo::version());
     QApplication::setOrganizationName(QStringLiteral("Korvi8"));
 
     QString error;
@@ -28,6 +31,10 @@ int main(int argc, char *argv[])
     if (!error.isEmpty()) {
         QTextStream(stderr) << error << '\n' << EditorStartup::usage() << '\n';
         return 2;
+    }
+    if (!options.message.isEmpty()) {
+        QTextStream(stdout) << options.message;
+        return 0;
     }
 
     clsKorviInterface document;

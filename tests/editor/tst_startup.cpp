@@ -1,0 +1,146 @@
+#include "EditorStartup.h"
+#include "KorviProject.h"
+
+#include <QProcess>
+#include <QtTest>
+
+namespace {
+
+EditorStartup::Options parsed(const QStringList &arguments, QString &error)
+{
+    return EditorStartup::parse(QStringList{ QStringLiteral("korvi-editor") } + arguments, error);
+}
+
+struct Run
+{
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+Run editor(const QStringList &args)
+{
+    QProcess p;
+    p.start(QStringLiteral(KORVI_EDITOR_EXECUTABLE), args);
+    p.waitForFinished(60000);
+    return { p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError() };
+}
+
+} // namespace
+
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theOptionsAndTheTargetAreRead()
+    {
+        QString error;
+        const EditorStartup::Options o =
+            parsed({ "--skin-dir", "skins/demo", "--screenshot", "shot.png", "main.ui" }, error);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+        QVERIFY(o.hasSkinDirectory);
+        QCOMPARE(o.skinDirectory, QStringLiteral("skins/demo"));
+        QCOMPARE(o.screenshot, QStringLiteral("shot.png"));
+        QCOMPARE(o.target, QStringLiteral("main.ui"));
+        QVERIFY(o.message.isEmpty());
+    }
+
+    void aValueMayFollowAnEqualsSign()
+    {
+        QString error;
+        const EditorStartup::Options o = parsed({ "main.ui", "--skin-dir=skins/demo" }, error);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+        QCOMPARE(o.skinDirectory, QStringLiteral("skins/demo"));
+        QCOMPARE(o.target, QStringLiteral("main.ui"));
+    }
+
+    void withoutArgumentsNothingIsSet()
+    {
+        QString error;
+        const EditorStartup::Options o = parsed({}, error);
+        QVERIFY(error.isEmpty());
+        QVERIFY(!o.hasSkinDirectory);
+        QVERIFY(o.screenshot.isEmpty());
+        QVERIFY(o.target.isEmpty());
+        QVERIFY(o.message.isEmpty());
+    }
+
+    void anUnknownOptionIsAnError()
+    {
+        QString error;
+        parsed({ "--frobnicate", "main.ui" }, error);
+        QVERIFY(error.contains(QStringLiteral("frobnicate")));
+    }
+
+    void anOptionWithoutItsValueIsAnError()
+    {
+        QString error;
+        parsed({ "--skin-dir" }, error);
+        QVERIFY(error.contains(QStringLiteral("skin-dir")));
+    }
+
+    void onlyOneTargetCanBeOpened()
+    {
+        QString error;
+        parsed({ "a.ui", "b.ui" }, error);
+        QCOMPARE(error, QStringLiteral("only one file or folder can be opened"));
+    }
+
+    void helpListsEveryOption()
+    {
+        QString error;
+        const EditorStartup::Options o = parsed({ "--help" }, error);
+        QVERIFY(error.isEmpty());
+        QVERIFY(o.message.contains(QStringLiteral("--skin-dir <DIR>")));
+        QVERIFY(o.message.contains(QStringLiteral("--screenshot <OUT.png>")));
+        QVERIFY(o.message.contains(QStringLiteral("--version")));
+        QVERIFY(o.message.contains(QStringLiteral("[FILE.ui | FOLDER]")));
+        QCOMPARE(o.message, EditorStartup::usage());
+    }
+
+    void versionNamesTheProgramAndTheBuildsVersion()
+    {
+        for (const char *option : { "--version", "-v" }) {
+            QString error;
+            const EditorStartup::Options o = parsed({ option }, error);
+            QVERIFY(error.isEmpty());
+            QCOMPARE(o.message, QStringLiteral("korvi-editor " KORVI_VERSION "\n"));
+        }
+        QCOMPARE(EditorStartup::versionLine(), QStringLiteral("korvi-editor " KORVI_VERSION));
+    }
+
+    void theProgramPrintsItsVersion()
+    {
+        const Run run = editor({ "--version" });
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out, QByteArray("korvi-editor " KORVI_VERSION "\n"));
+    }
+
+    void theProgramPrintsItsHelp()
+    {
+        const Run run = editor({ "--help" });
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.out.contains("--skin-dir <DIR>"));
+        QVERIFY(!run.err.contains("nknown option"));
+    }
+
+    void theProgramPrintsQtsOptionsToo()
+    {
+        const Run run = editor({ "--help-all" });
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.out.contains("--skin-dir <DIR>"));
+        QVERIFY(run.out.contains("-platform"));
+    }
+
+    void theProgramRefusesAnUnknownOption()
+    {
+        const Run run = editor({ "--frobnicate" });
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY(run.err.contains("frobnicate"));
+        QVERIFY(run.out.isEmpty());
+    }
+};
+
+QTEST_MAIN(TestStartup)
+#include "tst_startup.moc"
