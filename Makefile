@@ -1,18 +1,21 @@
 # Two commands do all the set-up on a fresh Debian machine:
 #   make run    install what is missing, build, run the main job on the demo skin
-#   make test   the same build, then the whole test suite
+#   make test   the same build, then the whole test suite and the package check
+# and one makes the Debian package:
+#   make package   build/korvi-skin-editor_VERSION_ARCH.deb
 BUILD_DIR ?= build
 FUZZ_DIR  ?= fuzz-build
 JOBS      ?= $(shell nproc)
 FUZZ_SECONDS ?= 300
 
 PACKAGES := cmake ninja-build g++ make qt6-base-dev libbenchmark-dev \
-            fonts-dejavu-core fonts-liberation2 poppler-utils
+            fonts-dejavu-core fonts-liberation2 poppler-utils \
+            dpkg-dev file desktop-file-utils appstream
 FUZZ_PACKAGES := clang libclang-rt-14-dev
 
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: all deps configure build run test bench fuzz-deps fuzz clean
+.PHONY: all deps configure build run test package package-check bench fuzz-deps fuzz clean
 
 all: build
 
@@ -45,6 +48,15 @@ run: build
 
 test: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+	$(MAKE) package-check
+
+package: build
+	cmake --build $(BUILD_DIR) --target package
+
+# Builds the package, installs it on this machine, runs the installed programs
+# and removes it again (needs root or sudo).
+package-check: build
+	./scripts/package-check.sh $(BUILD_DIR)
 
 bench: build
 	@for b in $(BUILD_DIR)/bench/bench_*; do echo "== $$b"; $$b; done
