@@ -1,23 +1,11 @@
+#include "../ProgramRun.h"
 #include "KorviProject.h"
 
-#include <QProcess>
 #include <QtTest>
 
 namespace {
 
-struct Run
-{
-    int exitCode = -1;
-    QByteArray out;
-};
-
-Run korvi(const QStringList &args)
-{
-    QProcess p;
-    p.start(QStringLiteral(KORVI_EXECUTABLE), args);
-    p.waitForFinished(60000);
-    return { p.exitCode(), p.readAllStandardOutput() };
-}
+ProgramRun korvi(const QStringList &args) { return runProgram(QStringLiteral(KORVI_EXECUTABLE), args); }
 
 } // namespace
 
@@ -28,14 +16,14 @@ class TestKorviVersion : public QObject
 private slots:
     void theVersionOptionPrintsTheBuildsVersion()
     {
-        const Run run = korvi({ "--version" });
+        const ProgramRun run = korvi({ "--version" });
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.out, QByteArray("korvi " KORVI_VERSION "\n"));
     }
 
     void theVersionSubcommandPrintsTheSameLine()
     {
-        const Run run = korvi({ "version" });
+        const ProgramRun run = korvi({ "version" });
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.out, QByteArray("korvi " KORVI_VERSION "\n"));
     }
@@ -49,7 +37,7 @@ private slots:
 
     void helpListsTheVersionSubcommand()
     {
-        const Run run = korvi({ "help" });
+        const ProgramRun run = korvi({ "help" });
         QCOMPARE(run.exitCode, 0);
         QVERIFY(run.out.contains("\n  version (or --version) "));
     }

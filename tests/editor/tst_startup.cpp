@@ -1,7 +1,7 @@
+#include "../ProgramRun.h"
 #include "EditorStartup.h"
 #include "KorviProject.h"
 
-#include <QProcess>
 #include <QtTest>
 
 namespace {
@@ -11,19 +11,9 @@ EditorStartup::Options parsed(const QStringList &arguments, QString &error)
     return EditorStartup::parse(QStringList{ QStringLiteral("korvi-editor") } + arguments, error);
 }
 
-struct Run
+ProgramRun editor(const QStringList &args)
 {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-Run editor(const QStringList &args)
-{
-    QProcess p;
-    p.start(QStringLiteral(KORVI_EDITOR_EXECUTABLE), args);
-    p.waitForFinished(60000);
-    return { p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError() };
+    return runProgram(QStringLiteral(KORVI_EDITOR_EXECUTABLE), args);
 }
 
 } // namespace
@@ -112,14 +102,14 @@ private slots:
 
     void theProgramPrintsItsVersion()
     {
-        const Run run = editor({ "--version" });
+        const ProgramRun run = editor({ "--version" });
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.out, QByteArray("korvi-editor " KORVI_VERSION "\n"));
     }
 
     void theProgramPrintsItsHelp()
     {
-        const Run run = editor({ "--help" });
+        const ProgramRun run = editor({ "--help" });
         QCOMPARE(run.exitCode, 0);
         QVERIFY(run.out.contains("--skin-dir <DIR>"));
         QVERIFY(!run.err.contains("nknown option"));
@@ -127,7 +117,7 @@ private slots:
 
     void theProgramPrintsQtsOptionsToo()
     {
-        const Run run = editor({ "--help-all" });
+        const ProgramRun run = editor({ "--help-all" });
         QCOMPARE(run.exitCode, 0);
         QVERIFY(run.out.contains("--skin-dir <DIR>"));
         QVERIFY(run.out.contains("-platform"));
@@ -135,7 +125,7 @@ private slots:
 
     void theProgramRefusesAnUnknownOption()
     {
-        const Run run = editor({ "--frobnicate" });
+        const ProgramRun run = editor({ "--frobnicate" });
         QCOMPARE(run.exitCode, 2);
         QVERIFY(run.err.contains("frobnicate"));
         QVERIFY(run.out.isEmpty());
