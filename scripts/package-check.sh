@@ -42,6 +42,11 @@ case "$depends" in
 esac
 
 work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+step "the package's files, as a software centre reads them"
+dpkg-deb -x "$deb" "$work/tree"
+appstreamcli validate-tree --no-net "$work/tree"
+
 trap 'remove_package; rm -rf "$work"' EXIT
 step "installing $deb"
 $sudo dpkg -i "$deb"
