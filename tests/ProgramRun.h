@@ -11,9 +11,11 @@ struct ProgramRun
     QByteArray err;
 };
 
-inline ProgramRun runProgram(const QString &program, const QStringList &args)
+inline ProgramRun runProgram(const QString &program, const QStringList &args,
+                             const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
 {
     QProcess p;
+    p.setProcessEnvironment(environment);
     p.start(program, args);
     p.waitForFinished(60000);
     return { p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError() };

@@ -90,6 +90,13 @@ Options parse(const QStringList &arguments, QString &error)
     return options;
 }
 
+bool asksOnlyForText(const QStringList &arguments)
+{
+    StartupParser p;
+    p.parser.parse(arguments); // Qt's own options are unknown here: that is no error
+    return p.parser.isSet(p.help) || p.parser.isSet(QStringLiteral("help-all")) || p.parser.isSet(p.version);
+}
+
 void openTarget(frmEditor &window, const QString &target)
 {
     if (target.isEmpty())

@@ -27,6 +27,11 @@ QString versionLine();
 // wrong with them, empty when nothing was.
 Options parse(const QStringList &arguments, QString &error);
 
+// Whether the command line asks only for a text (--help, --help-all or
+// --version), which needs no window. Read before the application exists, so
+// Qt's own options, such as -platform, are still among `arguments`.
+bool asksOnlyForText(const QStringList &arguments);
+
 // Opens the target (a folder as Dir does, a file as Open does).
 void openTarget(frmEditor &window, const QString &target);
 

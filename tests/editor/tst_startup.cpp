@@ -11,9 +11,19 @@ EditorStartup::Options parsed(const QStringList &arguments, QString &error)
     return EditorStartup::parse(QStringList{ QStringLiteral("korvi-editor") } + arguments, error);
 }
 
-ProgramRun editor(const QStringList &args)
+ProgramRun editor(const QStringList &args,
+                  const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
 {
-    return runProgram(QStringLiteral(KORVI_EDITOR_EXECUTABLE), args);
+    return runProgram(QStringLiteral(KORVI_EDITOR_EXECUTABLE), args, environment);
+}
+
+// The environment of a machine without a display, where no platform is chosen.
+QProcessEnvironment withoutDisplay()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : { "QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY" })
+        environment.remove(QLatin1String(name));
+    return environment;
 }
 
 } // namespace
@@ -100,11 +110,31 @@ private slots:
         QCOMPARE(EditorStartup::versionLine(), QStringLiteral("korvi-editor " KORVI_VERSION));
     }
 
+    void onlyHelpAndVersionAskForAText()
+    {
+        for (const char *option : { "--help", "-h", "--help-all", "--version", "-v" })
+            QVERIFY2(EditorStartup::asksOnlyForText({ "korvi-editor", option }), option);
+        QVERIFY(EditorStartup::asksOnlyForText({ "korvi-editor", "-platform", "xcb", "--version" }));
+        QVERIFY(!EditorStartup::asksOnlyForText({ "korvi-editor" }));
+        QVERIFY(!EditorStartup::asksOnlyForText({ "korvi-editor", "--skin-dir", "skins", "main.ui" }));
+        QVERIFY(!EditorStartup::asksOnlyForText({ "korvi-editor", "--screenshot", "--version" }));
+    }
+
     void theProgramPrintsItsVersion()
     {
         const ProgramRun run = editor({ "--version" });
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.out, QByteArray("korvi-editor " KORVI_VERSION "\n"));
+    }
+
+    void theVersionAndHelpNeedNoDisplay()
+    {
+        const ProgramRun version = editor({ "--version" }, withoutDisplay());
+        QCOMPARE(version.exitCode, 0);
+        QCOMPARE(version.out, QByteArray("korvi-editor " KORVI_VERSION "\n"));
+        const ProgramRun help = editor({ "--help" }, withoutDisplay());
+        QCOMPARE(help.exitCode, 0);
+        QVERIFY(help.out.contains("--skin-dir <DIR>"));
     }
 
     void theProgramPrintsItsHelp()

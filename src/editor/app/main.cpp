@@ -21,6 +21,14 @@
 
 int main(int argc, char *argv[])
 {
+    // --help and --version open no window, so they need no display either,
+    // unless a platform is chosen.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    if (EditorStartup::asksOnlyForText(arguments) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
     QApplication app(argc, argv);
     QApplication::setApplicationName(ApplicationInfo::programName());
     QApplication::setApplicationVersion(ApplicationInfo::version());
