@@ -75,21 +75,103 @@ NodeTarget walkSegments(Walk &walk, QByteArrayView rest)
     return walk.target;
 }
 
-} // namespace
 
-namespace NodeKey {
-
-char blockLetter(const clsElement &block)
+// The element whose children hold `element`, searched depth first among the
+// children of `blocks`.
+const clsElement *parentIn(const clsElements &blocks, const clsElement *element)
 {
-    return block.ElementType() == "STATE" ? 'S' : 'L';
+    for (const clsElement *block : blocks) {
+        if (block->subElementCount() == 0)
+            continue;
+        if (element->owner() == &block->SubElements())
+            return block;
+        if (const clsElement *deeper = parentIn(block->SubElements(), element))
+            return deeper;
+    }
+    return nullptr;
 }
 
-char childLetter(const clsElement &child)
+const clsElement *parentOf(const clsKorviInterface &document, const clsElement *element)
+{
+    for (const clsElements *top : { &document.Layers(), &document.Templates(), &document.Headers() }) {
+        if (const clsElement *parent = parentIn(*top, element))
+            return parent;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+NodeKey NodeKey::of(const clsKorviInterface &document, const clsElement *element)
+{
+    if (!element || !element->owner())
+        return {};
+    if (element->owner() == &document.Templates())
+        return templateKey(*element);
+    if (element->owner() == &document.Layers())
+        return block(*element);
+    if (element->owner() == &document.Headers())
+        return NodeKey(element->ElementKey());
+    const clsElement *parent = parentOf(document, element);
+    if (!parent)
+        return {};
+    const NodeKey above = of(document, parent);
+    return above.isEmpty() ? NodeKey() : above.child(*element);
+}
+
+NodeKey NodeKey::block(const clsElement &block)
+{
+    return NodeKey().segment(blockLetter(block), block.keyView());
+}
+
+NodeKey NodeKey::templateKey(const clsElement &tpl)
+{
+    return NodeKey().segment('T', tpl.keyView());
+}
+
+NodeKey NodeKey::child(const clsElement &child) const
+{
+    return segment(childLetter(child), child.keyView());
+}
+
+NodeKey NodeKey::property(const NodeKey &owner, QByteArrayView propertyKey)
+{
+    return owner.segment('P', propertyKey);
+}
+
+NodeKey NodeKey::segment(char letter, QByteArrayView key) const
+{
+    QByteArray bytes;
+    bytes.reserve(mBytes.size() + key.size() + 2);
+    if (!mBytes.isEmpty())
+        bytes.append(mBytes).append(Separator);
+    bytes.append(letter).append(key);
+    return NodeKey(std::move(bytes));
+}
+
+NodeKey NodeKey::parent() const
+{
+    const qsizetype bar = mBytes.lastIndexOf(Separator);
+    return bar < 0 ? NodeKey() : NodeKey(mBytes.left(bar));
+}
+
+bool NodeKey::isAncestorOf(const NodeKey &other) const
+{
+    return !isEmpty() && other.mBytes.size() > mBytes.size() + 1 && other.mBytes.startsWith(mBytes)
+        && other.mBytes.at(mBytes.size()) == Separator;
+}
+
+char NodeKey::blockLetter(const clsElement &block)
+{
+    return block.IsState() ? 'S' : 'L';
+}
+
+char NodeKey::childLetter(const clsElement &child)
 {
     return child.IsUseLayer() ? 'U' : 'E';
 }
 
-NodeTarget ResolveNodeKey(const clsKorviInterface &document, QByteArrayView key)
+NodeTarget NodeKey::ResolveNodeKey(const clsKorviInterface &document, QByteArrayView key)
 {
     Walk walk{ document, NodeTarget() };
     if (key.isEmpty())
@@ -97,7 +179,7 @@ NodeTarget ResolveNodeKey(const clsKorviInterface &document, QByteArrayView key)
     return walkSegments(walk, key);
 }
 
-NodeTarget ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayView key)
+NodeTarget NodeKey::ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayView key)
 {
     Walk walk{ document, NodeTarget() };
     const qsizetype bar = key.indexOf(Separator);
@@ -108,12 +190,12 @@ NodeTarget ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayVie
     return walkSegments(walk, bar < 0 ? QByteArrayView() : key.sliced(bar + 1));
 }
 
-QString elementText(const clsElement &element)
+QString NodeKey::elementText(const clsElement &element)
 {
     return shown(element.ElementType()) + QLatin1Char(':') + shown(element.strName());
 }
 
-QString propertyText(const clsProperty &property)
+QString NodeKey::propertyText(const clsProperty &property)
 {
     const QByteArray name = property.IDKey();
     const QByteArrayView value = property.valueView();
@@ -122,15 +204,13 @@ QString propertyText(const clsProperty &property)
     return shown(name) + QLatin1Char('=') + shown(value);
 }
 
-char letterOf(QByteArrayView key)
+char NodeKey::letterOf(QByteArrayView key)
 {
     return key.isEmpty() ? 0 : key.at(0);
 }
 
-char ownLetterOf(QByteArrayView key)
+char NodeKey::ownLetterOf(QByteArrayView key)
 {
     const qsizetype bar = key.lastIndexOf(Separator);
     return letterOf(bar < 0 ? key : key.sliced(bar + 1));
 }
-
-} // namespace NodeKey

@@ -1,7 +1,5 @@
 #include "SkinEditing.h"
 
-#include "AddElementCommand.h"
-#include "AddPropertyCommand.h"
 #include "AsciiCase.h"
 #include "CanvasHitTest.h"
 #include "ColorValueText.h"
@@ -10,18 +8,18 @@
 #include "LayerRenderer.h"
 #include "LiveDrag.h"
 #include "MovableShape.h"
-#include "MoveElementCommand.h"
+#include "ChangeValueCommand.h"
+#include "ElementCommands.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PowGrid.h"
 #include "PowGridItem.h"
 #include "PropertyDefaults.h"
 #include "PropertyGridFiller.h"
-#include "RemoveElementCommand.h"
-#include "RemovePropertyCommand.h"
+#include "PropertyCommands.h"
 #include "ResourceLookup.h"
-#include "SetPropertyValueCommand.h"
 #include "SkinCanvas.h"
+#include "SkinDocument.h"
 #include "TextBoxInfoSink.h"
 #include "clsKorviInterface.h"
 #include "frmEditor.h"
@@ -58,14 +56,11 @@ SkinEditing::SkinEditing(frmEditor &form, const EditorEnvironment &environment)
     : QObject(&form)
     , mForm(form)
     , mEnv(environment)
-    , mSurface { *form.objectTree(), {}, {} }
-    , mStack(std::make_unique<QUndoStack>())
+    , mSkin(form.skinDocument())
+    , mTree(*form.objectTree())
+    , mStack(&form.skinDocument().undoStack())
 {
     setObjectName(QStringLiteral("SkinEditing"));
-    mSurface.showNode = [this](const QByteArray &key) {
-        mForm.selectNode(key.isEmpty() ? QModelIndex() : mSurface.tree.indexOfKey(key));
-    };
-    mSurface.selectedNodeKey = [this] { return selectedKey(); };
     popUpMenu = [](QMenu &menu, QPoint globalPoint) { return menu.exec(globalPoint); };
     auto timer = std::make_shared<QElapsedTimer>();
     timer->start();
@@ -81,12 +76,11 @@ SkinEditing::SkinEditing(frmEditor &form, const EditorEnvironment &environment)
     connect(form.pgrProperty, &PowGrid::ItemChanged, this, &SkinEditing::gridItemChanged);
 }
 
-SkinEditing::~SkinEditing()
+SkinEditing::~SkinEditing() = default;
+
+QUndoStack &SkinEditing::undoStack() const
 {
-    // The commands hold elements taken out of the document; they go first,
-    // without telling anybody.
-    mStack->disconnect();
-    mStack.reset();
+    return *mStack;
 }
 
 // ---- set-up ------------------------------------------------------------------------
@@ -102,13 +96,13 @@ void SkinEditing::createUndoActions()
     mRedo->setObjectName(QStringLiteral("Redo"));
     mRedo->setShortcut(QKeySequence::Redo);
     mRedo->setEnabled(false);
-    connect(mUndo, &QAction::triggered, mStack.get(), &QUndoStack::undo);
-    connect(mRedo, &QAction::triggered, mStack.get(), &QUndoStack::redo);
-    connect(mStack.get(), &QUndoStack::canUndoChanged, mUndo, &QAction::setEnabled);
-    connect(mStack.get(), &QUndoStack::canRedoChanged, mRedo, &QAction::setEnabled);
-    connect(mStack.get(), &QUndoStack::undoTextChanged, this,
+    connect(mUndo, &QAction::triggered, mStack, &QUndoStack::undo);
+    connect(mRedo, &QAction::triggered, mStack, &QUndoStack::redo);
+    connect(mStack, &QUndoStack::canUndoChanged, mUndo, &QAction::setEnabled);
+    connect(mStack, &QUndoStack::canRedoChanged, mRedo, &QAction::setEnabled);
+    connect(mStack, &QUndoStack::undoTextChanged, this,
             [this](const QString &text) { mUndo->setToolTip(QStringLiteral("Undo ") + text); });
-    connect(mStack.get(), &QUndoStack::redoTextChanged, this,
+    connect(mStack, &QUndoStack::redoTextChanged, this,
             [this](const QString &text) { mRedo->setToolTip(QStringLiteral("Redo ") + text); });
 
     QMenu *edit = mForm.menuBar()->addMenu(QStringLiteral("&Edit"));
@@ -123,7 +117,7 @@ void SkinEditing::createUndoActions()
     mModified->setObjectName(QStringLiteral("stbModified"));
     mModified->setMinimumWidth(110);
     mForm.stbMain->addPermanentWidget(mModified);
-    connect(mStack.get(), &QUndoStack::cleanChanged, this, &SkinEditing::updateModifiedPanel);
+    connect(mStack, &QUndoStack::cleanChanged, this, &SkinEditing::updateModifiedPanel);
     updateModifiedPanel();
 }
 
@@ -275,21 +269,21 @@ char SkinEditing::ownLetter(const ObjectTreeModel &tree, const QModelIndex &node
 
 QByteArray SkinEditing::selectedKey() const
 {
-    return mSurface.tree.nodeKey(mForm.tvwObjects->currentIndex());
+    return mTree.nodeKey(mForm.tvwObjects->currentIndex());
 }
 
 char SkinEditing::selectedLetter() const
 {
-    return ownLetter(mSurface.tree, mForm.tvwObjects->currentIndex());
+    return ownLetter(mTree, mForm.tvwObjects->currentIndex());
 }
 
 QMenu *SkinEditing::menuFor(const QModelIndex &node) const
 {
-    switch (ownLetter(mSurface.tree, node)) {
+    switch (ownLetter(mTree, node)) {
     case 'P':
         return mForm.mnuProperty;
     case 'L': {
-        const NodeTarget target = mSurface.tree.resolve(node);
+        const NodeTarget target = mTree.resolve(node);
         const QByteArray type = target.element ? target.element->ElementType() : QByteArray();
         return type == "LAYER" || type == "ELEMENT_TEMPLATE" ? mForm.mnuLayer : nullptr;
     }
@@ -314,9 +308,9 @@ void SkinEditing::nodeRightReleased(const QModelIndex &node, QPoint globalPoint)
 
 void SkinEditing::nodeDoubleClicked(const QModelIndex &node)
 {
-    if (ownLetter(mSurface.tree, node) != 'P')
+    if (ownLetter(mTree, node) != 'P')
         return;
-    const NodeTarget target = mSurface.tree.resolve(node);
+    const NodeTarget target = mTree.resolve(node);
     // A flag has no value to edit.
     if (target.property.isNull() || target.property.value() == clsProperty::noValue())
         return;
@@ -324,12 +318,12 @@ void SkinEditing::nodeDoubleClicked(const QModelIndex &node)
                                                 QString::fromLatin1(target.property.value()));
     if (answer.isEmpty())
         return;
-    const QByteArray key = mSurface.tree.nodeKey(node);
+    const QByteArray key = mTree.nodeKey(node);
     if (latin1(answer) == target.property.value()) {
         mForm.NodeClick(node);
         return;
     }
-    mStack->push(new SetPropertyValueCommand(mSurface, key, latin1(answer), key));
+    mStack->push(new SetPropertyValueCommand(mSkin, key, latin1(answer), key));
 }
 
 // ---- menu commands ---------------------------------------------------------------------
@@ -341,7 +335,7 @@ void SkinEditing::AddElement(const QString &type)
     const QString name = mEnv.dialogs.askText(QStringLiteral("Add Element"), QStringLiteral("Type New Object Name"));
     if (name.isEmpty())
         return;
-    mStack->push(new AddElementCommand(mSurface, selectedKey(), latin1(name), latin1(type)));
+    mStack->push(new AddElementCommand(mSkin, selectedKey(), latin1(name), latin1(type)));
 }
 
 void SkinEditing::AddLayer()
@@ -349,7 +343,7 @@ void SkinEditing::AddLayer()
     const QString name = mEnv.dialogs.askText(QStringLiteral("Add Layer"), QStringLiteral("Type New Layer Name"));
     if (name.isEmpty())
         return;
-    mStack->push(new AddElementCommand(mSurface, QByteArray(), latin1(name), QByteArrayLiteral("LAYER")));
+    mStack->push(new AddElementCommand(mSkin, QByteArray(), latin1(name), QByteArrayLiteral("LAYER")));
 }
 
 void SkinEditing::AddProperty()
@@ -361,7 +355,7 @@ void SkinEditing::AddProperty()
         mEnv.dialogs.askText(QStringLiteral("Add Property"), QStringLiteral("Type New Property Name"))));
     if (name.isEmpty())
         return;
-    mStack->push(new AddPropertyCommand(mSurface, selectedKey(), name, PropertyDefaults::valueFor(name)));
+    mStack->push(new AddPropertyCommand(mSkin, selectedKey(), name, PropertyDefaults::valueFor(name)));
 }
 
 // One removal for the three menus; no confirmation is asked, since undo brings
@@ -371,14 +365,14 @@ void SkinEditing::RemoveSelected()
     const QByteArray key = selectedKey();
     switch (selectedLetter()) {
     case 'P': {
-        auto command = std::make_unique<RemovePropertyCommand>(mSurface, key);
+        auto command = std::make_unique<RemovePropertyCommand>(mSkin, key);
         if (command->isValid())
             mStack->push(command.release());
         break;
     }
     case 'L':
     case 'E': {
-        auto command = std::make_unique<RemoveElementCommand>(mSurface, key);
+        auto command = std::make_unique<RemoveElementCommand>(mSkin, key);
         if (command->isValid())
             mStack->push(command.release());
         break;
@@ -408,10 +402,10 @@ void SkinEditing::gridItemChanged(PowGridItem *item, int column)
 void SkinEditing::valueCommitted(PowGridItem *item)
 {
     const QByteArray key = latin1(item->CellText(PropertyGridFiller::ColNodeKey));
-    const QModelIndex node = mSurface.tree.indexOfKey(key);
+    const QModelIndex node = mTree.indexOfKey(key);
     if (!node.isValid())
         return;
-    const NodeTarget target = mSurface.tree.resolve(node);
+    const NodeTarget target = mTree.resolve(node);
     if (target.property.isNull())
         return;
     const QByteArray value = latin1(item->CellText(PropertyGridFiller::ColValue));
@@ -422,7 +416,7 @@ void SkinEditing::valueCommitted(PowGridItem *item)
     // The grid shows the property's owner; that is what the node-click handling
     // of the property node shows again.
     const QByteArray shown = mForm.currentNodeKey().isEmpty() ? key : mForm.currentNodeKey();
-    mStack->push(new SetPropertyValueCommand(mSurface, key, value, shown));
+    mStack->push(new SetPropertyValueCommand(mSkin, key, value, shown));
 }
 
 void SkinEditing::chooseColour(PowGridItem *item)
@@ -458,7 +452,7 @@ void SkinEditing::canvasPressed(QPoint canvasPoint)
     const clsElement *hit = CanvasHitTest::hit(mEnv.document, layer, mForm.renderer(), canvasPoint);
     if (!hit)
         return;
-    const QModelIndex node = mSurface.tree.indexOfKey(mForm.renderer().nodeKeyOf(hit));
+    const QModelIndex node = mTree.indexOfKey(mForm.renderer().nodeKeyOf(hit));
     if (node.isValid())
         mForm.selectNode(node);
 }
@@ -498,7 +492,7 @@ void SkinEditing::moveCurrentBy(int dx, int dy)
         mEnv.document.GetElementValue("x", object), mEnv.document.GetElementValue("y", object), dx, dy);
     if (!moved)
         return;
-    mStack->push(new MoveElementCommand(mSurface, mForm.currentNodeKey(), moved->x, moved->y, clock()));
+    mStack->push(new MoveElementCommand(mSkin, mForm.currentNodeKey(), moved->x, moved->y, clock()));
 }
 
 void SkinEditing::frameReleased(int dx, int dy, int &left, int &top, int &width, int &height)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "EditSurface.h"
 #include "EditorEnvironment.h"
 
 #include <QImage>
@@ -12,7 +11,9 @@
 #include <functional>
 #include <memory>
 
+class ObjectTreeModel;
 class PowGridItem;
+class SkinDocument;
 class QAction;
 class QLabel;
 class QMenu;
@@ -34,7 +35,7 @@ public:
     SkinEditing(frmEditor &form, const EditorEnvironment &environment);
     ~SkinEditing() override;
 
-    QUndoStack &undoStack() const { return *mStack; }
+    QUndoStack &undoStack() const;
     QAction *undoAction() const { return mUndo; }
     QAction *redoAction() const { return mRedo; }
 
@@ -109,8 +110,9 @@ private:
 
     frmEditor &mForm;
     EditorEnvironment mEnv;
-    EditSurface mSurface;
-    std::unique_ptr<QUndoStack> mStack;
+    SkinDocument &mSkin;
+    ObjectTreeModel &mTree;
+    QUndoStack *mStack = nullptr;
     std::unique_ptr<TextBoxInfoSink> mInfoSink;
     std::unique_ptr<ResourceLookup> mLookup;
     QAction *mUndo = nullptr;

@@ -15,6 +15,7 @@
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
+#include "SkinDocument.h"
 #include "SkinEditing.h"
 #include "SkinFileNames.h"
 #include "SkinFolderListing.h"
@@ -42,6 +43,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
+#include <QUndoStack>
 
 namespace {
 
@@ -119,7 +121,8 @@ frmEditor::~frmEditor()
 void frmEditor::createControls()
 {
     imlMain = new ToolbarImages;
-    mTree = new ObjectTreeModel(mEnv.document, this);
+    mSkin = new SkinDocument(mEnv.document, mEnv.context, this);
+    mTree = new ObjectTreeModel(*mSkin, this);
     createToolbar();
     createPanes();
     createMenus();
@@ -129,6 +132,21 @@ void frmEditor::createControls()
     mFonts = std::make_unique<SkinFonts>(mInfoSink.get());
     mLookup = std::make_unique<ResourceLookup>(mEnv.context, *mInfoSink);
     mRenderer = std::make_unique<LayerRenderer>(mEnv.document, *mLookup, *mCache, *mFonts);
+    followDocument();
+}
+
+// The views follow the document: a new current node is shown whole; a change
+// redraws the canvas, and refills the grid when it touched the current object.
+void frmEditor::followDocument()
+{
+    connect(mSkin, &SkinDocument::currentChanged, this, &frmEditor::showCurrent);
+    const auto properties = [this](const QByteArray &ownerKey) { propertiesChanged(ownerKey); };
+    connect(mSkin, &SkinDocument::propertyChanged, this, properties);
+    connect(mSkin, &SkinDocument::propertyAdded, this, properties);
+    connect(mSkin, &SkinDocument::propertyRemoved, this, properties);
+    connect(mSkin, &SkinDocument::elementInserted, this, &frmEditor::redrawAfterChange);
+    connect(mSkin, &SkinDocument::elementRemoved, this, &frmEditor::redrawAfterChange);
+    connect(mSkin, &SkinDocument::contextChanged, this, &frmEditor::redrawAfterChange);
 }
 
 void frmEditor::createToolbar()
@@ -160,7 +178,7 @@ void frmEditor::createPanes()
     tvwObjects->setUniformRowHeights(true);
     tvwObjects->setModel(mTree);
     connect(tvwObjects->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex &current) { NodeClick(current); });
+            &frmEditor::treeCurrentChanged);
 
     pgrProperty = new PowGrid;
     pgrProperty->setObjectName(QStringLiteral("pgrProperty"));
@@ -308,19 +326,17 @@ void frmEditor::openSkinFile(const QString &path)
     HourglassCursor hourglass;
     const QFileInfo file(path);
     setTitle(file.fileName());
+    SkinContext context = mSkin->context();
     const QString format = SkinLoader::skinFormatFromFileName(path);
     if (!format.isEmpty())
-        mEnv.context.SkinFormat = format;
-    mEnv.context.UiFilePath = file.absoluteFilePath();
-
-    for (const QString &tpl : SkinLoader::templateFilesBeside(path)) {
-        if (SkinFileNames::FileExists(tpl))
-            readSkinFile(tpl, true);
-    }
-    const QString scheme = SkinLoader::mainSchemeFor(path);
-    if (!scheme.isEmpty())
-        readSkinFile(scheme, true);
-    readSkinFile(path, false);
+        context.SkinFormat = format;
+    context.UiFilePath = file.absoluteFilePath();
+    mSkin->setContext(context);
+    mSkin->reload([this, &path](clsKorviInterface &document) {
+        SkinLoader::openSkinFile(document, path, [this](const SkinReadError &error) {
+            reportReadError(error.file(), error.line(), error.message());
+        });
+    });
     finishLoading();
 }
 
@@ -343,24 +359,28 @@ void frmEditor::openSkinFolder(const QString &folder)
 
     // Everything is read as part of the skin here, the shared scheme and the
     // common files included, unlike Open, which marks templates as imported.
-    QString lastFile;
-    for (const QString &file : SkinFolderListing::uiFilesIn(folder)) {
-        readSkinFile(file, false);
-        const QString format = SkinLoader::skinFormatFromFileName(file);
-        if (!format.isEmpty())
-            mEnv.context.SkinFormat = format;
-        lastFile = file;
-    }
-    // The pictures of the skin are looked up from its ui folder, and saving
-    // offers the last file of the folder.
-    mEnv.context.UiFilePath = lastFile.isEmpty() ? QDir(folder).filePath(QStringLiteral("skin.ui"))
-                                                 : QFileInfo(lastFile).absoluteFilePath();
-    const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
-    if (SkinFileNames::FileExists(scheme))
-        readSkinFile(scheme, false);
-    const QString common = QDir::cleanPath(folder + QStringLiteral("/../../common/ui"));
-    for (const QString &file : SkinFolderListing::uiFilesIn(common))
-        readSkinFile(file, false);
+    SkinContext context = mSkin->context();
+    mSkin->reload([this, &folder, &context](clsKorviInterface &) {
+        QString lastFile;
+        for (const QString &file : SkinFolderListing::uiFilesIn(folder)) {
+            readSkinFile(file, false);
+            const QString format = SkinLoader::skinFormatFromFileName(file);
+            if (!format.isEmpty())
+                context.SkinFormat = format;
+            lastFile = file;
+        }
+        // The pictures of the skin are looked up from its ui folder, and saving
+        // offers the last file of the folder.
+        context.UiFilePath = lastFile.isEmpty() ? QDir(folder).filePath(QStringLiteral("skin.ui"))
+                                                : QFileInfo(lastFile).absoluteFilePath();
+        const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
+        if (SkinFileNames::FileExists(scheme))
+            readSkinFile(scheme, false);
+        const QString common = QDir::cleanPath(folder + QStringLiteral("/../../common/ui"));
+        for (const QString &file : SkinFolderListing::uiFilesIn(common))
+            readSkinFile(file, false);
+    });
+    mSkin->setContext(context);
     finishLoading();
 }
 
@@ -396,8 +416,7 @@ void frmEditor::ClearDocument()
     mRenderer->setHighlighted(nullptr);
     mRenderer->forgetDrawnObjects();
     mEditing->forgetHistory();
-    mTree->clear();
-    mEnv.document.Clear();
+    mSkin->reload({});
     pgrProperty->Items()->Clear();
     pctTemplate->clearPicture();
     pctTmp = QImage();
@@ -408,7 +427,6 @@ void frmEditor::ClearDocument()
 void frmEditor::finishLoading()
 {
     mFonts->loadSkinFonts(mEnv.context);
-    mTree->BuildObjectTree(false);
     // The canvas shows the skin's background until a node is chosen.
     DrawLayer(nullptr);
     button(QStringLiteral("Save"))->setEnabled(true);
@@ -448,8 +466,10 @@ void frmEditor::LockCommand()
 
 void frmEditor::SettingsCommand()
 {
-    frmSettings form(mEnv.context, mEnv.dialogs, this);
+    SkinContext context = mSkin->context();
+    frmSettings form(context, mEnv.dialogs, this);
     showModalForm(form);
+    mSkin->setContext(context);
 }
 
 void frmEditor::AboutCommand()
@@ -463,7 +483,9 @@ void frmEditor::setRunSkinDirectory(const QString &directory)
     mSavedSkinDirectory = mEnv.context.SkinDirectory;
     mRunSkinDirectory = directory;
     mHasRunSkinDirectory = true;
-    mEnv.context.SkinDirectory = directory;
+    SkinContext context = mSkin->context();
+    context.SkinDirectory = directory;
+    mSkin->setContext(context);
 }
 
 void frmEditor::closeEvent(QCloseEvent *event)
@@ -478,6 +500,41 @@ void frmEditor::closeEvent(QCloseEvent *event)
 }
 
 // ---- selection and drawing ----------------------------------------------------------
+
+// A node chosen in the tree becomes the document's current node. Two nodes
+// may share a key (header variables without a name): the node is shown anyway.
+void frmEditor::treeCurrentChanged(const QModelIndex &current)
+{
+    if (mFollowingCurrent)
+        return;
+    const QByteArray key = mTree->nodeKey(current);
+    if (key == mSkin->currentKey())
+        NodeClick(current);
+    else
+        mSkin->setCurrent(key);
+}
+
+// A new current node: the tree shows it selected, and it is shown whole.
+void frmEditor::showCurrent(const QByteArray &nodeKey)
+{
+    const QModelIndex node = mTree->indexOfKey(nodeKey);
+    if (tvwObjects->currentIndex() != node) {
+        mFollowingCurrent = true;
+        for (QModelIndex up = node.parent(); up.isValid(); up = up.parent())
+            tvwObjects->expand(up);
+        tvwObjects->setCurrentIndex(node);
+        tvwObjects->scrollTo(node);
+        mFollowingCurrent = false;
+    }
+    NodeClick(node);
+}
+
+void frmEditor::propertiesChanged(const QByteArray &ownerKey)
+{
+    redrawAfterChange();
+    if (mCurrentObject && mSkin->elementAt(ownerKey) == mCurrentObject)
+        fillGrid(*mCurrentObject, mCurrentNodeKey);
+}
 
 void frmEditor::selectNode(const QModelIndex &node)
 {
@@ -625,6 +682,13 @@ void frmEditor::RefreshCanvas()
 {
     if (!mShownLayer)
         return;
+    drawShown();
+    if (mFrameOnObject)
+        PositionMovingTool();
+}
+
+void frmEditor::drawShown()
+{
     const clsElement *object = mFrameOnObject ? mCurrentObject : nullptr;
     mRenderer->setHighlighted(object);
     if (mTemplateShown)
@@ -637,8 +701,24 @@ void frmEditor::RefreshCanvas()
         mRenderer->DrawElement(object, pctTmp, 0, 0, true);
         pctTemplate->setPicture(pctTmp);
     }
-    if (mFrameOnObject)
-        PositionMovingTool();
+}
+
+// What is shown is looked up again by its keys: the change may have taken it
+// out of the document.
+void frmEditor::redrawAfterChange()
+{
+    if (!mShownLayer)
+        return;
+    const clsElement *layer = mSkin->elementAt(mShownLayerKey);
+    clsElement *object = mSkin->elementAt(mCurrentNodeKey);
+    if (!layer || (mFrameOnObject && !object)) {
+        clearSelectionDisplay();
+        return;
+    }
+    mShownLayer = layer;
+    mCurrentObject = object;
+    drawShown();
+    placeMovingTool();
 }
 
 void frmEditor::PositionMovingTool()
@@ -646,16 +726,21 @@ void frmEditor::PositionMovingTool()
     if (!mCurrentObject)
         return;
     pgrProperty->Items()->Clear();
-    if (mFrameOnObject) {
-        const bool locked = button(QStringLiteral("Lock"))->isChecked();
-        const DrawnBox box = mRenderer->boxOf(mCurrentObject);
-        const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
-        const int handle = mshObject->handleSize();
-        mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
-        mshObject->raise();
-        mshObject->setVisible(!locked);
-    }
+    placeMovingTool();
     fillGrid(*mCurrentObject, mCurrentNodeKey);
+}
+
+void frmEditor::placeMovingTool()
+{
+    if (!mCurrentObject || !mFrameOnObject)
+        return;
+    const bool locked = button(QStringLiteral("Lock"))->isChecked();
+    const DrawnBox box = mRenderer->boxOf(mCurrentObject);
+    const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
+    const int handle = mshObject->handleSize();
+    mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
+    mshObject->raise();
+    mshObject->setVisible(!locked);
 }
 
 void frmEditor::HideMovingTool()

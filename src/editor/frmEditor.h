@@ -25,6 +25,7 @@ class QToolBar;
 class QTreeView;
 class ResourceLookup;
 class SkinCanvas;
+class SkinDocument;
 class SkinEditing;
 class SkinFonts;
 class Splitter;
@@ -71,6 +72,8 @@ public:
     QString statusText(int panel) const;
 
     ObjectTreeModel *objectTree() const { return mTree; }
+    // The skin being edited: every change goes through it.
+    SkinDocument &skinDocument() const { return *mSkin; }
     // The editing of the document: menus, prompts, grid edits, canvas picking
     // and dragging, and the undo stack.
     SkinEditing &editing() const { return *mEditing; }
@@ -115,6 +118,9 @@ public:
     // The canvas drawn again: the layer shown with the current object, or the
     // current template over the default background, and the frame placed again.
     void RefreshCanvas();
+    // The canvas drawn again after a change of the document or of the
+    // editor-wide values, and the frame placed again; the grid is left alone.
+    void redrawAfterChange();
 
     // Puts the moving frame around the current object's drawn box (unless Lock
     // is pressed) and fills the grid with the object's properties.
@@ -152,8 +158,17 @@ private:
     void drawTemplateAlone(const clsElement *tpl);
     QImage freshCanvas();
     void setStatus(int panel, const QString &text);
+    void followDocument();
+    void showCurrent(const QByteArray &nodeKey);
+    void treeCurrentChanged(const QModelIndex &current);
+    void propertiesChanged(const QByteArray &ownerKey);
+    void placeMovingTool();
+    void drawShown();
 
     EditorEnvironment mEnv;
+    SkinDocument *mSkin = nullptr;
+    // The tree is being moved to the document's current node.
+    bool mFollowingCurrent = false;
     ObjectTreeModel *mTree = nullptr;
     std::unique_ptr<TextBoxInfoSink> mInfoSink;
     std::unique_ptr<PictureCache> mCache;

@@ -12,6 +12,8 @@
 #include "PowGridItem.h"
 #include "PropertyGridFiller.h"
 #include "SkinCanvas.h"
+#include "SkinContext.h"
+#include "SkinDocument.h"
 #include "SkinEditing.h"
 #include "clsPowGridItems.h"
 
@@ -328,6 +330,36 @@ private slots:
         QCOMPARE(f.value("Lui_Pick|EtxtHigh|Py"), QByteArray("10"));
         QCOMPARE(f.gridRow(QStringLiteral("y"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("10"));
         QCOMPARE(f.box("Lui_Pick|EtxtHigh").top(), 10);
+    }
+
+    void aChangeOfTheDocumentRedrawsTheCanvasAndRefillsTheGridWithoutShowingTheNodeAgain()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick|EtxtHigh");
+        QSignalSpy current(&f.window->skinDocument(), &SkinDocument::currentChanged);
+        QVERIFY(f.window->skinDocument().setPropertyValue("Lui_Pick|EtxtHigh", "y", "33"));
+        QCOMPARE(f.box("Lui_Pick|EtxtHigh").top(), 33);
+        QCOMPARE(f.gridRow(QStringLiteral("y"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("33"));
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtHigh|Py")), QStringLiteral("y=33"));
+        // A grid edit changes the value the same way, and the selection stays.
+        PowGridItem *row = f.gridRow(QStringLiteral("x"));
+        row->setCellText(PropertyGridFiller::ColValue, QStringLiteral("44"));
+        emit f.window->pgrProperty->ItemChanged(row, PropertyGridFiller::ColValue);
+        QCOMPARE(f.box("Lui_Pick|EtxtHigh").left(), 44);
+        QCOMPARE(current.count(), 0);
+        QCOMPARE(f.window->tvwObjects->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
+    }
+
+    void newEditorWideValuesRedrawTheCanvas()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        const QSize before = f.window->pctTemplate->picture().size();
+        SkinContext context = f.window->skinDocument().context();
+        context.SkinFormat = QStringLiteral("320_240");
+        f.window->skinDocument().setContext(context);
+        QVERIFY(before != QSize(320, 240));
+        QCOMPARE(f.window->pctTemplate->picture().size(), QSize(320, 240));
     }
 
     void aColourPresetsTheDigitsAsTheyStandAndWritesRedGreenBlue()

@@ -296,6 +296,24 @@ private slots:
         QVERIFY(!list.first().toObject().contains("layer"));
     }
 
+    void korviRenderBoxesKeyAUsedLayerAsItsTreeNodeDoes()
+    {
+        const QString korvi = QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi");
+        QTemporaryDir out;
+        QProcess p;
+        p.start(korvi, { "render", kOpenFile, "--skin-dir", kSkin, "--layer", "ui_Main", "-o",
+                         out.path() + "/main.png", "--boxes", out.path() + "/boxes.json" });
+        QVERIFY(p.waitForFinished(60000));
+        QCOMPARE(p.exitCode(), 0);
+        QFile boxes(out.path() + "/boxes.json");
+        QVERIFY(boxes.open(QIODevice::ReadOnly));
+        QStringList keys;
+        for (const QJsonValue &v : QJsonDocument::fromJson(boxes.readAll()).array())
+            keys << v.toObject().value("key").toString();
+        QVERIFY(keys.contains(QStringLiteral("Lui_Main|Uui_TopBar")));
+        QVERIFY(!keys.contains(QStringLiteral("Lui_Main|Eui_TopBar")));
+    }
+
     void korviRenderExitCodes()
     {
         const QString korvi = QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi");

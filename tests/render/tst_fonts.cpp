@@ -53,7 +53,8 @@ private slots:
         const QString family = added.first();
         f.read("<LAYER L>\n<TEXT t x=1 y=2 text=Skin font=\"" + family.toLatin1() + "\">\n</LAYER>\n");
         // Quotes in the value are part of the name; use an unquoted copy instead.
-        f.document.Layers().Find("L")->SubElements().Find("t")->Properties().Find("font").setValue(family.toLatin1());
+        clsProperties &properties = f.document.Layers().Find("L")->SubElements().Find("t")->Properties();
+        properties.setValueAt(properties.indexOf("font"), family.toLatin1());
         f.draw("L", "t");
         QCOMPARE(f.renderer->canvasFont().family, family);
         QVERIFY(!f.info.text().contains(family));

@@ -1,5 +1,7 @@
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
+#include "SkinContext.h"
+#include "SkinDocument.h"
 #include "SkinLoader.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
@@ -63,7 +65,9 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), QStringList{ "Lui_Main" });
         QCOMPARE(model.nodeText(model.index(0, 0)), QStringLiteral("LAYER:ui_Main"));
@@ -73,7 +77,9 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main x=1>\n</LAYER>\n<LAYER ui_Main x=2>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), (QStringList{ "Lui_Main", "Lui_Main[0]" }));
         const NodeTarget first = model.ResolveNodeKey("Lui_Main");
@@ -88,7 +94,9 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main>\n\t<USELAYER ui_Gone/>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         const QModelIndex use = model.index(0, 0, model.index(0, 0));
         QCOMPARE(model.nodeKey(use), QByteArray("Lui_Main|Uui_Gone"));
@@ -110,7 +118,9 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         QStringList lines;
         dump(model, QModelIndex(), 0, lines);
@@ -155,7 +165,9 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<header>\n\t<VAR Lui_Main=1>\n\t<VAR b=2>\n</header>\n<LAYER ui_Main>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         const QModelIndex headers = model.index(0, 0);
         QCOMPARE(model.nodeText(headers), QStringLiteral("HEADERS"));
@@ -179,7 +191,9 @@ private slots:
         clsKorviInterface doc;
         readText(doc, "<TEMPLATE shared>\n", true);
         readText(doc, "<TEMPLATE own>\n<LAYER l>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), (QStringList{ "Town", "Ll" }));
     }
@@ -188,7 +202,9 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(true);
         QCOMPARE(topKeys(model), (QStringList{ "Lui_Main", "Lui_Top", "Sst_Night" }));
     }
@@ -245,7 +261,9 @@ private slots:
         clsKorviInterface doc;
         SkinLoader::openSkinFile(doc, QStringLiteral(KORVI_SOURCE_DIR)
                                           + "/samples/demo-skin/800_480/ui/main_800_480.ui");
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         QStringList lines;
         dump(model, QModelIndex(), 0, lines);
@@ -263,21 +281,23 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         const QModelIndex layer = model.indexOfKey("Lui_Top");
         QVERIFY(layer.isValid());
-        clsElement *added = doc.Layers().Find("ui_Top")->SubElements().Add("btnNew", "BUTTON");
-        const QModelIndex node = model.AddElementNode(added, layer, "Lui_Top|E");
+        QVERIFY(skin.addElement("Lui_Top", "btnNew", "BUTTON"));
+        const QModelIndex node = model.index(model.rowCount(layer) - 1, 0, layer);
         QCOMPARE(model.nodeKey(node), QByteArray("Lui_Top|EbtnNew"));
         QCOMPARE(model.nodeText(node), QStringLiteral("BUTTON:btnNew"));
-        added->Properties().Add("x", "0");
-        const QModelIndex prop = model.AddPropertyNode(node, "x");
+        QCOMPARE(skin.addProperty("Lui_Top|EbtnNew", "x", "0"), 0);
+        const QModelIndex prop = model.index(model.rowCount(node) - 1, 0, node);
         QCOMPARE(model.nodeKey(prop), QByteArray("Lui_Top|EbtnNew|Px"));
         QCOMPARE(model.nodeText(prop), QStringLiteral("x=0"));
         QCOMPARE(model.indexOfKey("Lui_Top|EbtnNew|Px"), prop);
-        model.RemoveNode(node);
+        QVERIFY(skin.takeElement("Lui_Top", 0));
         QVERIFY(!model.indexOfKey("Lui_Top|EbtnNew").isValid());
         QCOMPARE(model.rowCount(layer), 0);
     }
@@ -286,10 +306,12 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        model.RemoveNode(model.indexOfKey("Lui_Main"));
+        QVERIFY(skin.takeElement(QByteArray(), doc.Layers().indexOf("ui_Main")));
         const QModelIndex state = model.indexOfKey("Sst_Night");
         QCOMPARE(model.index(state.row(), 0), state);
         QCOMPARE(model.parent(model.index(0, 0, state.siblingAtRow(0))), state.siblingAtRow(0));
@@ -300,7 +322,9 @@ private slots:
         clsKorviInterface doc;
         SkinLoader::openSkinFile(doc, QStringLiteral(KORVI_SOURCE_DIR)
                                           + "/samples/demo-skin/800_480/ui/main_800_480.ui");
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.BuildObjectTree(false);
         model.BuildObjectTree(true);
@@ -314,7 +338,9 @@ private slots:
         for (int i = 0; i < 20000; ++i)
             text += "<LAYER l" + QByteArray::number(i) + ">\n\t<TEXT t x=1>\n</LAYER>\n";
         readText(doc, text);
-        ObjectTreeModel model(doc);
+        SkinContext context;
+        SkinDocument skin(doc, context);
+        ObjectTreeModel model(skin);
         model.BuildObjectTree(false);
         QCOMPARE(model.rowCount(), 20000);
         const QModelIndex last = model.index(19999, 0);
