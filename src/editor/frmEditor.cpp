@@ -1,8 +1,10 @@
 #include "frmEditor.h"
 
 #include "ApplicationInfo.h"
+#include "CanvasController.h"
 #include "CanvasSize.h"
 #include "Dialogs.h"
+#include "DocumentActions.h"
 #include "HourglassCursor.h"
 #include "LayerRenderer.h"
 #include "MovableShape.h"
@@ -10,13 +12,12 @@
 #include "ObjectTreeModel.h"
 #include "PictureCache.h"
 #include "PowGrid.h"
-#include "PropertyGridFiller.h"
+#include "PropertyGridController.h"
 #include "ResourceLookup.h"
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
 #include "SkinDocument.h"
-#include "SkinEditing.h"
 #include "SkinFileNames.h"
 #include "SkinFolderListing.h"
 #include "SkinFonts.h"
@@ -38,6 +39,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QStatusBar>
@@ -92,25 +94,24 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
 {
     setObjectName(QStringLiteral("frmEditor"));
     showModalForm = [](QDialog &form) { form.exec(); };
+    // Start-up: the controls with the grid's columns and the "Add Object"
+    // entries, then the settings; no file is opened and there is nothing to
+    // save yet.
     createControls();
-
-    // Start-up: the settings, the grid's columns, the "Add Object" entries; no
-    // file is opened and there is nothing to save yet.
-    mEnv.settings.ReadSettings(mEnv.context.SkinDirectory);
-    setUpPropertyGrid();
-    for (const char *type : kMoreElementTypes)
-        mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(type));
+    SkinContext context = mSkin->context();
+    mEnv.settings.ReadSettings(context.SkinDirectory);
+    mSkin->setContext(context);
     button(QStringLiteral("Save"))->setEnabled(false);
-    mEditing = new SkinEditing(*this, mEnv);
     setWindowTitle(kTitle);
     resize(1320, 860);
 }
 
 frmEditor::~frmEditor()
 {
-    // The editing watches the controls' events; it goes before them.
-    delete mEditing;
-    mEditing = nullptr;
+    // The controllers watch the controls' events; they go before them.
+    delete mActions;
+    delete mCanvas;
+    delete mGrid;
     // The view goes before the model it shows.
     delete tvwObjects;
     tvwObjects = nullptr;
@@ -125,6 +126,7 @@ void frmEditor::createControls()
     mTree = new ObjectTreeModel(*mSkin, this);
     createToolbar();
     createPanes();
+    createStatusBar();
     createMenus();
 
     mInfoSink = std::make_unique<TextBoxInfoSink>(txtInfo);
@@ -132,7 +134,32 @@ void frmEditor::createControls()
     mFonts = std::make_unique<SkinFonts>(mInfoSink.get());
     mLookup = std::make_unique<ResourceLookup>(mEnv.context, *mInfoSink);
     mRenderer = std::make_unique<LayerRenderer>(mEnv.document, *mLookup, *mCache, *mFonts);
+    createControllers();
     followDocument();
+}
+
+void frmEditor::createControllers()
+{
+    mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects,
+                                   { mnuProperty, mnuLayer, mnuElement, mnuAddElement }, mEnv.dialogs, this);
+    mActions->save = [this] { SaveCommand(); };
+    QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    edit->setObjectName(QStringLiteral("mnuEdit"));
+    edit->addAction(mActions->undoAction());
+    edit->addAction(mActions->redoAction());
+    tlbMain->addSeparator();
+    tlbMain->addAction(mActions->undoAction());
+    tlbMain->addAction(mActions->redoAction());
+    stbMain->addPermanentWidget(mActions->modifiedPanel());
+
+    mCanvas = new CanvasController({ pctTemplate, mshObject, canvasArea, button(QStringLiteral("Lock")) },
+                                   *mRenderer, *mSkin, *this, this);
+    QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
+    view->setObjectName(QStringLiteral("mnuView"));
+    mCanvas->addZoomActions(*view);
+    stbMain->addPermanentWidget(mCanvas->zoomPanel());
+
+    mGrid = new PropertyGridController(*pgrProperty, *mSkin, *mLookup, mEnv.dialogs, *this, this);
 }
 
 // The views follow the document: a new current node is shown whole; a change
@@ -140,10 +167,9 @@ void frmEditor::createControls()
 void frmEditor::followDocument()
 {
     connect(mSkin, &SkinDocument::currentChanged, this, &frmEditor::showCurrent);
-    const auto properties = [this](const QByteArray &ownerKey) { propertiesChanged(ownerKey); };
-    connect(mSkin, &SkinDocument::propertyChanged, this, properties);
-    connect(mSkin, &SkinDocument::propertyAdded, this, properties);
-    connect(mSkin, &SkinDocument::propertyRemoved, this, properties);
+    connect(mSkin, &SkinDocument::propertyChanged, this, &frmEditor::redrawAfterChange);
+    connect(mSkin, &SkinDocument::propertyAdded, this, &frmEditor::redrawAfterChange);
+    connect(mSkin, &SkinDocument::propertyRemoved, this, &frmEditor::redrawAfterChange);
     connect(mSkin, &SkinDocument::elementInserted, this, &frmEditor::redrawAfterChange);
     connect(mSkin, &SkinDocument::elementRemoved, this, &frmEditor::redrawAfterChange);
     connect(mSkin, &SkinDocument::contextChanged, this, &frmEditor::redrawAfterChange);
@@ -224,7 +250,10 @@ void frmEditor::createPanes()
     // A moved bar changes what the canvas shows of the layer: draw it again.
     connect(splMain, &Splitter::EndResize, this, &frmEditor::RefreshCanvas);
     connect(splInfo, &Splitter::EndResize, this, &frmEditor::RefreshCanvas);
+}
 
+void frmEditor::createStatusBar()
+{
     stbMain = new QStatusBar(this);
     stbMain->setObjectName(QStringLiteral("stbMain"));
     for (int i = 0; i < 3; ++i) {
@@ -248,6 +277,8 @@ void frmEditor::createMenus()
     mnuAddObject = mnuLayer->addMenu(QStringLiteral("Add Object"));
     mnuAddObject->setObjectName(QStringLiteral("mnuAddObject"));
     mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(kFirstElementType));
+    for (const char *type : kMoreElementTypes)
+        mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(type));
     mnuLayer->addAction(QStringLiteral("Add New Layer"))->setObjectName(QStringLiteral("mnuAddLayer"));
     mnuLayer->addAction(QStringLiteral("Remove Layer"))->setObjectName(QStringLiteral("mnuRemoveLayer"));
 
@@ -255,11 +286,6 @@ void frmEditor::createMenus()
     mnuElement->setObjectName(QStringLiteral("mnuElement"));
     mnuElement->addAction(QStringLiteral("Add Property"))->setObjectName(QStringLiteral("mnuAddProperty"));
     mnuElement->addAction(QStringLiteral("Remove Object"))->setObjectName(QStringLiteral("mnuRemoveObject"));
-}
-
-void frmEditor::setUpPropertyGrid()
-{
-    PropertyGridFiller::setUpColumns(*pgrProperty);
 }
 
 QAction *frmEditor::button(const QString &key) const
@@ -309,7 +335,7 @@ void frmEditor::tlbMain_ButtonClick(QAction *button)
 
 void frmEditor::OpenCommand()
 {
-    if (!mEditing->mayDiscardChanges())
+    if (!mActions->mayDiscardChanges())
         return;
     const QString start = mEnv.context.UiFilePath.isEmpty()
         ? mEnv.context.SkinDirectory
@@ -342,7 +368,7 @@ void frmEditor::openSkinFile(const QString &path)
 
 void frmEditor::DirCommand()
 {
-    if (!mEditing->mayDiscardChanges())
+    if (!mActions->mayDiscardChanges())
         return;
     const QString folder = mEnv.dialogs.folder(QStringLiteral("Select Skin ui Directory"),
                                                mEnv.context.SkinDirectory);
@@ -415,9 +441,9 @@ void frmEditor::ClearDocument()
     mFrameOnObject = false;
     mRenderer->setHighlighted(nullptr);
     mRenderer->forgetDrawnObjects();
-    mEditing->forgetHistory();
+    mCanvas->forgetDrag();
     mSkin->reload({});
-    pgrProperty->Items()->Clear();
+    mGrid->clear();
     pctTemplate->clearPicture();
     pctTmp = QImage();
     for (int panel = 1; panel <= 2; ++panel)
@@ -452,7 +478,7 @@ void frmEditor::SaveCommand()
     });
     hourglass.restore();
     if (saved)
-        mEditing->markSaved();
+        mActions->markSaved();
     if (saved)
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
 }
@@ -490,7 +516,7 @@ void frmEditor::setRunSkinDirectory(const QString &directory)
 
 void frmEditor::closeEvent(QCloseEvent *event)
 {
-    if (!mEditing->mayDiscardChanges()) {
+    if (!mActions->mayDiscardChanges()) {
         event->ignore();
         return;
     }
@@ -529,11 +555,11 @@ void frmEditor::showCurrent(const QByteArray &nodeKey)
     NodeClick(node);
 }
 
-void frmEditor::propertiesChanged(const QByteArray &ownerKey)
+void frmEditor::selectNodeKey(const QByteArray &nodeKey)
 {
-    redrawAfterChange();
-    if (mCurrentObject && mSkin->elementAt(ownerKey) == mCurrentObject)
-        fillGrid(*mCurrentObject, mCurrentNodeKey);
+    const QModelIndex node = mTree->indexOfKey(nodeKey);
+    if (node.isValid())
+        selectNode(node);
 }
 
 void frmEditor::selectNode(const QModelIndex &node)
@@ -635,14 +661,14 @@ void frmEditor::clearSelectionDisplay()
     mRenderer->forgetDrawnObjects();
     pctTemplate->clearPicture();
     pctTmp = QImage();
-    pgrProperty->Items()->Clear();
+    mGrid->clear();
     for (int panel = 1; panel <= 2; ++panel)
         setStatus(panel, QString());
 }
 
 void frmEditor::fillGrid(const clsElement &element, const QByteArray &nodeKey)
 {
-    PropertyGridFiller::fill(*pgrProperty, element, nodeKey, mEnv.document);
+    mGrid->fill(element, nodeKey);
 }
 
 QImage frmEditor::freshCanvas()
@@ -725,7 +751,7 @@ void frmEditor::PositionMovingTool()
 {
     if (!mCurrentObject)
         return;
-    pgrProperty->Items()->Clear();
+    mGrid->clear();
     placeMovingTool();
     fillGrid(*mCurrentObject, mCurrentNodeKey);
 }

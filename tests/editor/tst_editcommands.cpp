@@ -4,7 +4,7 @@
 #include "ElementCommands.h"
 #include "ObjectTreeModel.h"
 #include "PropertyCommands.h"
-#include "PropertyDefaults.h"
+#include "PropertyKinds.h"
 #include "SkinContext.h"
 #include "SkinDocument.h"
 #include "UiFileReader.h"
@@ -383,13 +383,13 @@ private slots:
 
     void newPropertiesStartWithTheValueOfTheirName()
     {
-        QCOMPARE(PropertyDefaults::valueFor("x"), QByteArray("0"));
-        QCOMPARE(PropertyDefaults::valueFor("h"), QByteArray("0"));
-        QCOMPARE(PropertyDefaults::valueFor("bmpvalign"), QByteArray("\"\""));
-        QCOMPARE(PropertyDefaults::valueFor("iconspr"), QByteArray("\"\""));
-        QCOMPARE(PropertyDefaults::valueFor("onlongclick"), QByteArray("''"));
-        QCOMPARE(PropertyDefaults::valueFor("simpleclicklist"), QByteArray("<NOV>"));
-        QCOMPARE(PropertyDefaults::valueFor("color"), QByteArray());
+        QCOMPARE(PropertyKinds::defaultValueOf("x"), QByteArray("0"));
+        QCOMPARE(PropertyKinds::defaultValueOf("h"), QByteArray("0"));
+        QCOMPARE(PropertyKinds::defaultValueOf("bmpvalign"), QByteArray("\"\""));
+        QCOMPARE(PropertyKinds::defaultValueOf("iconspr"), QByteArray("\"\""));
+        QCOMPARE(PropertyKinds::defaultValueOf("onlongclick"), QByteArray("''"));
+        QCOMPARE(PropertyKinds::defaultValueOf("simpleclicklist"), QByteArray("<NOV>"));
+        QCOMPARE(PropertyKinds::defaultValueOf("color"), QByteArray());
     }
 
     void aColourPresetReadsTheDigitsAsTheyStand()
