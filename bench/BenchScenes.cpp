@@ -50,7 +50,7 @@ void openDemo(Scene &scene)
     scene.start();
     int most = -1;
     for (const clsElement *block : scene.document.Layers()) {
-        if (block->ElementType() != "LAYER")
+        if (!block->IsLayer())
             continue;
         scene.renderer->DrawLayer(block, scene.canvas);
         if (scene.renderer->drawnObjects().size() > most) {

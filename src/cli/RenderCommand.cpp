@@ -123,7 +123,7 @@ QSize canvasSize(const RenderOptions &o, const SkinContext &context, PictureCach
 
 bool isDrawnBlock(const clsElement *block)
 {
-    return block->ElementType() == "LAYER" || block->ElementType() == "STATE";
+    return block->IsLayer() || block->IsState();
 }
 
 QString pictureFileName(const clsElement *block)

@@ -121,32 +121,50 @@ NodeKey NodeKey::of(const clsKorviInterface &document, const clsElement *element
 
 NodeKey NodeKey::block(const clsElement &block)
 {
-    return NodeKey().segment(blockLetter(block), block.keyView());
+    return NodeKey().joined(blockLetter(block), block.keyView());
 }
 
 NodeKey NodeKey::templateKey(const clsElement &tpl)
 {
-    return NodeKey().segment('T', tpl.keyView());
+    return NodeKey().joined('T', tpl.keyView());
 }
 
 NodeKey NodeKey::child(const clsElement &child) const
 {
-    return segment(childLetter(child), child.keyView());
+    return joined(childLetter(child), child.keyView());
 }
 
 NodeKey NodeKey::property(const NodeKey &owner, QByteArrayView propertyKey)
 {
-    return owner.segment('P', propertyKey);
+    return owner.joined('P', propertyKey);
 }
 
-NodeKey NodeKey::segment(char letter, QByteArrayView key) const
+NodeKey NodeKey::joined(char letter, QByteArrayView key) const
+{
+    const QByteArray segment = segmentOf(letter, key);
+    return isEmpty() ? NodeKey(segment) : under(*this, segment);
+}
+
+QByteArray NodeKey::segmentOf(char letter, QByteArrayView key)
 {
     QByteArray bytes;
-    bytes.reserve(mBytes.size() + key.size() + 2);
-    if (!mBytes.isEmpty())
-        bytes.append(mBytes).append(Separator);
-    bytes.append(letter).append(key);
+    bytes.reserve(key.size() + 1);
+    if (letter)
+        bytes.append(letter);
+    return bytes.append(key);
+}
+
+NodeKey NodeKey::under(const NodeKey &above, QByteArrayView segment)
+{
+    QByteArray bytes;
+    bytes.reserve(above.mBytes.size() + segment.size() + 1);
+    bytes.append(above.mBytes).append(Separator).append(segment);
     return NodeKey(std::move(bytes));
+}
+
+QList<QByteArray> NodeKey::segments() const
+{
+    return mBytes.isEmpty() ? QList<QByteArray>() : mBytes.split(Separator);
 }
 
 NodeKey NodeKey::parent() const

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QList>
 #include <QString>
 
 class clsElement;
@@ -45,6 +46,15 @@ public:
     // The property with collection key `propertyKey` of the element `owner`.
     static NodeKey property(const NodeKey &owner, QByteArrayView propertyKey);
 
+    // One segment alone, as a tree node holds it: the letter and the collection
+    // key ("EtxtTitle"); the key alone for a letter of 0 (a header variable).
+    static QByteArray segmentOf(char letter, QByteArrayView key);
+    // The key of a node under the node `above` whose own segment is `segment`
+    // (a header variable's key may be empty: "|Pskin_name" is a property of it).
+    static NodeKey under(const NodeKey &above, QByteArrayView segment);
+    // The segments of the key, root first.
+    QList<QByteArray> segments() const;
+
     // The key without its last segment (empty for a top-level key).
     NodeKey parent() const;
     // The letter of the key's last segment, the node's own kind.
@@ -81,7 +91,7 @@ public:
     friend bool operator!=(const NodeKey &a, const NodeKey &b) { return a.mBytes != b.mBytes; }
 
 private:
-    NodeKey segment(char letter, QByteArrayView key) const;
+    NodeKey joined(char letter, QByteArrayView key) const;
 
     QByteArray mBytes;
 };

@@ -152,7 +152,7 @@ QMenu *DocumentActions::menuFor(const QModelIndex &node) const
         return mMenus.property;
     case 'L': {
         const clsElement *element = mTree.resolve(node).element;
-        const bool offersMenu = element && (element->IsLayer() || element->ElementType() == "ELEMENT_TEMPLATE");
+        const bool offersMenu = element && (element->IsLayer() || element->IsElementTemplate());
         return offersMenu ? mMenus.layer : nullptr;
     }
     case 'E':

@@ -102,7 +102,7 @@ std::unique_ptr<ObjectTreeNode> ObjectTreeModel::elementNode(ObjectTreeNode *par
     node->kind = ObjectTreeNode::Element;
     node->parent = parent;
     node->element = element;
-    node->segment = letter ? letter + element->ElementKey() : element->ElementKey();
+    node->segment = NodeKey::segmentOf(letter, element->keyView());
     return node;
 }
 
@@ -113,7 +113,7 @@ std::unique_ptr<ObjectTreeNode> ObjectTreeModel::propertyNode(ObjectTreeNode *pa
     node->kind = ObjectTreeNode::Property;
     node->parent = parent;
     node->element = parent->element;
-    node->segment = 'P' + key;
+    node->segment = NodeKey::segmentOf('P', key);
     node->childrenMade = true;
     return node;
 }
@@ -172,7 +172,7 @@ void ObjectTreeModel::propertyChanged(const QByteArray &ownerKey, int index)
     // Nodes nobody has unfolded are made from the document when they are.
     if (!owner || !owner->childrenMade || !owner->element)
         return;
-    const QByteArray segment = 'P' + owner->element->Properties().keyAt(index).toByteArray();
+    const QByteArray segment = NodeKey::segmentOf('P', owner->element->Properties().keyAt(index));
     if (const ObjectTreeNode *node = childWithSegment(owner, segment)) {
         const QModelIndex changed = indexOfNode(node);
         emit dataChanged(changed, changed, { Qt::DisplayRole });
@@ -186,11 +186,11 @@ void ObjectTreeModel::propertyAdded(const QByteArray &ownerKey, int index)
         return;
     const clsProperties &properties = owner->element->Properties();
     const QByteArray key = properties.keyAt(index).toByteArray();
-    const QByteArray segment = 'P' + key;
+    const QByteArray segment = NodeKey::segmentOf('P', key);
     makeChildrenWithout(owner, [&segment](const ObjectTreeNode &n) { return n.segment == segment; });
     int row = int(owner->children.size());
     if (index + 1 < properties.Count()) {
-        const QByteArray next = 'P' + properties.keyAt(index + 1).toByteArray();
+        const QByteArray next = NodeKey::segmentOf('P', properties.keyAt(index + 1));
         if (const ObjectTreeNode *following = childWithSegment(owner, next))
             row = following->row;
     }
@@ -203,7 +203,7 @@ void ObjectTreeModel::propertyAboutToBeRemoved(const QByteArray &ownerKey, int i
     if (!owner || owner->kind != ObjectTreeNode::Element)
         return;
     makeChildren(owner);
-    const QByteArray segment = 'P' + owner->element->Properties().keyAt(index).toByteArray();
+    const QByteArray segment = NodeKey::segmentOf('P', owner->element->Properties().keyAt(index));
     if (const ObjectTreeNode *node = childWithSegment(owner, segment))
         removeNode(owner, node->row);
 }
@@ -287,14 +287,11 @@ NodeTarget ObjectTreeModel::resolve(const QModelIndex &index) const
 
 QByteArray ObjectTreeModel::keyOf(const ObjectTreeNode *node)
 {
-    QByteArray key = node->segment;
-    for (const ObjectTreeNode *n = node->parent; n && n->kind != ObjectTreeNode::Root; n = n->parent) {
-        // The "HEADERS" node gives its children no part of its own.
-        if (n->kind == ObjectTreeNode::Headers)
-            break;
-        key = n->segment + NodeKey::Separator + key;
-    }
-    return key;
+    // The "HEADERS" node gives its children no part of its own.
+    if (!node->parent || node->parent->kind == ObjectTreeNode::Root
+        || node->parent->kind == ObjectTreeNode::Headers)
+        return node->segment;
+    return NodeKey::under(NodeKey(keyOf(node->parent)), node->segment);
 }
 
 QByteArray ObjectTreeModel::nodeKey(const QModelIndex &index) const
@@ -345,7 +342,7 @@ ObjectTreeNode *ObjectTreeModel::nodeOfKey(const QByteArray &key) const
 {
     if (key.isEmpty())
         return nullptr;
-    const QList<QByteArray> segments = key.split(NodeKey::Separator);
+    const QList<QByteArray> segments = NodeKey(key).segments();
     ObjectTreeNode *at = childWithSegment(mRoot.get(), segments.first());
     if (!at) {
         if (ObjectTreeNode *headers = childWithSegment(mRoot.get(), kHeadersText))

@@ -637,8 +637,7 @@ void frmEditor::showElement(const QModelIndex &node, clsElement *element)
     const QByteArray key = mTree->nodeKey(node);
     // The object is shown over its own layer (or template): when another one is
     // on the canvas, the parent node is shown first.
-    const bool layerShown = !mShownLayerKey.isEmpty()
-        && key.startsWith(mShownLayerKey + NodeKey::Separator) && mShownLayer;
+    const bool layerShown = NodeKey(mShownLayerKey).isAncestorOf(NodeKey(key)) && mShownLayer;
     if (!layerShown)
         NodeClick(node.parent());
     HideMovingTool();

@@ -9,6 +9,22 @@ class TestDocumentModel : public QObject
     Q_OBJECT
 
 private slots:
+    void anElementsKindFollowsItsTagWord()
+    {
+        clsElements blocks;
+        QVERIFY(blocks.Add("a", "layer")->IsLayer());
+        QVERIFY(blocks.Add("b", "STATE")->IsState());
+        QVERIFY(blocks.Add("c", "element_template")->IsElementTemplate());
+        for (const char *type : { "LAYER", "STATE", "ELEMENT_TEMPLATE", "OBSERVER" })
+            QVERIFY(blocks.Add("d", type)->IsBlock());
+        for (const char *type : { "TEXT", "TEMPLATE", "USELAYER", "VAR" }) {
+            const clsElement *element = blocks.Add("e", type);
+            QVERIFY(!element->IsBlock());
+            QVERIFY(!element->IsLayer());
+            QVERIFY(!element->IsState());
+        }
+    }
+
     void repeatedKeyGetsNumberedSuffixesFromZero()
     {
         clsProperties props;

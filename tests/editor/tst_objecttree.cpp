@@ -232,6 +232,30 @@ private slots:
         QVERIFY(target.property.isNull());
     }
 
+    void keysAreBuiltFromWhereAnElementLives()
+    {
+        clsKorviInterface doc;
+        readText(doc, kSmallSkin + "<ELEMENT_TEMPLATE elCell>\n\t<TEXT inner>\n</ELEMENT_TEMPLATE>\n");
+        const clsElement *main = doc.Layers().Find("ui_Main");
+        QCOMPARE(NodeKey::of(doc, main).bytes(), QByteArray("Lui_Main"));
+        QCOMPARE(NodeKey::of(doc, doc.Layers().Find("st_Night")).bytes(), QByteArray("Sst_Night"));
+        QCOMPARE(NodeKey::of(doc, main->SubElements().Find("txtTitle")).bytes(), QByteArray("Lui_Main|EtxtTitle"));
+        // A used layer is keyed as its tree node is: "U", the layer it uses.
+        QCOMPARE(NodeKey::of(doc, main->SubElements().Find("ui_Top")).bytes(), QByteArray("Lui_Main|Uui_Top"));
+        QCOMPARE(NodeKey::of(doc, doc.Templates().Find("tplA")).bytes(), QByteArray("TtplA"));
+        QCOMPARE(NodeKey::of(doc, doc.Layers().Find("elCell")->SubElements().Find("inner")).bytes(),
+                 QByteArray("LelCell|Einner"));
+        QCOMPARE(NodeKey::of(doc, doc.Headers().at(0)).bytes(), doc.Headers().at(0)->ElementKey());
+        clsElement alone;
+        QVERIFY(NodeKey::of(doc, &alone).isEmpty());
+        const NodeKey text = NodeKey::of(doc, main->SubElements().Find("txtTitle"));
+        QCOMPARE(NodeKey::property(text, "x").bytes(), QByteArray("Lui_Main|EtxtTitle|Px"));
+        QCOMPARE(NodeKey::property(text, "x").parent(), text);
+        QVERIFY(NodeKey::of(doc, main).isAncestorOf(text));
+        QVERIFY(!text.isAncestorOf(text));
+        QVERIFY(!NodeKey(QByteArray("Lui_Ma")).isAncestorOf(text));
+    }
+
     void aNodesOwnLetterIsThatOfItsLastSegment()
     {
         QCOMPARE(NodeKey::ownLetterOf("Lui_Main|EtxtTitle"), 'E');
