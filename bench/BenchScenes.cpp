@@ -37,8 +37,8 @@ double floorMilliseconds()
 
 void Scene::start()
 {
-    lookup = std::make_unique<ResourceLookup>(context, info);
-    renderer = std::make_unique<LayerRenderer>(document, *lookup, cache, fonts);
+    setup = std::make_unique<RenderSetup>(document, context, info);
+    renderer = &setup->renderer;
 }
 
 // The demo screen that draws the most objects.

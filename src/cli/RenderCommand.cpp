@@ -2,12 +2,9 @@
 #include "CommandLine.h"
 #include "Commands.h"
 
-#include "LayerRenderer.h"
 #include "NodeKey.h"
-#include "PictureCache.h"
-#include "ResourceLookup.h"
 #include "SkinContext.h"
-#include "SkinFonts.h"
+#include "RenderSetup.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
@@ -215,11 +212,9 @@ int runRender(const QStringList &arguments)
     context.SkinFormat = o.format.isEmpty() ? formatFromName : o.format;
 
     StderrInfoSink info;
-    SkinFonts fonts(&info);
-    fonts.loadSkinFonts(context);
-    ResourceLookup lookup(context, info);
-    PictureCache cache;
-    LayerRenderer renderer(doc, lookup, cache, fonts);
+    RenderSetup setup(doc, context, info);
+    setup.fonts.loadSkinFonts(context);
+    LayerRenderer &renderer = setup.renderer;
 
     if (!o.highlight.isEmpty()) {
         const clsElement *selected = NodeKey::ResolveNodeKey(doc, o.highlight.toLatin1()).element;
@@ -247,7 +242,7 @@ int runRender(const QStringList &arguments)
         CommandLine::printErr(QStringLiteral("korvi: cannot make the folder %1").arg(o.output));
         return 1;
     }
-    const QSize size = canvasSize(o, context, cache);
+    const QSize size = canvasSize(o, context, setup.cache);
     QJsonArray boxes;
     QVector<QPair<QString, QString>> sheet;
     for (const clsElement *block : blocks) {

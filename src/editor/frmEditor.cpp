@@ -10,17 +10,15 @@
 #include "MovableShape.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
-#include "PictureCache.h"
 #include "PowGrid.h"
 #include "PropertyGridController.h"
-#include "ResourceLookup.h"
+#include "RenderSetup.h"
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
 #include "SkinDocument.h"
 #include "SkinFileNames.h"
 #include "SkinFolderListing.h"
-#include "SkinFonts.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "Splitter.h"
@@ -106,6 +104,11 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     resize(1320, 860);
 }
 
+LayerRenderer &frmEditor::renderer() const
+{
+    return mRendering->renderer;
+}
+
 frmEditor::~frmEditor()
 {
     // The controllers watch the controls' events; they go before them.
@@ -130,10 +133,7 @@ void frmEditor::createControls()
     createMenus();
 
     mInfoSink = std::make_unique<TextBoxInfoSink>(txtInfo);
-    mCache = std::make_unique<PictureCache>();
-    mFonts = std::make_unique<SkinFonts>(mInfoSink.get());
-    mLookup = std::make_unique<ResourceLookup>(mEnv.context, *mInfoSink);
-    mRenderer = std::make_unique<LayerRenderer>(mEnv.document, *mLookup, *mCache, *mFonts);
+    mRendering = std::make_unique<RenderSetup>(mEnv.document, mEnv.context, *mInfoSink);
     createControllers();
     followDocument();
 }
@@ -153,13 +153,13 @@ void frmEditor::createControllers()
     stbMain->addPermanentWidget(mActions->modifiedPanel());
 
     mCanvas = new CanvasController({ pctTemplate, mshObject, canvasArea, button(QStringLiteral("Lock")) },
-                                   *mRenderer, *mSkin, *this, this);
+                                   mRendering->renderer, *mSkin, *this, this);
     QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
     view->setObjectName(QStringLiteral("mnuView"));
     mCanvas->addZoomActions(*view);
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
-    mGrid = new PropertyGridController(*pgrProperty, *mSkin, *mLookup, mEnv.dialogs, *this, this);
+    mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
 }
 
 // The views follow the document: a new current node is shown whole; a change
@@ -433,26 +433,14 @@ void frmEditor::reportReadError(const QString &file, qint64 line, const QString 
 void frmEditor::ClearDocument()
 {
     HideMovingTool();
-    mCurrentObject = nullptr;
-    mShownLayer = nullptr;
-    mCurrentNodeKey.clear();
-    mShownLayerKey.clear();
-    mTemplateShown = false;
-    mFrameOnObject = false;
-    mRenderer->setHighlighted(nullptr);
-    mRenderer->forgetDrawnObjects();
+    clearSelectionDisplay();
     mCanvas->forgetDrag();
     mSkin->reload({});
-    mGrid->clear();
-    pctTemplate->clearPicture();
-    pctTmp = QImage();
-    for (int panel = 1; panel <= 2; ++panel)
-        setStatus(panel, QString());
 }
 
 void frmEditor::finishLoading()
 {
-    mFonts->loadSkinFonts(mEnv.context);
+    mRendering->fonts.loadSkinFonts(mEnv.context);
     // The canvas shows the skin's background until a node is chosen.
     DrawLayer(nullptr);
     button(QStringLiteral("Save"))->setEnabled(true);
@@ -622,7 +610,7 @@ void frmEditor::showTopLevel(const QModelIndex &node, clsElement *element, bool 
     mShownLayerKey = mCurrentNodeKey;
     mTemplateShown = isTemplate;
     mFrameOnObject = false;
-    mRenderer->setHighlighted(nullptr);
+    mRendering->renderer.setHighlighted(nullptr);
     if (isTemplate)
         drawTemplateAlone(element);
     else
@@ -656,8 +644,8 @@ void frmEditor::clearSelectionDisplay()
     mShownLayerKey.clear();
     mTemplateShown = false;
     mFrameOnObject = false;
-    mRenderer->setHighlighted(nullptr);
-    mRenderer->forgetDrawnObjects();
+    mRendering->renderer.setHighlighted(nullptr);
+    mRendering->renderer.forgetDrawnObjects();
     pctTemplate->clearPicture();
     pctTmp = QImage();
     mGrid->clear();
@@ -672,7 +660,7 @@ void frmEditor::fillGrid(const clsElement &element, const QByteArray &nodeKey)
 
 QImage frmEditor::freshCanvas()
 {
-    QImage canvas(CanvasSize::forSkin(mEnv.context, *mCache), QImage::Format_RGB32);
+    QImage canvas(CanvasSize::forSkin(mEnv.context, mRendering->cache), QImage::Format_RGB32);
     canvas.fill(Qt::black);
     return canvas;
 }
@@ -680,7 +668,7 @@ QImage frmEditor::freshCanvas()
 void frmEditor::DrawLayer(const clsElement *layer)
 {
     pctTmp = freshCanvas();
-    mRenderer->DrawLayer(layer, pctTmp);
+    mRendering->renderer.DrawLayer(layer, pctTmp);
     mShownLayer = layer;
     pctTemplate->setPicture(pctTmp);
 }
@@ -689,7 +677,7 @@ void frmEditor::DrawSingleLayer(const clsElement *layer)
 {
     if (pctTmp.isNull())
         pctTmp = freshCanvas();
-    mRenderer->DrawSingleLayer(layer, pctTmp);
+    mRendering->renderer.DrawSingleLayer(layer, pctTmp);
     pctTemplate->setPicture(pctTmp);
 }
 
@@ -697,8 +685,8 @@ void frmEditor::DrawSingleLayer(const clsElement *layer)
 void frmEditor::drawTemplateAlone(const clsElement *tpl)
 {
     pctTmp = freshCanvas();
-    mRenderer->DrawLayer(nullptr, pctTmp);
-    mRenderer->DrawElement(tpl, pctTmp, 0, 0, false);
+    mRendering->renderer.DrawLayer(nullptr, pctTmp);
+    mRendering->renderer.DrawElement(tpl, pctTmp, 0, 0, false);
     mShownLayer = tpl;
     pctTemplate->setPicture(pctTmp);
 }
@@ -715,15 +703,15 @@ void frmEditor::RefreshCanvas()
 void frmEditor::drawShown()
 {
     const clsElement *object = mFrameOnObject ? mCurrentObject : nullptr;
-    mRenderer->setHighlighted(object);
+    mRendering->renderer.setHighlighted(object);
     if (mTemplateShown)
         drawTemplateAlone(mShownLayer);
     else
         DrawLayer(mShownLayer);
     // An object the layer does not draw itself (one inside another object, or
     // inside a template) is drawn over the picture.
-    if (object && mRenderer->boxOf(object) == DrawnBox()) {
-        mRenderer->DrawElement(object, pctTmp, 0, 0, true);
+    if (object && mRendering->renderer.boxOf(object) == DrawnBox()) {
+        mRendering->renderer.DrawElement(object, pctTmp, 0, 0, true);
         pctTemplate->setPicture(pctTmp);
     }
 }
@@ -760,7 +748,7 @@ void frmEditor::placeMovingTool()
     if (!mCurrentObject || !mFrameOnObject)
         return;
     const bool locked = button(QStringLiteral("Lock"))->isChecked();
-    const DrawnBox box = mRenderer->boxOf(mCurrentObject);
+    const DrawnBox box = mRendering->renderer.boxOf(mCurrentObject);
     const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
     const int handle = mshObject->handleSize();
     mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));

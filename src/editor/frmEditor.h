@@ -16,9 +16,9 @@ class DocumentActions;
 class LayerRenderer;
 class MovableShape;
 class ObjectTreeModel;
-class PictureCache;
 class PowGrid;
 class PropertyGridController;
+struct RenderSetup;
 class QAction;
 class QLabel;
 class QMenu;
@@ -27,10 +27,8 @@ class QScrollArea;
 class QStatusBar;
 class QToolBar;
 class QTreeView;
-class ResourceLookup;
 class SkinCanvas;
 class SkinDocument;
-class SkinFonts;
 class Splitter;
 class TextBoxInfoSink;
 class ToolbarImages;
@@ -110,7 +108,7 @@ public:
     clsElement *currentObject() const override { return mCurrentObject; }
     const clsElement *shownLayer() const override { return mShownLayer; }
     QByteArray currentNodeKey() const override { return mCurrentNodeKey; }
-    LayerRenderer &renderer() const { return *mRenderer; }
+    LayerRenderer &renderer() const;
     // The off-screen picture the canvas was last composed in.
     const QImage &offScreenPicture() const { return pctTmp; }
 
@@ -176,10 +174,7 @@ private:
     // The information box as the place where report lines go, and the one
     // resource lookup of the window.
     std::unique_ptr<TextBoxInfoSink> mInfoSink;
-    std::unique_ptr<PictureCache> mCache;
-    std::unique_ptr<SkinFonts> mFonts;
-    std::unique_ptr<ResourceLookup> mLookup;
-    std::unique_ptr<LayerRenderer> mRenderer;
+    std::unique_ptr<RenderSetup> mRendering;
     DocumentActions *mActions = nullptr;
     CanvasController *mCanvas = nullptr;
     PropertyGridController *mGrid = nullptr;

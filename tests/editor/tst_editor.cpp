@@ -1,13 +1,10 @@
 #include "EditorFixture.h"
 
 #include "CanvasSize.h"
-#include "LayerRenderer.h"
+#include "RenderSetup.h"
 #include "MovableShape.h"
 #include "ObjectTreeModel.h"
-#include "PictureCache.h"
 #include "PowGrid.h"
-#include "ResourceLookup.h"
-#include "SkinFonts.h"
 #include "SkinCanvas.h"
 #include "Splitter.h"
 #include "StringInfoSink.h"
@@ -32,13 +29,11 @@ QImage referencePicture(const clsKorviInterface &doc, const SkinContext &context
                         DrawnBox *box = nullptr)
 {
     StringInfoSink sink;
-    ResourceLookup lookup(context, sink);
-    PictureCache cache;
-    SkinFonts fonts(&sink);
-    fonts.loadSkinFonts(context);
-    LayerRenderer renderer(doc, lookup, cache, fonts);
+    RenderSetup setup(doc, context, sink);
+    setup.fonts.loadSkinFonts(context);
+    LayerRenderer &renderer = setup.renderer;
     renderer.setHighlighted(highlighted);
-    QImage picture(CanvasSize::forSkin(context, cache), QImage::Format_RGB32);
+    QImage picture(CanvasSize::forSkin(context, setup.cache), QImage::Format_RGB32);
     renderer.DrawLayer(layer, picture);
     if (box && highlighted)
         *box = renderer.boxOf(highlighted);
@@ -478,10 +473,8 @@ private slots:
         clsElement *tpl = f.document.Templates().Find("tplOwn");
         QCOMPARE(f.window->currentObject(), tpl);
         StringInfoSink sink;
-        ResourceLookup lookup(f.context, sink);
-        PictureCache cache;
-        SkinFonts fonts(&sink);
-        LayerRenderer renderer(f.document, lookup, cache, fonts);
+        RenderSetup setup(f.document, f.context, sink);
+        LayerRenderer &renderer = setup.renderer;
         QImage expected(800, 480, QImage::Format_RGB32);
         renderer.DrawLayer(nullptr, expected);
         renderer.DrawElement(tpl, expected, 0, 0, false);
