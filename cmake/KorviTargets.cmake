@@ -19,6 +19,7 @@ function(korvi_add_tests)
         get_filename_component(_name ${_src} NAME_WE)
         add_executable(${_name} ${_src} ${ARG_EXTRA_SOURCES})
         target_link_libraries(${_name} PRIVATE ${ARG_LIBS} Qt6::Test)
+        target_include_directories(${_name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/common)
         target_compile_definitions(${_name} PRIVATE
             KORVI_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
             KORVI_SOURCE_DIR="${PROJECT_SOURCE_DIR}"

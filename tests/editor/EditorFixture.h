@@ -3,6 +3,7 @@
 // A main window with scripted dialogs and a settings folder of its own, and the
 // small skins the window tests open.
 
+#include "TestFiles.h"
 #include "CanvasController.h"
 #include "DocumentActions.h"
 #include "EditorEnvironment.h"
@@ -27,20 +28,6 @@
 #include <QtTest>
 
 #include <memory>
-
-inline void writeTestFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
-
-inline QByteArray readTestFile(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 struct EditorFixture
 {
@@ -95,7 +82,7 @@ struct SmallSkin
 
     SmallSkin()
     {
-        writeTestFile(mainFile(),
+        QVERIFY(writeTestFile(mainFile(),
                       "<header>\r\n"
                       "\t<VAR skin_name=Test>\r\n"
                       "</header>\r\n"
@@ -111,9 +98,9 @@ struct SmallSkin
                       "</LAYER>\r\n"
                       "<STATE st_Night>\r\n"
                       "\t<TEXT txtNight x=20 y=20 w=100 h=20 text=Night>\r\n"
-                      "</STATE>\r\n");
-        writeTestFile(uiFolder() + "/templates_a.ui", "<TEMPLATE tplShared fontsize=14>\r\n");
-        writeTestFile(root.path() + "/800_480/main_scheme.ui", "<FONTTYPE ftScheme font=Verdana>\r\n");
-        writeTestFile(root.path() + "/common/ui/common.ui", "<LAYER ui_Common>\r\n</LAYER>\r\n");
+                      "</STATE>\r\n"));
+        QVERIFY(writeTestFile(uiFolder() + "/templates_a.ui", "<TEMPLATE tplShared fontsize=14>\r\n"));
+        QVERIFY(writeTestFile(root.path() + "/800_480/main_scheme.ui", "<FONTTYPE ftScheme font=Verdana>\r\n"));
+        QVERIFY(writeTestFile(root.path() + "/common/ui/common.ui", "<LAYER ui_Common>\r\n</LAYER>\r\n"));
     }
 };

@@ -52,7 +52,7 @@ struct EditingFixture : EditorFixture
     EditingFixture()
     {
         file = skinFolder.path() + "/800_480/ui/pick_800_480.ui";
-        writeTestFile(file, kPickSkin);
+        QVERIFY(writeTestFile(file, kPickSkin));
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         actions()->popUpMenu = [this](QMenu &menu, QPoint) -> QAction * {
@@ -426,7 +426,7 @@ private slots:
     void removeObjectOnATemplateNodeDoesNothing()
     {
         EditingFixture f;
-        writeTestFile(f.file, "<TEMPLATE tplOwn x=1 bmp=\"a.bmp\">\r\n" + kPickSkin);
+        QVERIFY(writeTestFile(f.file, "<TEMPLATE tplOwn x=1 bmp=\"a.bmp\">\r\n" + kPickSkin));
         f.window->openSkinFile(f.file);
         f.chooseEntry = QStringLiteral("mnuRemoveObject");
         f.rightClick("TtplOwn");

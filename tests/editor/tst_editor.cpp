@@ -218,7 +218,7 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("skin_800_480.ui"), "<LAYER a>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("skin_800_480.ui"), "<LAYER a>\r\n</LAYER>\r\n"));
         f.context.SkinFormat = QStringLiteral("480_272");
         f.window->openSkinFile(dir.filePath("skin_800_480.ui"));
         QCOMPARE(f.context.SkinFormat, QStringLiteral("800_480"));
@@ -228,7 +228,7 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("main.ui"), "<LAYER a>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("main.ui"), "<LAYER a>\r\n</LAYER>\r\n"));
         f.context.SkinFormat = QStringLiteral("480_272");
         f.dialogs.answerPath(dir.filePath("main.ui"));
         f.window->button("Open")->trigger();
@@ -243,7 +243,7 @@ private slots:
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnMap"));
         QVERIFY(f.pgrProperty()->Items()->Count() > 0);
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("second.ui"), "<LAYER only>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("second.ui"), "<LAYER only>\r\n</LAYER>\r\n"));
         f.dialogs.answerPath(dir.filePath("second.ui"));
         f.window->button("Open")->trigger();
         QCOMPARE(f.document.Layers().Count(), 1);
@@ -262,7 +262,7 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("broken.ui"), "<LAYER good>\r\n</LAYER>\r\n<TEXT orphan x=1>\r\n<LAYER after>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("broken.ui"), "<LAYER good>\r\n</LAYER>\r\n<TEXT orphan x=1>\r\n<LAYER after>\r\n"));
         f.window->openSkinFile(dir.filePath("broken.ui"));
         QCOMPARE(f.dialogs.asked().size(), 1);
         const ScriptedDialogs::Asked &message = f.dialogs.asked().at(0);
@@ -312,10 +312,10 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("b.ui"), "<LAYER b>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("C.UI"), "<LAYER c>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("A.ui"), "<LAYER a>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("notes.txt"), "<LAYER no>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("b.ui"), "<LAYER b>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("C.UI"), "<LAYER c>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("A.ui"), "<LAYER a>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("notes.txt"), "<LAYER no>\r\n</LAYER>\r\n"));
         f.window->openSkinFolder(dir.path());
         QStringList names;
         for (const clsElement *layer : f.document.Layers())
@@ -327,9 +327,9 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("a_480_272.ui"), "<LAYER a>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("b_800_480.ui"), "<LAYER b>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("c.ui"), "<LAYER c>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("a_480_272.ui"), "<LAYER a>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("b_800_480.ui"), "<LAYER b>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("c.ui"), "<LAYER c>\r\n</LAYER>\r\n"));
         f.window->openSkinFolder(dir.path());
         QCOMPARE(f.context.SkinFormat, QStringLiteral("800_480"));
     }
@@ -342,7 +342,7 @@ private slots:
         SmallSkin skin;
         f.window->openSkinFile(skin.mainFile());
         const QString target = skin.root.filePath("existing.ui");
-        writeTestFile(target, "old content");
+        QVERIFY(writeTestFile(target, "old content"));
         const QString title = f.window->windowTitle();
         f.dialogs.answerPath(target);
         f.dialogs.answerButton(Dialogs::Button::No);
@@ -366,7 +366,7 @@ private slots:
         SmallSkin skin;
         f.window->openSkinFile(skin.mainFile());
         const QString target = skin.root.filePath("existing.ui");
-        writeTestFile(target, "old content");
+        QVERIFY(writeTestFile(target, "old content"));
         f.dialogs.answerPath(target);
         f.dialogs.answerButton(Dialogs::Button::Yes);
         f.window->button("Save")->trigger();

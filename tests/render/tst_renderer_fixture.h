@@ -4,6 +4,7 @@
 // folder, a document read from .ui text, and a renderer over them.
 
 #include "ElementTextPainter.h"
+#include "TestFiles.h"
 #include "RenderSetup.h"
 #include "SkinContext.h"
 #include "StringInfoSink.h"
@@ -80,9 +81,7 @@ struct RenderFixture
 
     void file(const QString &name, const QByteArray &bytes)
     {
-        QFile f(skinRoot + QStringLiteral("/800_480/") + name);
-        f.open(QIODevice::WriteOnly);
-        f.write(bytes);
+        writeTestFile(skinRoot + QStringLiteral("/800_480/") + name, bytes);
     }
 
     void read(const QByteArray &uiText)
