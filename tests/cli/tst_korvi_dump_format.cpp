@@ -83,6 +83,21 @@ private slots:
         QCOMPARE(dump.value("Layers").toArray().size(), 0);
     }
 
+    void importedFilesMayFollowTheFileAndUnknownOptionsAreNamed()
+    {
+        QTemporaryDir dir;
+        const QString shared = writeFile(dir, "t.ui", "<TEMPLATE tmp bmp=b.bmp>\r\n");
+        const QString other = writeFile(dir, "u.ui", "<TEMPLATE tmq bmp=c.bmp>\r\n");
+        const QString file = writeFile(dir, "m.ui", "<LAYER ui_Main x=1>\r\n</LAYER>\r\n");
+        const Run run = korvi({ "dump", file, "-i", shared, "-i", other });
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.out.contains("tmp"));
+        QVERIFY(run.out.contains("tmq"));
+        const Run unknown = korvi({ "dump", "--bogus", file });
+        QCOMPARE(unknown.exitCode, 2);
+        QVERIFY(unknown.err.contains("bogus"));
+    }
+
     void usageErrorsExitWithTwo()
     {
         QCOMPARE(korvi({ "dump" }).exitCode, 2);

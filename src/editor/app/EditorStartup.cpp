@@ -6,6 +6,7 @@
 #include "frmEditor.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QFileInfo>
 #include <QTextStream>
 #include <QTreeView>
@@ -19,31 +20,30 @@ QString usage()
 
 Options parse(const QStringList &arguments, QString &error)
 {
+    QCommandLineParser parser;
+    const QCommandLineOption skinDir(QStringLiteral("skin-dir"),
+                                     QStringLiteral("The default skin directory for this run."),
+                                     QStringLiteral("DIR"));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Write a picture of the window and end."),
+                                        QStringLiteral("OUT.png"));
+    const QCommandLineOption help({ QStringLiteral("h"), QStringLiteral("help") },
+                                  QStringLiteral("Print the usage and end."));
+    parser.addOptions({ skinDir, screenshot, help });
     Options options;
-    for (int i = 1; i < arguments.size(); ++i) {
-        const QString &a = arguments.at(i);
-        auto value = [&](QString &into) {
-            if (i + 1 >= arguments.size()) {
-                error = a + QStringLiteral(" wants a value");
-                return;
-            }
-            into = arguments.at(++i);
-        };
-        if (a == QLatin1String("--skin-dir")) {
-            value(options.skinDirectory);
-            options.hasSkinDirectory = true;
-        } else if (a == QLatin1String("--screenshot")) {
-            value(options.screenshot);
-        } else if (a.startsWith(QLatin1String("--"))) {
-            error = QStringLiteral("unknown option ") + a;
-        } else if (options.target.isEmpty()) {
-            options.target = a;
-        } else {
-            error = QStringLiteral("only one file or folder can be opened");
-        }
-        if (!error.isEmpty())
-            break;
+    if (!parser.parse(arguments)) {
+        error = parser.errorText();
+        return options;
     }
+    options.help = parser.isSet(help);
+    options.hasSkinDirectory = parser.isSet(skinDir);
+    options.skinDirectory = parser.value(skinDir);
+    options.screenshot = parser.value(screenshot);
+    const QStringList targets = parser.positionalArguments();
+    if (targets.size() > 1)
+        error = QStringLiteral("only one file or folder can be opened");
+    else if (!targets.isEmpty())
+        options.target = targets.first();
     return options;
 }
 
@@ -82,6 +82,10 @@ bool writeScreenshot(frmEditor &window, const QString &path)
 
 int run(frmEditor &window, const Options &options)
 {
+    if (options.help) {
+        QTextStream(stdout) << usage() << '\n';
+        return 0;
+    }
     if (options.hasSkinDirectory)
         window.setRunSkinDirectory(options.skinDirectory);
     openTarget(window, options.target);

@@ -14,6 +14,7 @@ struct Options
     bool hasSkinDirectory = false;
     QString screenshot;    // --screenshot: write a picture of the window and end
     QString target;        // a .ui file, or a folder, to open
+    bool help = false;     // --help: print the usage and end
 };
 
 QString usage();
