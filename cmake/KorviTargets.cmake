@@ -8,6 +8,13 @@ function(korvi_add_library name)
     add_library(${name} STATIC ${_sources} ${ARG_RESOURCES})
     target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${ARG_LIBS})
+    korvi_strict_strings(${name})
+endfunction()
+
+# Text in the program's code says how it is encoded: no silent conversion of
+# a C string to a QString.
+function(korvi_strict_strings name)
+    target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII)
 endfunction()
 
 # korvi_add_tests(LIBS...): one test executable and one CTest test for every

@@ -244,7 +244,7 @@ int runRender(const QStringList &arguments)
             CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(target));
             return 1;
         }
-        sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + ":" + name });
+        sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + QLatin1Char(':') + name });
         appendBoxes(boxes, renderer, o.allLayers ? QString::fromLatin1(block->ElementKey()) : QString());
     }
     if (o.allLayers && !writeFile(QDir(o.output).filePath(QStringLiteral("index.html")),
