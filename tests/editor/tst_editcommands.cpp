@@ -3,6 +3,7 @@
 #include "DragPosition.h"
 #include "ElementCommands.h"
 #include "ObjectTreeModel.h"
+#include "TreeDump.h"
 #include "PropertyCommands.h"
 #include "PropertyKinds.h"
 #include "SkinContext.h"
@@ -28,17 +29,6 @@ const QByteArray kSkin = "<LAYER ui_Main z=1>\n"
                          "<LAYER ui_Third>\n"
                          "</LAYER>\n";
 
-// Every node as "indent key | text", depth first, every node unfolded.
-void dump(const ObjectTreeModel &model, const QModelIndex &parent, int depth, QStringList &lines)
-{
-    for (int row = 0; row < model.rowCount(parent); ++row) {
-        const QModelIndex node = model.index(row, 0, parent);
-        lines << QString(depth * 2, QLatin1Char(' ')) + QString::fromLatin1(model.nodeKey(node))
-                + QStringLiteral(" | ") + model.nodeText(node);
-        dump(model, node, depth + 1, lines);
-    }
-}
-
 struct Fixture
 {
     clsKorviInterface document;
@@ -62,7 +52,7 @@ struct Fixture
     QStringList nodes() const
     {
         QStringList lines;
-        dump(tree, QModelIndex(), 0, lines);
+        dumpTree(tree, QModelIndex(), 0, lines);
         return lines;
     }
 

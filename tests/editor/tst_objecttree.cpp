@@ -1,5 +1,6 @@
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
+#include "TreeDump.h"
 #include "SkinContext.h"
 #include "SkinDocument.h"
 #include "SkinLoader.h"
@@ -18,16 +19,15 @@ void readText(clsKorviInterface &doc, const QByteArray &text, bool imported = fa
     reader.readBytes(text, QStringLiteral("test.ui"));
 }
 
-// Every node as "indent key | text", depth first, children unfolded.
-void dump(const ObjectTreeModel &model, const QModelIndex &parent, int depth, QStringList &lines)
+// The tree of a document as the editor makes it.
+struct TreeModel
 {
-    for (int row = 0; row < model.rowCount(parent); ++row) {
-        const QModelIndex node = model.index(row, 0, parent);
-        lines << QString(depth * 2, QLatin1Char(' ')) + QString::fromLatin1(model.nodeKey(node))
-                + QStringLiteral(" | ") + model.nodeText(node);
-        dump(model, node, depth + 1, lines);
-    }
-}
+    explicit TreeModel(clsKorviInterface &document) : skin(document, context), model(skin) { }
+
+    SkinContext context;
+    SkinDocument skin;
+    ObjectTreeModel model;
+};
 
 QStringList topKeys(const ObjectTreeModel &model)
 {
@@ -65,9 +65,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main>\n</LAYER>\n");
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), QStringList{ "Lui_Main" });
         QCOMPARE(model.nodeText(model.index(0, 0)), QStringLiteral("LAYER:ui_Main"));
@@ -77,9 +76,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main x=1>\n</LAYER>\n<LAYER ui_Main x=2>\n</LAYER>\n");
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), (QStringList{ "Lui_Main", "Lui_Main[0]" }));
         const NodeTarget first = model.ResolveNodeKey("Lui_Main");
@@ -94,9 +92,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main>\n\t<USELAYER ui_Gone/>\n</LAYER>\n");
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         const QModelIndex use = model.index(0, 0, model.index(0, 0));
         QCOMPARE(model.nodeKey(use), QByteArray("Lui_Main|Uui_Gone"));
@@ -118,12 +115,11 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QStringList lines;
-        dump(model, QModelIndex(), 0, lines);
+        dumpTree(model, QModelIndex(), 0, lines);
         const QStringList expected = {
             "HEADERS | HEADERS",
             // A header variable has no name: its key is empty, and so is the
@@ -165,9 +161,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<header>\n\t<VAR Lui_Main=1>\n\t<VAR b=2>\n</header>\n<LAYER ui_Main>\n</LAYER>\n");
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         const QModelIndex headers = model.index(0, 0);
         QCOMPARE(model.nodeText(headers), QStringLiteral("HEADERS"));
@@ -191,9 +186,8 @@ private slots:
         clsKorviInterface doc;
         readText(doc, "<TEMPLATE shared>\n", true);
         readText(doc, "<TEMPLATE own>\n<LAYER l>\n</LAYER>\n");
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), (QStringList{ "Town", "Ll" }));
     }
@@ -202,9 +196,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(true);
         QCOMPARE(topKeys(model), (QStringList{ "Lui_Main", "Lui_Top", "Sst_Night" }));
     }
@@ -285,12 +278,11 @@ private slots:
         clsKorviInterface doc;
         SkinLoader::openSkinFile(doc, QStringLiteral(KORVI_SOURCE_DIR)
                                           + "/samples/demo-skin/800_480/ui/main_800_480.ui");
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QStringList lines;
-        dump(model, QModelIndex(), 0, lines);
+        dumpTree(model, QModelIndex(), 0, lines);
         QFile expected(QStringLiteral(KORVI_TEST_DATA) + "/editor/demo-skin-tree.txt");
         QVERIFY(expected.open(QIODevice::ReadOnly));
         const QStringList wanted = QString::fromLatin1(expected.readAll()).split('\n', Qt::SkipEmptyParts);
@@ -305,23 +297,22 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         const QModelIndex layer = model.indexOfKey("Lui_Top");
         QVERIFY(layer.isValid());
-        QVERIFY(skin.addElement("Lui_Top", "btnNew", "BUTTON"));
+        QVERIFY(tree.skin.addElement("Lui_Top", "btnNew", "BUTTON"));
         const QModelIndex node = model.index(model.rowCount(layer) - 1, 0, layer);
         QCOMPARE(model.nodeKey(node), QByteArray("Lui_Top|EbtnNew"));
         QCOMPARE(model.nodeText(node), QStringLiteral("BUTTON:btnNew"));
-        QCOMPARE(skin.addProperty("Lui_Top|EbtnNew", "x", "0"), 0);
+        QCOMPARE(tree.skin.addProperty("Lui_Top|EbtnNew", "x", "0"), 0);
         const QModelIndex prop = model.index(model.rowCount(node) - 1, 0, node);
         QCOMPARE(model.nodeKey(prop), QByteArray("Lui_Top|EbtnNew|Px"));
         QCOMPARE(model.nodeText(prop), QStringLiteral("x=0"));
         QCOMPARE(model.indexOfKey("Lui_Top|EbtnNew|Px"), prop);
-        QVERIFY(skin.takeElement("Lui_Top", 0));
+        QVERIFY(tree.skin.takeElement("Lui_Top", 0));
         QVERIFY(!model.indexOfKey("Lui_Top|EbtnNew").isValid());
         QCOMPARE(model.rowCount(layer), 0);
     }
@@ -330,12 +321,11 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        QVERIFY(skin.takeElement(QByteArray(), doc.Layers().indexOf("ui_Main")));
+        QVERIFY(tree.skin.takeElement(QByteArray(), doc.Layers().indexOf("ui_Main")));
         const QModelIndex state = model.indexOfKey("Sst_Night");
         QCOMPARE(model.index(state.row(), 0), state);
         QCOMPARE(model.parent(model.index(0, 0, state.siblingAtRow(0))), state.siblingAtRow(0));
@@ -346,9 +336,8 @@ private slots:
         clsKorviInterface doc;
         SkinLoader::openSkinFile(doc, QStringLiteral(KORVI_SOURCE_DIR)
                                           + "/samples/demo-skin/800_480/ui/main_800_480.ui");
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.BuildObjectTree(false);
         model.BuildObjectTree(true);
@@ -362,9 +351,8 @@ private slots:
         for (int i = 0; i < 20000; ++i)
             text += "<LAYER l" + QByteArray::number(i) + ">\n\t<TEXT t x=1>\n</LAYER>\n";
         readText(doc, text);
-        SkinContext context;
-        SkinDocument skin(doc, context);
-        ObjectTreeModel model(skin);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QCOMPARE(model.rowCount(), 20000);
         const QModelIndex last = model.index(19999, 0);
