@@ -21,6 +21,7 @@ void ChangeValueCommand::redo()
 {
     bool changed = false;
     if (mDocument.elementAt(mOwnerKey)) {
+        const SkinDocument::ChangeBatch batch(mDocument);
         for (Change &change : mChanges)
             changed = apply(change) || changed;
     }
@@ -36,8 +37,11 @@ void ChangeValueCommand::undo()
     // The last change is taken back first, so that properties added by the
     // command go in the reverse order of their coming.
     bool restored = false;
-    for (auto it = mChanges.crbegin(); it != mChanges.crend(); ++it)
-        restored = restore(*it) || restored;
+    {
+        const SkinDocument::ChangeBatch batch(mDocument);
+        for (auto it = mChanges.crbegin(); it != mChanges.crend(); ++it)
+            restored = restore(*it) || restored;
+    }
     // The element is gone: there is nothing left to take back.
     if (!restored) {
         setObsolete(true);

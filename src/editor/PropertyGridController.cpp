@@ -39,6 +39,7 @@ PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &docu
     connect(&document, &SkinDocument::propertyChanged, this, changed);
     connect(&document, &SkinDocument::propertyAdded, this, changed);
     connect(&document, &SkinDocument::propertyRemoved, this, changed);
+    connect(&document, &SkinDocument::changed, this, &PropertyGridController::refillIfStale);
 }
 
 void PropertyGridController::fill(const clsElement &element, const QByteArray &nodeKey)
@@ -53,9 +54,18 @@ void PropertyGridController::clear()
 
 void PropertyGridController::propertiesChanged(const QByteArray &ownerKey)
 {
-    clsElement *current = mSelection.currentObject();
+    const clsElement *current = mSelection.currentObject();
     if (current && mDocument.elementAt(ownerKey) == current)
+        mStale = true;
+}
+
+// Once the change is whole: a move sets "x" and "y" and fills the grid once.
+void PropertyGridController::refillIfStale()
+{
+    const clsElement *current = mSelection.currentObject();
+    if (mStale && current)
         fill(*current, mSelection.currentNodeKey());
+    mStale = false;
 }
 
 void PropertyGridController::itemChanged(PowGridItem *item, int column)

@@ -53,6 +53,7 @@ bool SkinDocument::setPropertyValue(const QByteArray &ownerKey, QByteArrayView p
         return true;
     owner->Properties().setValueAt(index, value);
     emit propertyChanged(ownerKey, index);
+    changeMade();
     return true;
 }
 
@@ -64,6 +65,7 @@ int SkinDocument::addProperty(const QByteArray &ownerKey, QByteArrayView name, c
     owner->Properties().Add(name, value);
     const int index = owner->Properties().Count() - 1;
     emit propertyAdded(ownerKey, index);
+    changeMade();
     return index;
 }
 
@@ -75,6 +77,7 @@ bool SkinDocument::insertProperty(const QByteArray &ownerKey, int index, QByteAr
         return false;
     owner->Properties().Insert(index, key, value);
     emit propertyAdded(ownerKey, index);
+    changeMade();
     return true;
 }
 
@@ -87,6 +90,7 @@ bool SkinDocument::removeProperty(const QByteArray &ownerKey, QByteArrayView pro
     emit propertyAboutToBeRemoved(ownerKey, index);
     owner->Properties().Remove(index + 1);
     emit propertyRemoved(ownerKey, index);
+    changeMade();
     return true;
 }
 
@@ -106,6 +110,7 @@ clsElement *SkinDocument::addElement(const QByteArray &parentKey, const QByteArr
         return nullptr;
     clsElement *element = children->Add(name, type);
     emit elementInserted(parentKey, children->Count() - 1);
+    changeMade();
     return element;
 }
 
@@ -118,6 +123,7 @@ clsElement *SkinDocument::insertElement(const QByteArray &parentKey, int index,
         return nullptr;
     clsElement *inserted = children->Insert(index, std::move(element));
     emit elementInserted(parentKey, index);
+    changeMade();
     return inserted;
 }
 
@@ -129,7 +135,24 @@ std::unique_ptr<clsElement> SkinDocument::takeElement(const QByteArray &parentKe
     emit elementAboutToBeRemoved(parentKey, index);
     std::unique_ptr<clsElement> taken = children->Take(index);
     emit elementRemoved(parentKey, index);
+    changeMade();
     return taken;
+}
+
+void SkinDocument::changeMade()
+{
+    if (mBatchDepth > 0)
+        mBatchChanged = true;
+    else
+        emit changed();
+}
+
+void SkinDocument::endBatch()
+{
+    if (--mBatchDepth > 0 || !mBatchChanged)
+        return;
+    mBatchChanged = false;
+    emit changed();
 }
 
 void SkinDocument::setContext(const SkinContext &context)

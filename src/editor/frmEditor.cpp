@@ -167,11 +167,7 @@ void frmEditor::createControllers()
 void frmEditor::followDocument()
 {
     connect(mSkin, &SkinDocument::currentChanged, this, &frmEditor::showCurrent);
-    connect(mSkin, &SkinDocument::propertyChanged, this, &frmEditor::redrawAfterChange);
-    connect(mSkin, &SkinDocument::propertyAdded, this, &frmEditor::redrawAfterChange);
-    connect(mSkin, &SkinDocument::propertyRemoved, this, &frmEditor::redrawAfterChange);
-    connect(mSkin, &SkinDocument::elementInserted, this, &frmEditor::redrawAfterChange);
-    connect(mSkin, &SkinDocument::elementRemoved, this, &frmEditor::redrawAfterChange);
+    connect(mSkin, &SkinDocument::changed, this, &frmEditor::redrawAfterChange);
     connect(mSkin, &SkinDocument::contextChanged, this, &frmEditor::redrawAfterChange);
 }
 

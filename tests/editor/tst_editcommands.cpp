@@ -343,6 +343,21 @@ private slots:
         QCOMPARE(removed.first().at(1).toInt(), 1);
     }
 
+    void aMoveIsToldAsOneChange()
+    {
+        Fixture f;
+        QSignalSpy changed(&f.surface, &SkinDocument::changed);
+        QSignalSpy added(&f.surface, &SkinDocument::propertyAdded);
+        f.stack.push(new MoveElementCommand(f.surface, "Lui_Main|EsprNoPlace", "3", "4", 0));
+        QCOMPARE(added.count(), 2);
+        QCOMPARE(changed.count(), 1);
+        f.stack.undo();
+        QCOMPARE(changed.count(), 2);
+        // A change made alone is told at once.
+        QVERIFY(f.surface.setPropertyValue("Lui_Main|EtxtTitle", "x", "1"));
+        QCOMPARE(changed.count(), 3);
+    }
+
     void newEditorWideValuesAreToldOnce()
     {
         Fixture f;

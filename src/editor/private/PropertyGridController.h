@@ -32,6 +32,7 @@ public:
 
 private:
     void propertiesChanged(const QByteArray &ownerKey);
+    void refillIfStale();
     void valueCommitted(PowGridItem *item);
     void chooseColour(PowGridItem *item);
     void chooseImage(PowGridItem *item);
@@ -41,4 +42,6 @@ private:
     const ResourceLookup &mLookup;
     Dialogs &mDialogs;
     ShownSelection &mSelection;
+    // The current object's properties changed since the grid was filled.
+    bool mStale = false;
 };

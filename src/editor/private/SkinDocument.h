@@ -72,6 +72,20 @@ public:
     // New editor-wide values (the open file, the skin directory, the format).
     void setContext(const SkinContext &context);
 
+    // Changes made while a batch lives are told as one: each still gives its
+    // own signal, but `changed` comes once, when the last batch ends.
+    class ChangeBatch
+    {
+    public:
+        explicit ChangeBatch(SkinDocument &document) : mDocument(document) { ++document.mBatchDepth; }
+        ~ChangeBatch() { mDocument.endBatch(); }
+        ChangeBatch(const ChangeBatch &) = delete;
+        ChangeBatch &operator=(const ChangeBatch &) = delete;
+
+    private:
+        SkinDocument &mDocument;
+    };
+
     // Replaces the whole document: the history and the current node are
     // forgotten, the document is cleared, `load` fills it, and everybody is
     // told to start over.
@@ -87,14 +101,22 @@ signals:
     void elementInserted(const QByteArray &parentKey, int index);
     void elementAboutToBeRemoved(const QByteArray &parentKey, int index);
     void elementRemoved(const QByteArray &parentKey, int index);
+    // After a change of the document (once after a batch of them): what shows
+    // the document may be drawn again.
+    void changed();
     void contextChanged();
     void currentChanged(const QByteArray &nodeKey);
     void aboutToBeReset();
     void reset();
 
 private:
+    void changeMade();
+    void endBatch();
+
     clsKorviInterface &mDocument;
     SkinContext &mContext;
     std::unique_ptr<QUndoStack> mUndoStack;
     QByteArray mCurrentKey;
+    int mBatchDepth = 0;
+    bool mBatchChanged = false;
 };
