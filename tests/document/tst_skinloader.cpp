@@ -98,6 +98,24 @@ private slots:
         // What was read before the error stays.
         QVERIFY(doc.Templates().Find("a"));
     }
+
+    void aReadingErrorGoesToTheHandlerAndTheNextFileIsRead()
+    {
+        QTemporaryDir dir;
+        QVERIFY(writeTestFile(dir.path() + "/ui/templates_a.ui", "<TEMPLATE a>\n<TEXT orphan>\n"));
+        QVERIFY(writeTestFile(dir.path() + "/ui/templates_b.ui", "<TEMPLATE b>\n"));
+        QVERIFY(writeTestFile(dir.path() + "/ui/main.ui", "<LAYER ui_Main>\n</LAYER>\n"));
+        clsKorviInterface doc;
+        QStringList errors;
+        const SkinLoader::OpenedSkin opened = SkinLoader::openSkinFile(
+            doc, dir.path() + "/ui/main.ui",
+            [&errors](const SkinReadError &error) { errors << QFileInfo(error.file()).fileName(); });
+        QCOMPARE(errors, QStringList{ "templates_a.ui" });
+        QVERIFY(doc.Templates().Find("a"));
+        QVERIFY(doc.Templates().Find("b"));
+        QVERIFY(doc.Layers().Find("ui_Main"));
+        QCOMPARE(opened.filesRead.size(), 3);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestSkinLoader)

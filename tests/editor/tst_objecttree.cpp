@@ -259,6 +259,19 @@ private slots:
         QCOMPARE(NodeKey::letterOf("Lui_Main|EtxtTitle"), 'L');
     }
 
+    void nodesAreFoundByKeysThatDifferInCase()
+    {
+        clsKorviInterface doc;
+        readText(doc, kSmallSkin);
+        TreeModel tree(doc);
+        tree.model.BuildObjectTree(false);
+        const QModelIndex node = tree.model.indexOfKey("Lui_Main|EtxtTitle|Px");
+        QVERIFY(node.isValid());
+        QCOMPARE(tree.model.indexOfKey("LUI_MAIN|ETXTTITLE|PX"), node);
+        // The letters name the kind of a segment and are not folded.
+        QVERIFY(!tree.model.indexOfKey("lui_Main|EtxtTitle|Px").isValid());
+    }
+
     void propertyKeyGivesElementAndProperty()
     {
         clsKorviInterface doc;
