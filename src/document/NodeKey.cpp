@@ -2,6 +2,8 @@
 
 #include "clsKorviInterface.h"
 
+#include <vector>
+
 namespace {
 
 // Skin text reaches the screen as Latin-1: every byte keeps a character of its
@@ -76,26 +78,24 @@ NodeTarget walkSegments(Walk &walk, QByteArrayView rest)
 }
 
 
-// The element whose children hold `element`, searched depth first among the
-// children of `blocks`.
-const clsElement *parentIn(const clsElements &blocks, const clsElement *element)
-{
-    for (const clsElement *block : blocks) {
-        if (block->subElementCount() == 0)
-            continue;
-        if (element->owner() == &block->SubElements())
-            return block;
-        if (const clsElement *deeper = parentIn(block->SubElements(), element))
-            return deeper;
-    }
-    return nullptr;
-}
-
+// The element whose children hold `element`, searched level by level: most
+// elements asked about are objects of a block, found among the blocks' own
+// children without walking a whole skin.
 const clsElement *parentOf(const clsKorviInterface &document, const clsElement *element)
 {
-    for (const clsElements *top : { &document.Layers(), &document.Templates(), &document.Headers() }) {
-        if (const clsElement *parent = parentIn(*top, element))
-            return parent;
+    std::vector<const clsElements *> level = { &document.Layers(), &document.Templates(), &document.Headers() };
+    while (!level.empty()) {
+        std::vector<const clsElements *> below;
+        for (const clsElements *collection : level) {
+            for (const clsElement *candidate : *collection) {
+                if (candidate->subElementCount() == 0)
+                    continue;
+                if (element->owner() == &candidate->SubElements())
+                    return candidate;
+                below.push_back(&candidate->SubElements());
+            }
+        }
+        level.swap(below);
     }
     return nullptr;
 }
