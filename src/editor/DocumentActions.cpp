@@ -1,5 +1,6 @@
 #include "DocumentActions.h"
 
+#include "ApplicationInfo.h"
 #include "AsciiCase.h"
 #include "Dialogs.h"
 #include "ElementCommands.h"
@@ -256,7 +257,7 @@ bool DocumentActions::mayDiscardChanges()
     if (mDocument.undoStack().isClean())
         return true;
     const Dialogs::Button answer = mDialogs.message(
-        QStringLiteral("Korvi8 Template Editor"),
+        ApplicationInfo::windowTitle(),
         QStringLiteral("The skin has unsaved changes. Do you want to save them?"), Dialogs::Icon::Question,
         Dialogs::Buttons::YesNoCancel);
     if (answer == Dialogs::Button::No)

@@ -48,7 +48,6 @@
 namespace {
 
 const QString kSkinFilter = QStringLiteral("User Interface File Korvi8|*.ui");
-const QString kTitle = QStringLiteral("Korvi8 Template Editor");
 
 struct ButtonSpec
 {
@@ -100,7 +99,7 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     mEnv.settings.ReadSettings(context.SkinDirectory);
     mSkin->setContext(context);
     button(QStringLiteral("Save"))->setEnabled(false);
-    setWindowTitle(kTitle);
+    setWindowTitle(ApplicationInfo::windowTitle());
     resize(1320, 860);
 }
 
@@ -306,7 +305,7 @@ void frmEditor::setStatus(int panel, const QString &text)
 
 void frmEditor::setTitle(const QString &name)
 {
-    setWindowTitle(kTitle + QStringLiteral(" <") + name + QLatin1Char('>'));
+    setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral(" <") + name + QLatin1Char('>'));
 }
 
 // ---- commands --------------------------------------------------------------------
@@ -458,7 +457,7 @@ void frmEditor::SaveCommand()
     setTitle(QFileInfo(path).fileName());
     HourglassCursor hourglass;
     const bool saved = WriteUiFile(mEnv.document, path, [this](const QString &message) {
-        askWithArrow(mEnv.dialogs, kTitle, message, Dialogs::Icon::Warning);
+        askWithArrow(mEnv.dialogs, ApplicationInfo::windowTitle(), message, Dialogs::Icon::Warning);
     });
     hourglass.restore();
     if (saved)

@@ -7,6 +7,10 @@ namespace ApplicationInfo {
 
 inline QString title() { return QStringLiteral("Korvi8 Skin Editor"); }
 
+// The main window's title (followed by " <file>" once a skin is open), also the
+// title of its own questions.
+inline QString windowTitle() { return QStringLiteral("Korvi8 Template Editor"); }
+
 // "major.minor.revision" of the build.
 inline QString version()
 {
