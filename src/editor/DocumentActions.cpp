@@ -133,22 +133,9 @@ QModelIndex DocumentActions::currentNode() const
     return mTree.indexOfKey(mDocument.currentKey());
 }
 
-char DocumentActions::ownLetter(const QModelIndex &node) const
-{
-    if (!node.isValid())
-        return 0;
-    const ObjectTreeNode::Kind kind = mTree.nodeKind(node);
-    if (kind == ObjectTreeNode::Property)
-        return 'P';
-    // Header variables carry no letter of their own.
-    if (kind != ObjectTreeNode::Element || mTree.nodeKind(node.parent()) == ObjectTreeNode::Headers)
-        return 0;
-    return NodeKey::ownLetterOf(mTree.nodeKey(node));
-}
-
 QMenu *DocumentActions::menuFor(const QModelIndex &node) const
 {
-    switch (ownLetter(node)) {
+    switch (mTree.nodeLetter(node)) {
     case 'P':
         return mMenus.property;
     case 'L': {
@@ -179,7 +166,7 @@ void DocumentActions::nodeRightReleased(const QModelIndex &node, QPoint globalPo
 
 void DocumentActions::nodeDoubleClicked(const QModelIndex &node)
 {
-    if (ownLetter(node) != 'P')
+    if (mTree.nodeLetter(node) != 'P')
         return;
     const NodeTarget target = mTree.resolve(node);
     // A flag has no value to edit.
@@ -197,7 +184,7 @@ void DocumentActions::nodeDoubleClicked(const QModelIndex &node)
 
 void DocumentActions::AddElement(const QString &type)
 {
-    if (ownLetter(currentNode()) != 'L')
+    if (mTree.nodeLetter(currentNode()) != 'L')
         return;
     const QString name = mDialogs.askText(QStringLiteral("Add Element"), QStringLiteral("Type New Object Name"));
     if (name.isEmpty())
@@ -216,7 +203,7 @@ void DocumentActions::AddLayer()
 
 void DocumentActions::AddProperty()
 {
-    const char letter = ownLetter(currentNode());
+    const char letter = mTree.nodeLetter(currentNode());
     if (letter != 'E' && letter != 'T')
         return;
     const QByteArray name = AsciiCase::lowered(
@@ -232,7 +219,7 @@ void DocumentActions::AddProperty()
 void DocumentActions::RemoveSelected()
 {
     const QByteArray key = mTree.nodeKey(currentNode());
-    switch (ownLetter(currentNode())) {
+    switch (mTree.nodeLetter(currentNode())) {
     case 'P':
         pushIfValid(mDocument.undoStack(), std::make_unique<RemovePropertyCommand>(mDocument, key));
         break;

@@ -322,6 +322,16 @@ QString ObjectTreeModel::nodeText(const QModelIndex &index) const
     return {};
 }
 
+char ObjectTreeModel::nodeLetter(const QModelIndex &index) const
+{
+    const ObjectTreeNode *node = nodeOf(index);
+    if (!node || node->kind == ObjectTreeNode::Headers || node->kind == ObjectTreeNode::Root)
+        return 0;
+    if (node->kind == ObjectTreeNode::Element && node->parent && node->parent->kind == ObjectTreeNode::Headers)
+        return 0;
+    return NodeKey::letterOf(node->segment);
+}
+
 ObjectTreeNode::Kind ObjectTreeModel::nodeKind(const QModelIndex &index) const
 {
     const ObjectTreeNode *node = nodeOf(index);

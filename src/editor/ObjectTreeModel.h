@@ -49,6 +49,10 @@ public:
     QByteArray nodeKey(const QModelIndex &index) const;
     QString nodeText(const QModelIndex &index) const;
     ObjectTreeNode::Kind nodeKind(const QModelIndex &index) const;
+    // The letter of the node's own segment ('P' for a property, 'E' for
+    // "Lui_Main|EtxtTitle"); 0 for the "HEADERS" node and the header
+    // variables, which have none.
+    char nodeLetter(const QModelIndex &index) const;
     // The node with this key (header variables included); invalid when there is
     // none. Keys compare as the document's collections do, ignoring ASCII case;
     // nodes on the way are made as needed.

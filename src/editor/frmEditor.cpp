@@ -565,8 +565,7 @@ void frmEditor::NodeClick(const QModelIndex &node)
     // Dispatched on the node's own letter, the one of its last segment: a
     // text in a layer ("Lui_Main|EtxtTitle") is an object, not the layer. A
     // node whose key names nothing is passed over.
-    const char letter = header ? 0 : NodeKey::ownLetterOf(key);
-    switch (letter) {
+    switch (mTree->nodeLetter(node)) {
     case 'L':
     case 'U':
     case 'S':

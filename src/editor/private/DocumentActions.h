@@ -73,7 +73,6 @@ private:
     void createUndoActions();
     void connectMenus();
     QModelIndex currentNode() const;
-    char ownLetter(const QModelIndex &node) const;
     void updateModifiedPanel();
 
     SkinDocument &mDocument;
