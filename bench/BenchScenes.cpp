@@ -37,8 +37,8 @@ double floorMilliseconds()
 
 void Scene::start()
 {
-    lookup = std::make_unique<ResourceLookup>(context, info);
-    renderer = std::make_unique<LayerRenderer>(document, *lookup, cache, fonts);
+    setup = std::make_unique<RenderSetup>(document, context, info);
+    renderer = &setup->renderer;
 }
 
 // The demo screen that draws the most objects.
@@ -50,7 +50,7 @@ void openDemo(Scene &scene)
     scene.start();
     int most = -1;
     for (const clsElement *block : scene.document.Layers()) {
-        if (block->ElementType() != "LAYER")
+        if (!block->IsLayer())
             continue;
         scene.renderer->DrawLayer(block, scene.canvas);
         if (scene.renderer->drawnObjects().size() > most) {

@@ -4,11 +4,8 @@
 // generated 800 x 480 layer of 200 objects, and the floor every drawing figure
 // is compared with (one 800 x 480 transparent copy).
 
-#include "LayerRenderer.h"
-#include "PictureCache.h"
-#include "ResourceLookup.h"
+#include "RenderSetup.h"
 #include "SkinContext.h"
-#include "SkinFonts.h"
 #include "StringInfoSink.h"
 #include "clsKorviInterface.h"
 
@@ -26,10 +23,8 @@ struct Scene
     clsKorviInterface document;
     SkinContext context;
     StringInfoSink info;
-    std::unique_ptr<ResourceLookup> lookup;
-    PictureCache cache;
-    SkinFonts fonts{ &info };
-    std::unique_ptr<LayerRenderer> renderer;
+    std::unique_ptr<RenderSetup> setup;
+    LayerRenderer *renderer = nullptr;
     const clsElement *layer = nullptr;
     QImage canvas{ 800, 480, QImage::Format_RGB32 };
 

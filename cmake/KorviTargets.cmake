@@ -1,13 +1,27 @@
 # Helpers shared by the libraries, tests, benchmarks and fuzzers.
 
 # korvi_add_library(NAME DIR LIBS...): a static library of every .cpp/.h in DIR.
+# Headers in DIR/private are the library's own: only the library and its tests
+# (korvi_add_tests) see them.
 function(korvi_add_library name)
     cmake_parse_arguments(ARG "" "" "LIBS;RESOURCES" ${ARGN})
     file(GLOB _sources CONFIGURE_DEPENDS
-        ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+        ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h
+        ${CMAKE_CURRENT_SOURCE_DIR}/private/*.h)
     add_library(${name} STATIC ${_sources} ${ARG_RESOURCES})
     target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/private)
+        target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/private)
+        set_target_properties(${name} PROPERTIES KORVI_PRIVATE_HEADERS ${CMAKE_CURRENT_SOURCE_DIR}/private)
+    endif()
     target_link_libraries(${name} PUBLIC ${ARG_LIBS})
+    korvi_strict_strings(${name})
+endfunction()
+
+# Text in the program's code says how it is encoded: no silent conversion of
+# a C string to a QString.
+function(korvi_strict_strings name)
+    target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII)
 endfunction()
 
 # korvi_add_tests(LIBS...): one test executable and one CTest test for every
@@ -19,6 +33,16 @@ function(korvi_add_tests)
         get_filename_component(_name ${_src} NAME_WE)
         add_executable(${_name} ${_src} ${ARG_EXTRA_SOURCES})
         target_link_libraries(${_name} PRIVATE ${ARG_LIBS} Qt6::Test)
+        target_include_directories(${_name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/common)
+        # A library's tests look inside it.
+        foreach(_lib ${ARG_LIBS})
+            if(TARGET ${_lib})
+                get_target_property(_private ${_lib} KORVI_PRIVATE_HEADERS)
+                if(_private)
+                    target_include_directories(${_name} PRIVATE ${_private})
+                endif()
+            endif()
+        endforeach()
         target_compile_definitions(${_name} PRIVATE
             KORVI_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
             KORVI_SOURCE_DIR="${PROJECT_SOURCE_DIR}"

@@ -2,6 +2,8 @@
 
 #include "UiFileReader.h"
 
+#include <QCommandLineParser>
+
 #include <cstdio>
 
 namespace CommandLine {
@@ -25,22 +27,26 @@ int usageError(const QString &text)
     return 2;
 }
 
-bool takeImportedFiles(QStringList &args, QStringList &imported)
+int parseArguments(QCommandLineParser &parser, const QStringList &args, const QString &usage, int least,
+                   int most)
 {
-    QStringList rest;
-    for (int i = 0; i < args.size(); ++i) {
-        if (args.at(i) == QLatin1String("-i")) {
-            if (i + 1 >= args.size()) {
-                usageError(QStringLiteral("-i needs a file"));
-                return false;
-            }
-            imported << args.at(++i);
-        } else {
-            rest << args.at(i);
-        }
-    }
-    args = rest;
-    return true;
+    if (!parser.parse(QStringList{ QStringLiteral("korvi") } + args))
+        return usageError(parser.errorText() + QLatin1Char('\n') + usage);
+    const qsizetype count = parser.positionalArguments().size();
+    if (count < least || count > most)
+        return usageError(usage);
+    return 0;
+}
+
+void addImportedOption(QCommandLineParser &parser)
+{
+    parser.addOption(QCommandLineOption(QStringLiteral("i"), QStringLiteral("A shared file of the skin."),
+                                        QStringLiteral("IMPORTED.ui")));
+}
+
+QStringList importedFiles(const QCommandLineParser &parser)
+{
+    return parser.values(QStringLiteral("i"));
 }
 
 void readSkinFiles(clsKorviInterface &document, const QStringList &imported, const QString &file)

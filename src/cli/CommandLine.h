@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+class QCommandLineParser;
 class clsKorviInterface;
 
 // Output helpers and the argument forms shared by the subcommands.
@@ -13,9 +14,17 @@ void printErr(const QString &text);
 // Prints a usage error and returns the usage exit code (2).
 int usageError(const QString &text);
 
-// Splits "-i FILE" pairs off the arguments; what is left stays in `args`.
-// Returns false (after printing a usage error) when a "-i" has no file.
-bool takeImportedFiles(QStringList &args, QStringList &imported);
+// Reads a subcommand's arguments (those after its name) with `parser`, which
+// knows the subcommand's options. Returns 0 when they read and there are from
+// `least` to `most` positional arguments; otherwise prints what is wrong and
+// `usage`, and returns the usage exit code (2).
+int parseArguments(QCommandLineParser &parser, const QStringList &args, const QString &usage, int least,
+                   int most);
+
+// The option "-i FILE", which may be repeated: files of the skin read as its
+// shared (imported) files.
+void addImportedOption(QCommandLineParser &parser);
+QStringList importedFiles(const QCommandLineParser &parser);
 
 // Reads the imported files (flag set) in order, then `file` (flag clear), into the
 // document. On a reading error prints nothing and rethrows SkinReadError.

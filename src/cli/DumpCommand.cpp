@@ -5,19 +5,21 @@
 #include "SkinReadError.h"
 #include "clsKorviInterface.h"
 
+#include <QCommandLineParser>
+
 // korvi dump [-i IMPORTED.ui]... FILE.ui
 int runDump(const QStringList &arguments)
 {
-    QStringList args = arguments;
-    QStringList imported;
-    if (!CommandLine::takeImportedFiles(args, imported))
-        return 2;
-    if (args.size() != 1)
-        return CommandLine::usageError(QStringLiteral("usage: korvi dump [-i IMPORTED.ui]... FILE.ui"));
+    QCommandLineParser parser;
+    CommandLine::addImportedOption(parser);
+    if (const int usage = CommandLine::parseArguments(
+            parser, arguments, QStringLiteral("usage: korvi dump [-i IMPORTED.ui]... FILE.ui"), 1, 1))
+        return usage;
 
     clsKorviInterface document;
     try {
-        CommandLine::readSkinFiles(document, imported, args.first());
+        CommandLine::readSkinFiles(document, CommandLine::importedFiles(parser),
+                                   parser.positionalArguments().first());
     } catch (const SkinReadError &error) {
         // What was read up to the error is printed all the same.
         CommandLine::printOut(DocumentToJson(document, &error));

@@ -5,20 +5,21 @@
 #include "UiFileWriter.h"
 #include "clsKorviInterface.h"
 
+#include <QCommandLineParser>
+
 // korvi format [-i IMPORTED.ui]... FILE.ui OUT.ui
 int runFormat(const QStringList &arguments)
 {
-    QStringList args = arguments;
-    QStringList imported;
-    if (!CommandLine::takeImportedFiles(args, imported))
-        return 2;
-    if (args.size() != 2)
-        return CommandLine::usageError(
-            QStringLiteral("usage: korvi format [-i IMPORTED.ui]... FILE.ui OUT.ui"));
+    QCommandLineParser parser;
+    CommandLine::addImportedOption(parser);
+    if (const int usage = CommandLine::parseArguments(
+            parser, arguments, QStringLiteral("usage: korvi format [-i IMPORTED.ui]... FILE.ui OUT.ui"), 2, 2))
+        return usage;
+    const QStringList args = parser.positionalArguments();
 
     clsKorviInterface document;
     try {
-        CommandLine::readSkinFiles(document, imported, args.at(0));
+        CommandLine::readSkinFiles(document, CommandLine::importedFiles(parser), args.at(0));
     } catch (const SkinReadError &error) {
         CommandLine::printErr(QString::fromStdString(error.what()));
         return 1;

@@ -5,6 +5,7 @@
 #include "RlHeader.h"
 
 #include <QBuffer>
+#include <QCommandLineParser>
 #include <QFile>
 #include <QImageReader>
 
@@ -33,10 +34,12 @@ QString readerInfo(const QByteArray &bytes)
 } // namespace
 
 // korvi image-info FILE
-int runImageInfo(const QStringList &args)
+int runImageInfo(const QStringList &arguments)
 {
-    if (args.size() != 1)
-        return CommandLine::usageError(QStringLiteral("usage: korvi image-info FILE"));
+    QCommandLineParser parser;
+    if (const int usage = CommandLine::parseArguments(parser, arguments, QStringLiteral("usage: korvi image-info FILE"), 1, 1))
+        return usage;
+    const QStringList args = parser.positionalArguments();
     QFile file(args.first());
     if (!file.open(QIODevice::ReadOnly)) {
         CommandLine::printErr(QStringLiteral("korvi: cannot read %1").arg(args.first()));

@@ -4,6 +4,8 @@
 #include "ResourceLookup.h"
 #include "StringInfoSink.h"
 
+#include <QCommandLineParser>
+
 namespace {
 
 const QString kUsage = QStringLiteral("usage: korvi locate [--ui UIFILE] [--skin-dir D] [--format R] REF");
@@ -14,30 +16,21 @@ const QString kUsage = QStringLiteral("usage: korvi locate [--ui UIFILE] [--skin
 // The paths are used as given, as the editor uses the values it holds.
 int runLocate(const QStringList &args)
 {
+    QCommandLineParser parser;
+    const QCommandLineOption ui(QStringLiteral("ui"), QStringLiteral("The open .ui file."), QStringLiteral("UIFILE"));
+    const QCommandLineOption skinDir(QStringLiteral("skin-dir"), QStringLiteral("The default skin directory."),
+                                     QStringLiteral("D"));
+    const QCommandLineOption format(QStringLiteral("format"), QStringLiteral("The skin format."), QStringLiteral("R"));
+    parser.addOptions({ ui, skinDir, format });
+    if (const int usage = CommandLine::parseArguments(parser, args, kUsage, 1, 1))
+        return usage;
     SkinContext context;
-    QStringList rest;
-    for (int i = 0; i < args.size(); ++i) {
-        const QString &arg = args.at(i);
-        QString *target = nullptr;
-        if (arg == QLatin1String("--ui"))
-            target = &context.UiFilePath;
-        else if (arg == QLatin1String("--skin-dir"))
-            target = &context.SkinDirectory;
-        else if (arg == QLatin1String("--format"))
-            target = &context.SkinFormat;
-        if (!target) {
-            rest << arg;
-            continue;
-        }
-        if (i + 1 >= args.size())
-            return CommandLine::usageError(arg + QStringLiteral(" needs a value"));
-        *target = args.at(++i);
-    }
-    if (rest.size() != 1)
-        return CommandLine::usageError(kUsage);
+    context.UiFilePath = parser.value(ui);
+    context.SkinDirectory = parser.value(skinDir);
+    context.SkinFormat = parser.value(format);
 
     StringInfoSink info;
-    const ImageFile file = ResourceLookup(context, info).GetImageFile(rest.first());
+    const ImageFile file = ResourceLookup(context, info).GetImageFile(parser.positionalArguments().first());
     QString text;
     text += QStringLiteral("path: ") + file.path + QLatin1Char('\n');
     text += QStringLiteral("sprites: %1\n").arg(file.spriteCount);

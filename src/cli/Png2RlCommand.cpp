@@ -3,16 +3,21 @@
 
 #include "RlEncoder.h"
 
+#include <QCommandLineParser>
 #include <QFile>
 #include <QImageReader>
 
 // korvi png2rl IN.png OUT.bmp [--wide-palette]
 int runPng2Rl(const QStringList &arguments)
 {
-    QStringList args = arguments;
-    const bool wide = args.removeAll(QStringLiteral("--wide-palette")) > 0;
-    if (args.size() != 2)
-        return CommandLine::usageError(QStringLiteral("usage: korvi png2rl IN.png OUT.bmp [--wide-palette]"));
+    QCommandLineParser parser;
+    const QCommandLineOption widePalette(QStringLiteral("wide-palette"), QStringLiteral("Palette entries of three bytes (flags bit 0)."));
+    parser.addOption(widePalette);
+    if (const int usage = CommandLine::parseArguments(
+            parser, arguments, QStringLiteral("usage: korvi png2rl IN.png OUT.bmp [--wide-palette]"), 2, 2))
+        return usage;
+    const bool wide = parser.isSet(widePalette);
+    const QStringList args = parser.positionalArguments();
     QImageReader reader(args.at(0));
     const QImage image = reader.read();
     if (image.isNull()) {

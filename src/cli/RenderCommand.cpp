@@ -2,17 +2,15 @@
 #include "CommandLine.h"
 #include "Commands.h"
 
-#include "LayerRenderer.h"
 #include "NodeKey.h"
-#include "PictureCache.h"
-#include "ResourceLookup.h"
 #include "SkinContext.h"
-#include "SkinFonts.h"
+#include "RenderSetup.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
+#include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -71,48 +69,37 @@ bool parseSize(const QString &text, QSize &size)
 // Returns 0 when the options are complete, else the usage exit code after the message.
 int parseOptions(const QStringList &arguments, RenderOptions &o)
 {
-    QStringList args = arguments;
-    if (!CommandLine::takeImportedFiles(args, o.imported))
-        return 2;
-    auto valueAfter = [&args](int &i, QString &value) {
-        if (i + 1 >= args.size())
-            return false;
-        value = args.at(++i);
-        return true;
+    const auto valued = [](const char *name, const char *description, const char *valueName) {
+        return QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(description),
+                                  QString::fromLatin1(valueName));
     };
-    for (int i = 0; i < args.size(); ++i) {
-        const QString &a = args.at(i);
-        bool ok = true;
-        if (a == QLatin1String("--skin-dir"))
-            ok = valueAfter(i, o.skinDirectory);
-        else if (a == QLatin1String("--format"))
-            ok = valueAfter(i, o.format);
-        else if (a == QLatin1String("--layer"))
-            ok = valueAfter(i, o.layer);
-        else if (a == QLatin1String("--all-layers"))
-            o.allLayers = true;
-        else if (a == QLatin1String("--highlight"))
-            ok = valueAfter(i, o.highlight);
-        else if (a == QLatin1String("-o"))
-            ok = valueAfter(i, o.output);
-        else if (a == QLatin1String("--boxes"))
-            ok = valueAfter(i, o.boxes);
-        else if (a == QLatin1String("--size")) {
-            QString text;
-            ok = valueAfter(i, text);
-            if (ok && !parseSize(text, o.size))
-                return CommandLine::usageError(QStringLiteral("--size wants WIDTHxHEIGHT, not \"%1\"").arg(text));
-        } else if (a.startsWith(QLatin1Char('-')) && a.size() > 1)
-            return CommandLine::usageError(QStringLiteral("unknown option \"%1\"\n%2").arg(a, QLatin1String(kUsage)));
-        else if (o.file.isEmpty())
-            o.file = a;
-        else
-            return CommandLine::usageError(QStringLiteral("more than one skin file given\n") + QLatin1String(kUsage));
-        if (!ok)
-            return CommandLine::usageError(QStringLiteral("%1 needs a value\n%2").arg(a, QLatin1String(kUsage)));
-    }
-    if (o.file.isEmpty() || o.output.isEmpty() || o.allLayers == !o.layer.isEmpty())
-        return CommandLine::usageError(QLatin1String(kUsage));
+    const QCommandLineOption skinDir = valued("skin-dir", "The default skin directory.", "D");
+    const QCommandLineOption format = valued("format", "The skin format.", "R");
+    const QCommandLineOption layer = valued("layer", "The layer to draw.", "NAME");
+    const QCommandLineOption allLayers(QStringLiteral("all-layers"), QStringLiteral("Every layer and state."));
+    const QCommandLineOption highlight = valued("highlight", "The node key of the object drawn as selected.", "NODEKEY");
+    const QCommandLineOption size = valued("size", "The size of the pictures.", "WxH");
+    const QCommandLineOption output = valued("o", "The picture, or the folder for --all-layers.", "OUT");
+    const QCommandLineOption boxes = valued("boxes", "Where to write the drawn boxes.", "BOXES.json");
+    QCommandLineParser parser;
+    CommandLine::addImportedOption(parser);
+    parser.addOptions({ skinDir, format, layer, allLayers, highlight, size, output, boxes });
+    const QString usage = QLatin1String(kUsage);
+    if (const int error = CommandLine::parseArguments(parser, arguments, usage, 1, 1))
+        return error;
+    o.imported = CommandLine::importedFiles(parser);
+    o.file = parser.positionalArguments().first();
+    o.skinDirectory = parser.value(skinDir);
+    o.format = parser.value(format);
+    o.layer = parser.value(layer);
+    o.allLayers = parser.isSet(allLayers);
+    o.highlight = parser.value(highlight);
+    o.output = parser.value(output);
+    o.boxes = parser.value(boxes);
+    if (parser.isSet(size) && !parseSize(parser.value(size), o.size))
+        return CommandLine::usageError(QStringLiteral("--size wants WIDTHxHEIGHT, not \"%1\"").arg(parser.value(size)));
+    if (o.output.isEmpty() || o.allLayers == !o.layer.isEmpty())
+        return CommandLine::usageError(usage);
     return 0;
 }
 
@@ -123,7 +110,7 @@ QSize canvasSize(const RenderOptions &o, const SkinContext &context, PictureCach
 
 bool isDrawnBlock(const clsElement *block)
 {
-    return block->ElementType() == "LAYER" || block->ElementType() == "STATE";
+    return block->IsLayer() || block->IsState();
 }
 
 QString pictureFileName(const clsElement *block)
@@ -215,11 +202,9 @@ int runRender(const QStringList &arguments)
     context.SkinFormat = o.format.isEmpty() ? formatFromName : o.format;
 
     StderrInfoSink info;
-    SkinFonts fonts(&info);
-    fonts.loadSkinFonts(context);
-    ResourceLookup lookup(context, info);
-    PictureCache cache;
-    LayerRenderer renderer(doc, lookup, cache, fonts);
+    RenderSetup setup(doc, context, info);
+    setup.fonts.loadSkinFonts(context);
+    LayerRenderer &renderer = setup.renderer;
 
     if (!o.highlight.isEmpty()) {
         const clsElement *selected = NodeKey::ResolveNodeKey(doc, o.highlight.toLatin1()).element;
@@ -247,7 +232,7 @@ int runRender(const QStringList &arguments)
         CommandLine::printErr(QStringLiteral("korvi: cannot make the folder %1").arg(o.output));
         return 1;
     }
-    const QSize size = canvasSize(o, context, cache);
+    const QSize size = canvasSize(o, context, setup.cache);
     QJsonArray boxes;
     QVector<QPair<QString, QString>> sheet;
     for (const clsElement *block : blocks) {
@@ -259,7 +244,7 @@ int runRender(const QStringList &arguments)
             CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(target));
             return 1;
         }
-        sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + ":" + name });
+        sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + QLatin1Char(':') + name });
         appendBoxes(boxes, renderer, o.allLayers ? QString::fromLatin1(block->ElementKey()) : QString());
     }
     if (o.allLayers && !writeFile(QDir(o.output).filePath(QStringLiteral("index.html")),

@@ -3,12 +3,16 @@
 
 #include "ImageLoader.h"
 
+#include <QCommandLineParser>
+
 // korvi rl2png IN OUT.png: transparent pixels stay magenta in the PNG, so that
 // the picture can be edited and brought back with png2rl.
-int runRl2Png(const QStringList &args)
+int runRl2Png(const QStringList &arguments)
 {
-    if (args.size() != 2)
-        return CommandLine::usageError(QStringLiteral("usage: korvi rl2png IN OUT.png"));
+    QCommandLineParser parser;
+    if (const int usage = CommandLine::parseArguments(parser, arguments, QStringLiteral("usage: korvi rl2png IN OUT.png"), 2, 2))
+        return usage;
+    const QStringList args = parser.positionalArguments();
     QImage buffer;
     const QSize size = ImageLoader::LoadImageFile(args.at(0), buffer);
     if (buffer.isNull()) {

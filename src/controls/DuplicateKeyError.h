@@ -9,7 +9,7 @@ class DuplicateKeyError : public std::invalid_argument
 {
 public:
     explicit DuplicateKeyError(const QString &key)
-        : std::invalid_argument(("The key \"" + key + "\" is already in use").toStdString())
+        : std::invalid_argument((QStringLiteral("The key \"") + key + QStringLiteral("\" is already in use")).toStdString())
         , mKey(key)
     {
     }

@@ -10,7 +10,7 @@ class SortOverflowError : public std::overflow_error
 {
 public:
     explicit SortOverflowError(const QString &text)
-        : std::overflow_error(("Overflow: \"" + text + "\" does not fit a 16-bit whole number")
+        : std::overflow_error((QStringLiteral("Overflow: \"") + text + QStringLiteral("\" does not fit a 16-bit whole number"))
                                   .toStdString())
         , mText(text)
     {

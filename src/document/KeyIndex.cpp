@@ -12,16 +12,7 @@ QByteArray KeyIndex::folded(QByteArrayView key)
 
 bool KeyIndex::sameKey(QByteArrayView a, QByteArrayView b)
 {
-    if (a.size() != b.size())
-        return false;
-    // Empty keys are equal; memcmp must not see their (possibly null) data.
-    if (a.isEmpty() || memcmp(a.data(), b.data(), size_t(a.size())) == 0)
-        return true;
-    for (qsizetype i = 0; i < a.size(); ++i) {
-        if (a[i] != b[i] && AsciiCase::lower(a[i]) != AsciiCase::lower(b[i]))
-            return false;
-    }
-    return true;
+    return AsciiCase::sameIgnoringCase(a, b);
 }
 
 namespace {

@@ -2,6 +2,8 @@
 
 #include "clsKorviInterface.h"
 
+#include <vector>
+
 namespace {
 
 // Skin text reaches the screen as Latin-1: every byte keeps a character of its
@@ -75,21 +77,119 @@ NodeTarget walkSegments(Walk &walk, QByteArrayView rest)
     return walk.target;
 }
 
-} // namespace
 
-namespace NodeKey {
-
-char blockLetter(const clsElement &block)
+// The element whose children hold `element`, searched level by level: most
+// elements asked about are objects of a block, found among the blocks' own
+// children without walking a whole skin.
+const clsElement *parentOf(const clsKorviInterface &document, const clsElement *element)
 {
-    return block.ElementType() == "STATE" ? 'S' : 'L';
+    std::vector<const clsElements *> level = { &document.Layers(), &document.Templates(), &document.Headers() };
+    while (!level.empty()) {
+        std::vector<const clsElements *> below;
+        for (const clsElements *collection : level) {
+            for (const clsElement *candidate : *collection) {
+                if (candidate->subElementCount() == 0)
+                    continue;
+                if (element->owner() == &candidate->SubElements())
+                    return candidate;
+                below.push_back(&candidate->SubElements());
+            }
+        }
+        level.swap(below);
+    }
+    return nullptr;
 }
 
-char childLetter(const clsElement &child)
+} // namespace
+
+NodeKey NodeKey::of(const clsKorviInterface &document, const clsElement *element)
+{
+    if (!element || !element->owner())
+        return {};
+    if (element->owner() == &document.Templates())
+        return templateKey(*element);
+    if (element->owner() == &document.Layers())
+        return block(*element);
+    if (element->owner() == &document.Headers())
+        return NodeKey(element->ElementKey());
+    const clsElement *parent = parentOf(document, element);
+    if (!parent)
+        return {};
+    const NodeKey above = of(document, parent);
+    return above.isEmpty() ? NodeKey() : above.child(*element);
+}
+
+NodeKey NodeKey::block(const clsElement &block)
+{
+    return NodeKey().joined(blockLetter(block), block.keyView());
+}
+
+NodeKey NodeKey::templateKey(const clsElement &tpl)
+{
+    return NodeKey().joined('T', tpl.keyView());
+}
+
+NodeKey NodeKey::child(const clsElement &child) const
+{
+    return joined(childLetter(child), child.keyView());
+}
+
+NodeKey NodeKey::property(const NodeKey &owner, QByteArrayView propertyKey)
+{
+    return owner.joined('P', propertyKey);
+}
+
+NodeKey NodeKey::joined(char letter, QByteArrayView key) const
+{
+    const QByteArray segment = segmentOf(letter, key);
+    return isEmpty() ? NodeKey(segment) : under(*this, segment);
+}
+
+QByteArray NodeKey::segmentOf(char letter, QByteArrayView key)
+{
+    QByteArray bytes;
+    bytes.reserve(key.size() + 1);
+    if (letter)
+        bytes.append(letter);
+    return bytes.append(key);
+}
+
+NodeKey NodeKey::under(const NodeKey &above, QByteArrayView segment)
+{
+    QByteArray bytes;
+    bytes.reserve(above.mBytes.size() + segment.size() + 1);
+    bytes.append(above.mBytes).append(Separator).append(segment);
+    return NodeKey(std::move(bytes));
+}
+
+QList<QByteArray> NodeKey::segments() const
+{
+    return mBytes.isEmpty() ? QList<QByteArray>() : mBytes.split(Separator);
+}
+
+NodeKey NodeKey::parent() const
+{
+    const qsizetype bar = mBytes.lastIndexOf(Separator);
+    return bar < 0 ? NodeKey() : NodeKey(mBytes.left(bar));
+}
+
+bool NodeKey::isAncestorOf(const NodeKey &other) const
+{
+    return !isEmpty() && other.mBytes.size() > mBytes.size() + 1 && other.mBytes.startsWith(mBytes)
+        && other.mBytes.at(mBytes.size()) == Separator;
+}
+
+char NodeKey::blockLetter(const clsElement &block)
+{
+    return block.IsState() ? 'S' : 'L';
+}
+
+char NodeKey::childLetter(const clsElement &child)
 {
     return child.IsUseLayer() ? 'U' : 'E';
 }
 
-NodeTarget ResolveNodeKey(const clsKorviInterface &document, QByteArrayView key)
+NodeTarget NodeKey::ResolveNodeKey(const clsKorviInterface &document, QByteArrayView key)
 {
     Walk walk{ document, NodeTarget() };
     if (key.isEmpty())
@@ -97,7 +197,7 @@ NodeTarget ResolveNodeKey(const clsKorviInterface &document, QByteArrayView key)
     return walkSegments(walk, key);
 }
 
-NodeTarget ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayView key)
+NodeTarget NodeKey::ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayView key)
 {
     Walk walk{ document, NodeTarget() };
     const qsizetype bar = key.indexOf(Separator);
@@ -108,12 +208,12 @@ NodeTarget ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayVie
     return walkSegments(walk, bar < 0 ? QByteArrayView() : key.sliced(bar + 1));
 }
 
-QString elementText(const clsElement &element)
+QString NodeKey::elementText(const clsElement &element)
 {
     return shown(element.ElementType()) + QLatin1Char(':') + shown(element.strName());
 }
 
-QString propertyText(const clsProperty &property)
+QString NodeKey::propertyText(const clsProperty &property)
 {
     const QByteArray name = property.IDKey();
     const QByteArrayView value = property.valueView();
@@ -122,15 +222,13 @@ QString propertyText(const clsProperty &property)
     return shown(name) + QLatin1Char('=') + shown(value);
 }
 
-char letterOf(QByteArrayView key)
+char NodeKey::letterOf(QByteArrayView key)
 {
     return key.isEmpty() ? 0 : key.at(0);
 }
 
-char ownLetterOf(QByteArrayView key)
+char NodeKey::ownLetterOf(QByteArrayView key)
 {
     const qsizetype bar = key.lastIndexOf(Separator);
     return letterOf(bar < 0 ? key : key.sliced(bar + 1));
 }
-
-} // namespace NodeKey

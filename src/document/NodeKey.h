@@ -4,43 +4,94 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QList>
 #include <QString>
 
 class clsElement;
 class clsKorviInterface;
 
-// Tree node keys: "|"-joined segments, each one letter and a collection key,
+// A tree node key: "|"-joined segments, each one letter and a collection key,
 // root first. "T" a template, "L" a block of Layers other than a state, "S" a
 // state, "U" a USELAYER child (its key names the layer it uses, looked up in
 // Layers), "E" a child element, "P" a property. So "Lui_Main|EtxtTitle|Px" is
-// the property "x" of the text "txtTitle" in the layer "ui_Main".
-namespace NodeKey {
+// the property "x" of the text "txtTitle" in the layer "ui_Main". Header
+// variables have no letter: their keys begin with the element's own key.
+//
+// Keys are made only by the builders below, so that every part of the program
+// spells a node the same way; a key converts to its bytes where one is stored.
+class NodeKey
+{
+public:
+    static constexpr char Separator = '|';
 
-constexpr char Separator = '|';
+    NodeKey() = default;
+    explicit NodeKey(QByteArray bytes) : mBytes(std::move(bytes)) { }
 
-// The segment letter for a top-level block: "S" for a state, "L" otherwise.
-char blockLetter(const clsElement &block);
-// The segment letter for a child element: "U" for a USELAYER, "E" otherwise.
-char childLetter(const clsElement &child);
+    const QByteArray &bytes() const { return mBytes; }
+    operator const QByteArray &() const { return mBytes; }
+    bool isEmpty() const { return mBytes.isEmpty(); }
 
-// Turns a key back into what it names. Each segment is looked up in turn; a
-// segment that finds nothing leaves nothing for the segments after it.
-NodeTarget ResolveNodeKey(const clsKorviInterface &document, QByteArrayView key);
+    // ---- builders -----------------------------------------------------------
+    // The key of an element wherever it lives: a template, a block of Layers, a
+    // header variable, or a child of any of these (found by walking the
+    // document). Empty for an element the document does not hold.
+    static NodeKey of(const clsKorviInterface &document, const clsElement *element);
+    // A top-level block of Layers: "S" + key for a state, "L" + key otherwise.
+    static NodeKey block(const clsElement &block);
+    // A template of the document: "T" + key.
+    static NodeKey templateKey(const clsElement &tpl);
+    // A child element under this key: "|U" + key for a USELAYER, "|E" + key
+    // otherwise.
+    NodeKey child(const clsElement &child) const;
+    // The property with collection key `propertyKey` of the element `owner`.
+    static NodeKey property(const NodeKey &owner, QByteArrayView propertyKey);
 
-// Header variables have no letter of their own: their keys begin directly with
-// the element's key, so they are resolved knowing that the node lies under the
-// "HEADERS" node: the first segment is looked up in Headers, the rest as usual.
-NodeTarget ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayView key);
+    // One segment alone, as a tree node holds it: the letter and the collection
+    // key ("EtxtTitle"); the key alone for a letter of 0 (a header variable).
+    static QByteArray segmentOf(char letter, QByteArrayView key);
+    // The key of a node under the node `above` whose own segment is `segment`
+    // (a header variable's key may be empty: "|Pskin_name" is a property of it).
+    static NodeKey under(const NodeKey &above, QByteArrayView segment);
+    // The segments of the key, root first.
+    QList<QByteArray> segments() const;
 
-// "LAYER:ui_Main": the element's type, ":" and its name.
-QString elementText(const clsElement &element);
-// "x=10", or just "hide" for a property written as a bare flag.
-QString propertyText(const clsProperty &property);
+    // The key without its last segment (empty for a top-level key).
+    NodeKey parent() const;
+    // The letter of the key's last segment, the node's own kind.
+    char ownLetter() const { return ownLetterOf(mBytes); }
+    // Whether `other` lies under this key (a descendant, not the key itself).
+    bool isAncestorOf(const NodeKey &other) const;
 
-// The first letter of a key, 0 for an empty key.
-char letterOf(QByteArrayView key);
-// The node's own letter: the first letter of the key's last segment ('E' for
-// "Lui_Main|EtxtTitle"), 0 when that segment is empty.
-char ownLetterOf(QByteArrayView key);
+    // The segment letter for a top-level block: "S" for a state, "L" otherwise.
+    static char blockLetter(const clsElement &block);
+    // The segment letter for a child element: "U" for a USELAYER, "E" otherwise.
+    static char childLetter(const clsElement &child);
 
-} // namespace NodeKey
+    // ---- resolving ------------------------------------------------------------
+    // Turns a key back into what it names. Each segment is looked up in turn; a
+    // segment that finds nothing leaves nothing for the segments after it.
+    static NodeTarget ResolveNodeKey(const clsKorviInterface &document, QByteArrayView key);
+    // Header variables are resolved knowing that the node lies under the
+    // "HEADERS" node: the first segment is looked up in Headers, the rest as usual.
+    static NodeTarget ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayView key);
+
+    // ---- node texts -------------------------------------------------------------
+    // "LAYER:ui_Main": the element's type, ":" and its name.
+    static QString elementText(const clsElement &element);
+    // "x=10", or just "hide" for a property written as a bare flag.
+    static QString propertyText(const clsProperty &property);
+
+    // The first letter of a key, 0 for an empty key.
+    static char letterOf(QByteArrayView key);
+    // The node's own letter: the first letter of the key's last segment ('E' for
+    // "Lui_Main|EtxtTitle"), 0 when that segment is empty.
+    static char ownLetterOf(QByteArrayView key);
+
+    friend bool operator==(const NodeKey &a, const NodeKey &b) { return a.mBytes == b.mBytes; }
+    friend bool operator!=(const NodeKey &a, const NodeKey &b) { return a.mBytes != b.mBytes; }
+
+private:
+    NodeKey joined(char letter, QByteArrayView key) const;
+
+    QByteArray mBytes;
+};

@@ -1,5 +1,6 @@
 #include "SkinLoader.h"
 
+#include "SkinReadError.h"
 #include "UiFileReader.h"
 
 #include <QDir>
@@ -22,6 +23,27 @@ bool isTemplateFileName(const QString &name)
 QString absolutePath(const QString &path)
 {
     return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+// A file exists for the loader when it can be opened for reading.
+bool isReadableFile(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.isFile() && file.isReadable();
+}
+
+void readFile(clsKorviInterface &document, const QString &path, bool imported,
+              const SkinLoader::ReadErrorHandler &onError)
+{
+    if (!onError) {
+        ReadUiFile(document, path, imported);
+        return;
+    }
+    try {
+        ReadUiFile(document, path, imported);
+    } catch (const SkinReadError &error) {
+        onError(error);
+    }
 }
 
 } // namespace
@@ -65,26 +87,26 @@ QString mainSchemeFor(const QString &path)
 {
     const QString folder = QFileInfo(absolutePath(path)).absolutePath();
     const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
-    return QFileInfo(scheme).isFile() ? scheme : QString();
+    return isReadableFile(scheme) ? scheme : QString();
 }
 
-OpenedSkin openSkinFile(clsKorviInterface &document, const QString &path)
+OpenedSkin openSkinFile(clsKorviInterface &document, const QString &path, const ReadErrorHandler &onError)
 {
     OpenedSkin opened;
     opened.skinFormat = skinFormatFromFileName(path);
     for (const QString &file : templateFilesBeside(path)) {
         // A file that vanished since the listing is passed over.
-        if (!QFileInfo(file).isFile())
+        if (!isReadableFile(file))
             continue;
-        ReadUiFile(document, file, true);
+        readFile(document, file, true, onError);
         opened.filesRead << file;
     }
     const QString scheme = mainSchemeFor(path);
     if (!scheme.isEmpty()) {
-        ReadUiFile(document, scheme, true);
+        readFile(document, scheme, true, onError);
         opened.filesRead << scheme;
     }
-    ReadUiFile(document, path, false);
+    readFile(document, path, false, onError);
     opened.filesRead << absolutePath(path);
     return opened;
 }

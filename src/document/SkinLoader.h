@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
+class SkinReadError;
 class clsKorviInterface;
 
 // Reading a skin file the way the editor's Open command does: the skin's shared
@@ -32,9 +35,16 @@ QStringList templateFilesBeside(const QString &path);
 // folder, when it exists; empty otherwise.
 QString mainSchemeFor(const QString &path);
 
+// Told of a file that could not be read to its end; what was read before the
+// error stays in the document.
+using ReadErrorHandler = std::function<void(const SkinReadError &error)>;
+
 // Reads the template files and the shared scheme (imported), then the file
-// (not imported), into the document, adding to what is there. Reading errors
-// propagate (SkinReadError); what was read before the error stays.
-OpenedSkin openSkinFile(clsKorviInterface &document, const QString &path);
+// (not imported), into the document, adding to what is there. A template file
+// or scheme that cannot be opened for reading is passed over. With a handler,
+// a reading error is handed to it and the next file is read; without one, the
+// error propagates (SkinReadError) and nothing more is read.
+OpenedSkin openSkinFile(clsKorviInterface &document, const QString &path,
+                        const ReadErrorHandler &onError = {});
 
 } // namespace SkinLoader

@@ -31,7 +31,10 @@ clsElements &clsElement::SubElements()
 
 const clsElements &clsElement::SubElements() const
 {
-    return const_cast<clsElement *>(this)->SubElements();
+    // Reading an element's children makes no collection: one without children
+    // shows the same empty one.
+    static const clsElements none;
+    return mSubElements ? *mSubElements : none;
 }
 
 int clsElement::subElementCount() const

@@ -63,6 +63,15 @@ private:
 public:
 
     bool IsTemplate() const { return mType == "TEMPLATE"; }
+    bool IsLayer() const { return mType == "LAYER"; }
+    bool IsState() const { return mType == "STATE"; }
+    bool IsElementTemplate() const { return mType == "ELEMENT_TEMPLATE"; }
+    // A block of Layers that holds objects: a layer, a state, an element
+    // template or an observer.
+    bool IsBlock() const
+    {
+        return IsLayer() || IsState() || IsElementTemplate() || mType == "OBSERVER";
+    }
     bool IsUseLayer() const { return mType == "USELAYER"; }
     bool IsList() const { return mType == "LIST"; }
     bool IsSprite() const { return mType == "SPRITE"; }

@@ -22,12 +22,6 @@ QByteArray clsProperty::StringValue() const
     return stringValueOf(valueView());
 }
 
-void clsProperty::setValue(const QByteArray &value) const
-{
-    // Values belong to the document; the handle only names the slot.
-    const_cast<clsProperties *>(mOwner)->setValueAt(mIndex, value);
-}
-
 QByteArrayView clsProperty::keyView() const
 {
     return mOwner->keyAt(mIndex);

@@ -10,6 +10,7 @@ class clsProperties;
 // A clsProperty is a light handle (collection + position), not a separate object:
 // the properties of an element are stored packed together to keep a large skin's
 // document small. A handle stays valid until a property before it is removed.
+// It only reads: values are changed through the collection (setValueAt).
 class clsProperty
 {
 public:
@@ -26,7 +27,6 @@ public:
     QByteArray value() const;
     // The value with one enclosing pair of matching quotes removed.
     QByteArray StringValue() const;
-    void setValue(const QByteArray &value) const;
 
     QByteArrayView keyView() const;
     QByteArrayView valueView() const;

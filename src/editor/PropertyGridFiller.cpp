@@ -2,6 +2,7 @@
 
 #include "NodeKey.h"
 #include "PowGrid.h"
+#include "PropertyKinds.h"
 #include "Twips.h"
 #include "clsComboList.h"
 #include "clsKorviInterface.h"
@@ -46,19 +47,21 @@ void PropertyGridFiller::setUpColumns(PowGrid &grid)
 
 int PropertyGridFiller::valueTypeFor(const QByteArray &name)
 {
-    if (name == "template" || name == "fonttype")
+    switch (PropertyKinds::valueCellOf(name)) {
+    case PropertyKinds::ValueCell::Number:
+        return dtNumber;
+    case PropertyKinds::ValueCell::Templates:
+    case PropertyKinds::ValueCell::FontTypes:
         return dtItemCombo;
-    static const QByteArray numbers[] = { "x", "y", "z", "w", "h", "fontsize", "padding" };
-    for (const QByteArray &number : numbers) {
-        if (name == number)
-            return dtNumber;
+    case PropertyKinds::ValueCell::Text:
+        break;
     }
     return dtNone;
 }
 
 bool PropertyGridFiller::hasChooser(const QByteArray &name)
 {
-    return name == "color" || name == "bmp" || name == "iconspr" || name == "bg";
+    return PropertyKinds::chooserOf(name) != PropertyKinds::Chooser::None;
 }
 
 void PropertyGridFiller::fill(PowGrid &grid, const clsElement &element,
@@ -74,18 +77,23 @@ void PropertyGridFiller::fill(PowGrid &grid, const clsElement &element,
         row->setCellText(ColProperty, shown(name));
         row->setCellText(ColValue, value == clsProperty::noValue() ? QString() : shown(value));
         row->setCellText(ColIDKey, shown(property.Key()));
-        row->setCellText(ColNodeKey, shown(ownerNodeKey + NodeKey::Separator + 'P' + property.Key()));
+        row->setCellText(ColNodeKey, shown(NodeKey::property(NodeKey(ownerNodeKey), property.keyView()).bytes()));
         if (hasChooser(name))
             row->setCellText(ColButton, QStringLiteral("..."));
         row->DataType = valueTypeFor(name);
-        if (name == "template") {
+        switch (PropertyKinds::valueCellOf(name)) {
+        case PropertyKinds::ValueCell::Templates:
             if (!templates)
                 templates = namesOf(document.Templates());
             row->ComboList = templates;
-        } else if (name == "fonttype") {
+            break;
+        case PropertyKinds::ValueCell::FontTypes:
             if (!fonts)
                 fonts = namesOf(document.Fonts());
             row->ComboList = fonts;
+            break;
+        default:
+            break;
         }
     }
     grid.RedrawGrid();

@@ -1,24 +1,24 @@
 #include "frmEditor.h"
 
 #include "ApplicationInfo.h"
+#include "CanvasController.h"
 #include "CanvasSize.h"
 #include "Dialogs.h"
+#include "DocumentActions.h"
 #include "HourglassCursor.h"
 #include "LayerRenderer.h"
 #include "MovableShape.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
-#include "PictureCache.h"
 #include "PowGrid.h"
-#include "PropertyGridFiller.h"
-#include "ResourceLookup.h"
+#include "PropertyGridController.h"
+#include "RenderSetup.h"
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
-#include "SkinEditing.h"
+#include "SkinDocument.h"
 #include "SkinFileNames.h"
 #include "SkinFolderListing.h"
-#include "SkinFonts.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "Splitter.h"
@@ -37,16 +37,17 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
+#include <QUndoStack>
 
 namespace {
 
 const QString kSkinFilter = QStringLiteral("User Interface File Korvi8|*.ui");
-const QString kTitle = QStringLiteral("Korvi8 Template Editor");
 
 struct ButtonSpec
 {
@@ -90,25 +91,29 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
 {
     setObjectName(QStringLiteral("frmEditor"));
     showModalForm = [](QDialog &form) { form.exec(); };
+    // Start-up: the controls with the grid's columns and the "Add Object"
+    // entries, then the settings; no file is opened and there is nothing to
+    // save yet.
     createControls();
-
-    // Start-up: the settings, the grid's columns, the "Add Object" entries; no
-    // file is opened and there is nothing to save yet.
-    mEnv.settings.ReadSettings(mEnv.context.SkinDirectory);
-    setUpPropertyGrid();
-    for (const char *type : kMoreElementTypes)
-        mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(type));
+    SkinContext context = mSkin->context();
+    mEnv.settings.ReadSettings(context.SkinDirectory);
+    mSkin->setContext(context);
     button(QStringLiteral("Save"))->setEnabled(false);
-    mEditing = new SkinEditing(*this, mEnv);
-    setWindowTitle(kTitle);
+    setWindowTitle(ApplicationInfo::windowTitle());
     resize(1320, 860);
+}
+
+LayerRenderer &frmEditor::renderer() const
+{
+    return mRendering->renderer;
 }
 
 frmEditor::~frmEditor()
 {
-    // The editing watches the controls' events; it goes before them.
-    delete mEditing;
-    mEditing = nullptr;
+    // The controllers watch the controls' events; they go before them.
+    delete mActions;
+    delete mCanvas;
+    delete mGrid;
     // The view goes before the model it shows.
     delete tvwObjects;
     tvwObjects = nullptr;
@@ -119,16 +124,50 @@ frmEditor::~frmEditor()
 void frmEditor::createControls()
 {
     imlMain = new ToolbarImages;
-    mTree = new ObjectTreeModel(mEnv.document, this);
+    mSkin = new SkinDocument(mEnv.document, mEnv.context, this);
+    mTree = new ObjectTreeModel(*mSkin, this);
     createToolbar();
     createPanes();
+    createStatusBar();
     createMenus();
 
     mInfoSink = std::make_unique<TextBoxInfoSink>(txtInfo);
-    mCache = std::make_unique<PictureCache>();
-    mFonts = std::make_unique<SkinFonts>(mInfoSink.get());
-    mLookup = std::make_unique<ResourceLookup>(mEnv.context, *mInfoSink);
-    mRenderer = std::make_unique<LayerRenderer>(mEnv.document, *mLookup, *mCache, *mFonts);
+    mRendering = std::make_unique<RenderSetup>(mEnv.document, mEnv.context, *mInfoSink);
+    createControllers();
+    followDocument();
+}
+
+void frmEditor::createControllers()
+{
+    mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects,
+                                   { mnuProperty, mnuLayer, mnuElement, mnuAddElement }, mEnv.dialogs, this);
+    mActions->save = [this] { SaveCommand(); };
+    QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    edit->setObjectName(QStringLiteral("mnuEdit"));
+    edit->addAction(mActions->undoAction());
+    edit->addAction(mActions->redoAction());
+    tlbMain->addSeparator();
+    tlbMain->addAction(mActions->undoAction());
+    tlbMain->addAction(mActions->redoAction());
+    stbMain->addPermanentWidget(mActions->modifiedPanel());
+
+    mCanvas = new CanvasController({ pctTemplate, mshObject, canvasArea, button(QStringLiteral("Lock")) },
+                                   mRendering->renderer, *mSkin, *this, this);
+    QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
+    view->setObjectName(QStringLiteral("mnuView"));
+    mCanvas->addZoomActions(*view);
+    stbMain->addPermanentWidget(mCanvas->zoomPanel());
+
+    mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
+}
+
+// The views follow the document: a new current node is shown whole; a change
+// redraws the canvas, and refills the grid when it touched the current object.
+void frmEditor::followDocument()
+{
+    connect(mSkin, &SkinDocument::currentChanged, this, &frmEditor::showCurrent);
+    connect(mSkin, &SkinDocument::changed, this, &frmEditor::redrawAfterChange);
+    connect(mSkin, &SkinDocument::contextChanged, this, &frmEditor::redrawAfterChange);
 }
 
 void frmEditor::createToolbar()
@@ -160,7 +199,7 @@ void frmEditor::createPanes()
     tvwObjects->setUniformRowHeights(true);
     tvwObjects->setModel(mTree);
     connect(tvwObjects->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex &current) { NodeClick(current); });
+            &frmEditor::treeCurrentChanged);
 
     pgrProperty = new PowGrid;
     pgrProperty->setObjectName(QStringLiteral("pgrProperty"));
@@ -206,7 +245,10 @@ void frmEditor::createPanes()
     // A moved bar changes what the canvas shows of the layer: draw it again.
     connect(splMain, &Splitter::EndResize, this, &frmEditor::RefreshCanvas);
     connect(splInfo, &Splitter::EndResize, this, &frmEditor::RefreshCanvas);
+}
 
+void frmEditor::createStatusBar()
+{
     stbMain = new QStatusBar(this);
     stbMain->setObjectName(QStringLiteral("stbMain"));
     for (int i = 0; i < 3; ++i) {
@@ -230,6 +272,8 @@ void frmEditor::createMenus()
     mnuAddObject = mnuLayer->addMenu(QStringLiteral("Add Object"));
     mnuAddObject->setObjectName(QStringLiteral("mnuAddObject"));
     mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(kFirstElementType));
+    for (const char *type : kMoreElementTypes)
+        mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(type));
     mnuLayer->addAction(QStringLiteral("Add New Layer"))->setObjectName(QStringLiteral("mnuAddLayer"));
     mnuLayer->addAction(QStringLiteral("Remove Layer"))->setObjectName(QStringLiteral("mnuRemoveLayer"));
 
@@ -237,11 +281,6 @@ void frmEditor::createMenus()
     mnuElement->setObjectName(QStringLiteral("mnuElement"));
     mnuElement->addAction(QStringLiteral("Add Property"))->setObjectName(QStringLiteral("mnuAddProperty"));
     mnuElement->addAction(QStringLiteral("Remove Object"))->setObjectName(QStringLiteral("mnuRemoveObject"));
-}
-
-void frmEditor::setUpPropertyGrid()
-{
-    PropertyGridFiller::setUpColumns(*pgrProperty);
 }
 
 QAction *frmEditor::button(const QString &key) const
@@ -266,7 +305,7 @@ void frmEditor::setStatus(int panel, const QString &text)
 
 void frmEditor::setTitle(const QString &name)
 {
-    setWindowTitle(kTitle + QStringLiteral(" <") + name + QLatin1Char('>'));
+    setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral(" <") + name + QLatin1Char('>'));
 }
 
 // ---- commands --------------------------------------------------------------------
@@ -291,7 +330,7 @@ void frmEditor::tlbMain_ButtonClick(QAction *button)
 
 void frmEditor::OpenCommand()
 {
-    if (!mEditing->mayDiscardChanges())
+    if (!mActions->mayDiscardChanges())
         return;
     const QString start = mEnv.context.UiFilePath.isEmpty()
         ? mEnv.context.SkinDirectory
@@ -308,25 +347,23 @@ void frmEditor::openSkinFile(const QString &path)
     HourglassCursor hourglass;
     const QFileInfo file(path);
     setTitle(file.fileName());
+    SkinContext context = mSkin->context();
     const QString format = SkinLoader::skinFormatFromFileName(path);
     if (!format.isEmpty())
-        mEnv.context.SkinFormat = format;
-    mEnv.context.UiFilePath = file.absoluteFilePath();
-
-    for (const QString &tpl : SkinLoader::templateFilesBeside(path)) {
-        if (SkinFileNames::FileExists(tpl))
-            readSkinFile(tpl, true);
-    }
-    const QString scheme = SkinLoader::mainSchemeFor(path);
-    if (!scheme.isEmpty())
-        readSkinFile(scheme, true);
-    readSkinFile(path, false);
+        context.SkinFormat = format;
+    context.UiFilePath = file.absoluteFilePath();
+    mSkin->setContext(context);
+    mSkin->reload([this, &path](clsKorviInterface &document) {
+        SkinLoader::openSkinFile(document, path, [this](const SkinReadError &error) {
+            reportReadError(error.file(), error.line(), error.message());
+        });
+    });
     finishLoading();
 }
 
 void frmEditor::DirCommand()
 {
-    if (!mEditing->mayDiscardChanges())
+    if (!mActions->mayDiscardChanges())
         return;
     const QString folder = mEnv.dialogs.folder(QStringLiteral("Select Skin ui Directory"),
                                                mEnv.context.SkinDirectory);
@@ -343,24 +380,28 @@ void frmEditor::openSkinFolder(const QString &folder)
 
     // Everything is read as part of the skin here, the shared scheme and the
     // common files included, unlike Open, which marks templates as imported.
-    QString lastFile;
-    for (const QString &file : SkinFolderListing::uiFilesIn(folder)) {
-        readSkinFile(file, false);
-        const QString format = SkinLoader::skinFormatFromFileName(file);
-        if (!format.isEmpty())
-            mEnv.context.SkinFormat = format;
-        lastFile = file;
-    }
-    // The pictures of the skin are looked up from its ui folder, and saving
-    // offers the last file of the folder.
-    mEnv.context.UiFilePath = lastFile.isEmpty() ? QDir(folder).filePath(QStringLiteral("skin.ui"))
-                                                 : QFileInfo(lastFile).absoluteFilePath();
-    const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
-    if (SkinFileNames::FileExists(scheme))
-        readSkinFile(scheme, false);
-    const QString common = QDir::cleanPath(folder + QStringLiteral("/../../common/ui"));
-    for (const QString &file : SkinFolderListing::uiFilesIn(common))
-        readSkinFile(file, false);
+    SkinContext context = mSkin->context();
+    mSkin->reload([this, &folder, &context](clsKorviInterface &) {
+        QString lastFile;
+        for (const QString &file : SkinFolderListing::uiFilesIn(folder)) {
+            readSkinFile(file, false);
+            const QString format = SkinLoader::skinFormatFromFileName(file);
+            if (!format.isEmpty())
+                context.SkinFormat = format;
+            lastFile = file;
+        }
+        // The pictures of the skin are looked up from its ui folder, and saving
+        // offers the last file of the folder.
+        context.UiFilePath = lastFile.isEmpty() ? QDir(folder).filePath(QStringLiteral("skin.ui"))
+                                                : QFileInfo(lastFile).absoluteFilePath();
+        const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
+        if (SkinFileNames::FileExists(scheme))
+            readSkinFile(scheme, false);
+        const QString common = QDir::cleanPath(folder + QStringLiteral("/../../common/ui"));
+        for (const QString &file : SkinFolderListing::uiFilesIn(common))
+            readSkinFile(file, false);
+    });
+    mSkin->setContext(context);
     finishLoading();
 }
 
@@ -387,28 +428,14 @@ void frmEditor::reportReadError(const QString &file, qint64 line, const QString 
 void frmEditor::ClearDocument()
 {
     HideMovingTool();
-    mCurrentObject = nullptr;
-    mShownLayer = nullptr;
-    mCurrentNodeKey.clear();
-    mShownLayerKey.clear();
-    mTemplateShown = false;
-    mFrameOnObject = false;
-    mRenderer->setHighlighted(nullptr);
-    mRenderer->forgetDrawnObjects();
-    mEditing->forgetHistory();
-    mTree->clear();
-    mEnv.document.Clear();
-    pgrProperty->Items()->Clear();
-    pctTemplate->clearPicture();
-    pctTmp = QImage();
-    for (int panel = 1; panel <= 2; ++panel)
-        setStatus(panel, QString());
+    clearSelectionDisplay();
+    mCanvas->forgetDrag();
+    mSkin->reload({});
 }
 
 void frmEditor::finishLoading()
 {
-    mFonts->loadSkinFonts(mEnv.context);
-    mTree->BuildObjectTree(false);
+    mRendering->fonts.loadSkinFonts(mEnv.context);
     // The canvas shows the skin's background until a node is chosen.
     DrawLayer(nullptr);
     button(QStringLiteral("Save"))->setEnabled(true);
@@ -430,11 +457,11 @@ void frmEditor::SaveCommand()
     setTitle(QFileInfo(path).fileName());
     HourglassCursor hourglass;
     const bool saved = WriteUiFile(mEnv.document, path, [this](const QString &message) {
-        askWithArrow(mEnv.dialogs, kTitle, message, Dialogs::Icon::Warning);
+        askWithArrow(mEnv.dialogs, ApplicationInfo::windowTitle(), message, Dialogs::Icon::Warning);
     });
     hourglass.restore();
     if (saved)
-        mEditing->markSaved();
+        mActions->markSaved();
     if (saved)
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
 }
@@ -448,8 +475,10 @@ void frmEditor::LockCommand()
 
 void frmEditor::SettingsCommand()
 {
-    frmSettings form(mEnv.context, mEnv.dialogs, this);
+    SkinContext context = mSkin->context();
+    frmSettings form(context, mEnv.dialogs, this);
     showModalForm(form);
+    mSkin->setContext(context);
 }
 
 void frmEditor::AboutCommand()
@@ -463,12 +492,14 @@ void frmEditor::setRunSkinDirectory(const QString &directory)
     mSavedSkinDirectory = mEnv.context.SkinDirectory;
     mRunSkinDirectory = directory;
     mHasRunSkinDirectory = true;
-    mEnv.context.SkinDirectory = directory;
+    SkinContext context = mSkin->context();
+    context.SkinDirectory = directory;
+    mSkin->setContext(context);
 }
 
 void frmEditor::closeEvent(QCloseEvent *event)
 {
-    if (!mEditing->mayDiscardChanges()) {
+    if (!mActions->mayDiscardChanges()) {
         event->ignore();
         return;
     }
@@ -478,6 +509,41 @@ void frmEditor::closeEvent(QCloseEvent *event)
 }
 
 // ---- selection and drawing ----------------------------------------------------------
+
+// A node chosen in the tree becomes the document's current node. Two nodes
+// may share a key (header variables without a name): the node is shown anyway.
+void frmEditor::treeCurrentChanged(const QModelIndex &current)
+{
+    if (mFollowingCurrent)
+        return;
+    const QByteArray key = mTree->nodeKey(current);
+    if (key == mSkin->currentKey())
+        NodeClick(current);
+    else
+        mSkin->setCurrent(key);
+}
+
+// A new current node: the tree shows it selected, and it is shown whole.
+void frmEditor::showCurrent(const QByteArray &nodeKey)
+{
+    const QModelIndex node = mTree->indexOfKey(nodeKey);
+    if (tvwObjects->currentIndex() != node) {
+        mFollowingCurrent = true;
+        for (QModelIndex up = node.parent(); up.isValid(); up = up.parent())
+            tvwObjects->expand(up);
+        tvwObjects->setCurrentIndex(node);
+        tvwObjects->scrollTo(node);
+        mFollowingCurrent = false;
+    }
+    NodeClick(node);
+}
+
+void frmEditor::selectNodeKey(const QByteArray &nodeKey)
+{
+    const QModelIndex node = mTree->indexOfKey(nodeKey);
+    if (node.isValid())
+        selectNode(node);
+}
 
 void frmEditor::selectNode(const QModelIndex &node)
 {
@@ -499,8 +565,7 @@ void frmEditor::NodeClick(const QModelIndex &node)
     // Dispatched on the node's own letter, the one of its last segment: a
     // text in a layer ("Lui_Main|EtxtTitle") is an object, not the layer. A
     // node whose key names nothing is passed over.
-    const char letter = header ? 0 : NodeKey::ownLetterOf(key);
-    switch (letter) {
+    switch (mTree->nodeLetter(node)) {
     case 'L':
     case 'U':
     case 'S':
@@ -539,7 +604,7 @@ void frmEditor::showTopLevel(const QModelIndex &node, clsElement *element, bool 
     mShownLayerKey = mCurrentNodeKey;
     mTemplateShown = isTemplate;
     mFrameOnObject = false;
-    mRenderer->setHighlighted(nullptr);
+    mRendering->renderer.setHighlighted(nullptr);
     if (isTemplate)
         drawTemplateAlone(element);
     else
@@ -554,8 +619,7 @@ void frmEditor::showElement(const QModelIndex &node, clsElement *element)
     const QByteArray key = mTree->nodeKey(node);
     // The object is shown over its own layer (or template): when another one is
     // on the canvas, the parent node is shown first.
-    const bool layerShown = !mShownLayerKey.isEmpty()
-        && key.startsWith(mShownLayerKey + NodeKey::Separator) && mShownLayer;
+    const bool layerShown = NodeKey(mShownLayerKey).isAncestorOf(NodeKey(key)) && mShownLayer;
     if (!layerShown)
         NodeClick(node.parent());
     HideMovingTool();
@@ -574,23 +638,23 @@ void frmEditor::clearSelectionDisplay()
     mShownLayerKey.clear();
     mTemplateShown = false;
     mFrameOnObject = false;
-    mRenderer->setHighlighted(nullptr);
-    mRenderer->forgetDrawnObjects();
+    mRendering->renderer.setHighlighted(nullptr);
+    mRendering->renderer.forgetDrawnObjects();
     pctTemplate->clearPicture();
     pctTmp = QImage();
-    pgrProperty->Items()->Clear();
+    mGrid->clear();
     for (int panel = 1; panel <= 2; ++panel)
         setStatus(panel, QString());
 }
 
 void frmEditor::fillGrid(const clsElement &element, const QByteArray &nodeKey)
 {
-    PropertyGridFiller::fill(*pgrProperty, element, nodeKey, mEnv.document);
+    mGrid->fill(element, nodeKey);
 }
 
 QImage frmEditor::freshCanvas()
 {
-    QImage canvas(CanvasSize::forSkin(mEnv.context, *mCache), QImage::Format_RGB32);
+    QImage canvas(CanvasSize::forSkin(mEnv.context, mRendering->cache), QImage::Format_RGB32);
     canvas.fill(Qt::black);
     return canvas;
 }
@@ -598,7 +662,7 @@ QImage frmEditor::freshCanvas()
 void frmEditor::DrawLayer(const clsElement *layer)
 {
     pctTmp = freshCanvas();
-    mRenderer->DrawLayer(layer, pctTmp);
+    mRendering->renderer.DrawLayer(layer, pctTmp);
     mShownLayer = layer;
     pctTemplate->setPicture(pctTmp);
 }
@@ -607,7 +671,7 @@ void frmEditor::DrawSingleLayer(const clsElement *layer)
 {
     if (pctTmp.isNull())
         pctTmp = freshCanvas();
-    mRenderer->DrawSingleLayer(layer, pctTmp);
+    mRendering->renderer.DrawSingleLayer(layer, pctTmp);
     pctTemplate->setPicture(pctTmp);
 }
 
@@ -615,8 +679,8 @@ void frmEditor::DrawSingleLayer(const clsElement *layer)
 void frmEditor::drawTemplateAlone(const clsElement *tpl)
 {
     pctTmp = freshCanvas();
-    mRenderer->DrawLayer(nullptr, pctTmp);
-    mRenderer->DrawElement(tpl, pctTmp, 0, 0, false);
+    mRendering->renderer.DrawLayer(nullptr, pctTmp);
+    mRendering->renderer.DrawElement(tpl, pctTmp, 0, 0, false);
     mShownLayer = tpl;
     pctTemplate->setPicture(pctTmp);
 }
@@ -625,37 +689,65 @@ void frmEditor::RefreshCanvas()
 {
     if (!mShownLayer)
         return;
+    drawShown();
+    if (mFrameOnObject)
+        PositionMovingTool();
+}
+
+void frmEditor::drawShown()
+{
     const clsElement *object = mFrameOnObject ? mCurrentObject : nullptr;
-    mRenderer->setHighlighted(object);
+    mRendering->renderer.setHighlighted(object);
     if (mTemplateShown)
         drawTemplateAlone(mShownLayer);
     else
         DrawLayer(mShownLayer);
     // An object the layer does not draw itself (one inside another object, or
     // inside a template) is drawn over the picture.
-    if (object && mRenderer->boxOf(object) == DrawnBox()) {
-        mRenderer->DrawElement(object, pctTmp, 0, 0, true);
+    if (object && mRendering->renderer.boxOf(object) == DrawnBox()) {
+        mRendering->renderer.DrawElement(object, pctTmp, 0, 0, true);
         pctTemplate->setPicture(pctTmp);
     }
-    if (mFrameOnObject)
-        PositionMovingTool();
+}
+
+// What is shown is looked up again by its keys: the change may have taken it
+// out of the document.
+void frmEditor::redrawAfterChange()
+{
+    if (!mShownLayer)
+        return;
+    const clsElement *layer = mSkin->elementAt(mShownLayerKey);
+    clsElement *object = mSkin->elementAt(mCurrentNodeKey);
+    if (!layer || (mFrameOnObject && !object)) {
+        clearSelectionDisplay();
+        return;
+    }
+    mShownLayer = layer;
+    mCurrentObject = object;
+    drawShown();
+    placeMovingTool();
 }
 
 void frmEditor::PositionMovingTool()
 {
     if (!mCurrentObject)
         return;
-    pgrProperty->Items()->Clear();
-    if (mFrameOnObject) {
-        const bool locked = button(QStringLiteral("Lock"))->isChecked();
-        const DrawnBox box = mRenderer->boxOf(mCurrentObject);
-        const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
-        const int handle = mshObject->handleSize();
-        mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
-        mshObject->raise();
-        mshObject->setVisible(!locked);
-    }
+    mGrid->clear();
+    placeMovingTool();
     fillGrid(*mCurrentObject, mCurrentNodeKey);
+}
+
+void frmEditor::placeMovingTool()
+{
+    if (!mCurrentObject || !mFrameOnObject)
+        return;
+    const bool locked = button(QStringLiteral("Lock"))->isChecked();
+    const DrawnBox box = mRendering->renderer.boxOf(mCurrentObject);
+    const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
+    const int handle = mshObject->handleSize();
+    mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
+    mshObject->raise();
+    mshObject->setVisible(!locked);
 }
 
 void frmEditor::HideMovingTool()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EditorEnvironment.h"
+#include "ShownSelection.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -10,11 +11,14 @@
 #include <functional>
 #include <memory>
 
+class CanvasController;
+class DocumentActions;
 class LayerRenderer;
 class MovableShape;
 class ObjectTreeModel;
-class PictureCache;
 class PowGrid;
+class PropertyGridController;
+struct RenderSetup;
 class QAction;
 class QLabel;
 class QMenu;
@@ -23,10 +27,8 @@ class QScrollArea;
 class QStatusBar;
 class QToolBar;
 class QTreeView;
-class ResourceLookup;
 class SkinCanvas;
-class SkinEditing;
-class SkinFonts;
+class SkinDocument;
 class Splitter;
 class TextBoxInfoSink;
 class ToolbarImages;
@@ -34,35 +36,17 @@ class clsElement;
 
 // The editor's main window: the document's tree, the canvas with the selected
 // layer, the property grid and the information box, and the toolbar commands
-// that open, save and set up skins.
-class frmEditor : public QMainWindow
+// that open, save and set up skins. The editing itself is done by the
+// controllers it owns: DocumentActions (the tree's menus, undo), the
+// CanvasController (picking, dragging, zoom) and the PropertyGridController.
+// Its controls are its own; tests find them by their object names.
+class frmEditor : public QMainWindow, private ShownSelection
 {
     Q_OBJECT
 
 public:
     explicit frmEditor(const EditorEnvironment &environment, QWidget *parent = nullptr);
     ~frmEditor() override;
-
-    // ---- controls -----------------------------------------------------------
-    QToolBar *tlbMain;
-    ToolbarImages *imlMain;
-    QTreeView *tvwObjects;
-    SkinCanvas *pctTemplate;
-    // The off-screen picture a layer is composed in before it goes to the canvas.
-    QImage pctTmp;
-    MovableShape *mshObject;
-    PowGrid *pgrProperty;
-    QPlainTextEdit *txtInfo;
-    QStatusBar *stbMain;
-    Splitter *splMain;
-    Splitter *splInfo;
-    Splitter *splProperty;
-    QScrollArea *canvasArea;
-    QMenu *mnuProperty;
-    QMenu *mnuLayer;
-    QMenu *mnuAddObject;
-    QList<QAction *> mnuAddElement;
-    QMenu *mnuElement;
 
     // A toolbar button by its key ("Open", "Dir", "Save", "Lock", ...).
     QAction *button(const QString &key) const;
@@ -71,9 +55,8 @@ public:
     QString statusText(int panel) const;
 
     ObjectTreeModel *objectTree() const { return mTree; }
-    // The editing of the document: menus, prompts, grid edits, canvas picking
-    // and dragging, and the undo stack.
-    SkinEditing &editing() const { return *mEditing; }
+    // The skin being edited: every change goes through it.
+    SkinDocument &skinDocument() const { return *mSkin; }
 
     // ---- commands -------------------------------------------------------------
     // One handler for every toolbar button, by its key. "Prev" and "Next" are on
@@ -102,8 +85,7 @@ public:
 
     // ---- selection and drawing -------------------------------------------------
     // What a click on a tree node does: shows the node's layer, template or
-    // object, fills the grid and places the moving frame. Edits run it again on
-    // the node they changed.
+    // object, fills the grid and places the moving frame.
     void NodeClick(const QModelIndex &node);
     // Selects the node in the tree (unfolding the way to it), which runs NodeClick.
     void selectNode(const QModelIndex &node);
@@ -114,7 +96,7 @@ public:
     void DrawSingleLayer(const clsElement *layer);
     // The canvas drawn again: the layer shown with the current object, or the
     // current template over the default background, and the frame placed again.
-    void RefreshCanvas();
+    void RefreshCanvas() override;
 
     // Puts the moving frame around the current object's drawn box (unless Lock
     // is pressed) and fills the grid with the object's properties.
@@ -123,44 +105,79 @@ public:
 
     // The object the last selection made current, the block shown on the canvas,
     // and the key of the current object's node.
-    clsElement *currentObject() const { return mCurrentObject; }
-    const clsElement *shownLayer() const { return mShownLayer; }
-    QByteArray currentNodeKey() const { return mCurrentNodeKey; }
-    LayerRenderer &renderer() const { return *mRenderer; }
+    clsElement *currentObject() const override { return mCurrentObject; }
+    const clsElement *shownLayer() const override { return mShownLayer; }
+    QByteArray currentNodeKey() const override { return mCurrentNodeKey; }
+    LayerRenderer &renderer() const;
+    // The off-screen picture the canvas was last composed in.
+    const QImage &offScreenPicture() const { return pctTmp; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    bool frameOnObject() const override { return mFrameOnObject; }
+    void selectNodeKey(const QByteArray &nodeKey) override;
+
     void createControls();
     void createToolbar();
     void createMenus();
     void createPanes();
-    void setUpPropertyGrid();
+    void createStatusBar();
+    void createControllers();
+    void followDocument();
 
     void ClearDocument();
-    void startLoading();
     void finishLoading();
     void setTitle(const QString &name);
     bool readSkinFile(const QString &path, bool imported);
     void reportReadError(const QString &file, qint64 line, const QString &message);
 
+    void treeCurrentChanged(const QModelIndex &current);
+    void showCurrent(const QByteArray &nodeKey);
     void showTopLevel(const QModelIndex &node, clsElement *element, bool isTemplate);
     void showElement(const QModelIndex &node, clsElement *element);
     void clearSelectionDisplay();
     void fillGrid(const clsElement &element, const QByteArray &nodeKey);
     void drawTemplateAlone(const clsElement *tpl);
+    void drawShown();
+    void redrawAfterChange();
+    void placeMovingTool();
     QImage freshCanvas();
     void setStatus(int panel, const QString &text);
 
-    EditorEnvironment mEnv;
-    ObjectTreeModel *mTree = nullptr;
-    std::unique_ptr<TextBoxInfoSink> mInfoSink;
-    std::unique_ptr<PictureCache> mCache;
-    std::unique_ptr<SkinFonts> mFonts;
-    std::unique_ptr<ResourceLookup> mLookup;
-    std::unique_ptr<LayerRenderer> mRenderer;
+    // ---- controls -----------------------------------------------------------
+    QToolBar *tlbMain = nullptr;
+    ToolbarImages *imlMain = nullptr;
+    QTreeView *tvwObjects = nullptr;
+    SkinCanvas *pctTemplate = nullptr;
+    // The off-screen picture a layer is composed in before it goes to the canvas.
+    QImage pctTmp;
+    MovableShape *mshObject = nullptr;
+    PowGrid *pgrProperty = nullptr;
+    QPlainTextEdit *txtInfo = nullptr;
+    QStatusBar *stbMain = nullptr;
+    Splitter *splMain = nullptr;
+    Splitter *splInfo = nullptr;
+    Splitter *splProperty = nullptr;
+    QScrollArea *canvasArea = nullptr;
+    QMenu *mnuProperty = nullptr;
+    QMenu *mnuLayer = nullptr;
+    QMenu *mnuAddObject = nullptr;
+    QList<QAction *> mnuAddElement;
+    QMenu *mnuElement = nullptr;
     QList<QLabel *> mPanels;
+
+    EditorEnvironment mEnv;
+    SkinDocument *mSkin = nullptr;
+    ObjectTreeModel *mTree = nullptr;
+    // The information box as the place where report lines go, and the one
+    // resource lookup of the window.
+    std::unique_ptr<TextBoxInfoSink> mInfoSink;
+    std::unique_ptr<RenderSetup> mRendering;
+    DocumentActions *mActions = nullptr;
+    CanvasController *mCanvas = nullptr;
+    PropertyGridController *mGrid = nullptr;
 
     clsElement *mCurrentObject = nullptr;
     const clsElement *mShownLayer = nullptr;
@@ -170,8 +187,8 @@ private:
     bool mTemplateShown = false;
     // The current object is an object of the shown layer, with the frame on it.
     bool mFrameOnObject = false;
-
-    SkinEditing *mEditing = nullptr;
+    // The tree is being moved to the document's current node.
+    bool mFollowingCurrent = false;
 
     QString mRunSkinDirectory;
     QString mSavedSkinDirectory;

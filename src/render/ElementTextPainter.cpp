@@ -54,7 +54,7 @@ QString ElementTextPainter::caption(const clsKorviInterface &document, const cls
     text.replace("\\n", "\n");
     if (text.isEmpty() && !element->IsText() && !element->IsTemplate() && !element->IsSlider())
         return {};
-    if (text.isEmpty() && element->ElementType() == "SLIDER") {
+    if (text.isEmpty() && element->IsSlider()) {
         const QByteArray sliderValue = document.GetElementValue("value", element);
         const qsizetype bar = sliderValue.indexOf('|');
         text = bar >= 0 ? sliderValue.left(bar) : sliderValue;
@@ -118,7 +118,7 @@ void ElementTextPainter::draw(const clsElement *element, QImage &canvas, const E
     const Alignment vertical = ParseAlign(value("valign", element), element->IsText() ? AlignTop : AlignCenter);
     const int DX = horizontal.offset;
     const int DY = vertical.offset;
-    const bool slider = element->ElementType() == "SLIDER";
+    const bool slider = element->IsSlider();
 
     const QStringList lines = text.split(QLatin1Char('\n'));
     QPainter painter(&canvas);

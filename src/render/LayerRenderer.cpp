@@ -1,6 +1,7 @@
 #include "LayerRenderer.h"
 
 #include "ElementPainter.h"
+#include "NodeKey.h"
 #include "PictureCache.h"
 #include "PictureDrawing.h"
 #include "SkinNumber.h"
@@ -13,11 +14,6 @@ namespace {
 
 // What the canvas shows where the background picture does not reach.
 constexpr QRgb kClearedCanvas = 0xFF000000u;
-
-bool isStateBlock(const clsElement *block)
-{
-    return block->ElementType() == "STATE";
-}
 
 // Ascending z, and among equal z the earlier one first. This is the order that
 // repeated selection of the smallest z gives (a later candidate only replaces
@@ -131,25 +127,9 @@ DrawnBox LayerRenderer::boxOf(const clsElement *element) const
     return mLastBoxes.value(element, DrawnBox());
 }
 
-const clsElement *LayerRenderer::blockHolding(const clsElement *element) const
-{
-    for (const clsElement *block : mContext.document.Layers()) {
-        if (block->subElementCount() > 0 && element->owner() == &block->SubElements())
-            return block;
-    }
-    return nullptr;
-}
-
 QByteArray LayerRenderer::nodeKeyOf(const clsElement *element) const
 {
-    const clsKorviInterface &doc = mContext.document;
-    if (element->owner() == &doc.Templates())
-        return "T" + element->ElementKey();
-    if (element->owner() == &doc.Layers())
-        return (isStateBlock(element) ? "S" : "L") + element->ElementKey();
-    if (const clsElement *block = blockHolding(element))
-        return (isStateBlock(block) ? "S" : "L") + block->ElementKey() + "|E" + element->ElementKey();
-    return "E" + element->ElementKey();
+    return NodeKey::of(mContext.document, element);
 }
 
 int LayerRenderer::picturesDecoded() const

@@ -60,8 +60,8 @@ public:
     // drawn since the boxes were last forgotten.
     DrawnBox boxOf(const clsElement *element) const;
 
-    // The tree key of a drawn object: "L" (or "S" for a state block) + block key
-    // + "|E" + object key, "T" + key for a template, "L"/"S" + key for a block.
+    // The tree key of a drawn object (see NodeKey::of): "Lui_Main|EtxtTitle",
+    // "Lui_Main|Uui_Status" for a used layer, "T" + key for a template.
     QByteArray nodeKeyOf(const clsElement *element) const;
 
     // The font the canvas was last set to by a text.
@@ -74,7 +74,6 @@ public:
 private:
     QVector<const clsElement *> objectsInZOrder(const clsElement *layer) const;
     QVector<const clsElement *> usedLayersInZOrder(const clsElement *layer) const;
-    const clsElement *blockHolding(const clsElement *element) const;
 
     DrawingContext mContext;
     std::unique_ptr<ElementPainter> mPainter;

@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -25,17 +26,8 @@ Run korvi(const QStringList &args)
 QString writeFile(const QTemporaryDir &dir, const QString &name, const QByteArray &bytes)
 {
     const QString path = dir.filePath(name);
-    QFile f(path);
-    f.open(QIODevice::WriteOnly);
-    f.write(bytes);
+    writeTestFile(path, bytes);
     return path;
-}
-
-QByteArray fileContent(const QString &path)
-{
-    QFile f(path);
-    f.open(QIODevice::ReadOnly);
-    return f.readAll();
 }
 
 } // namespace
@@ -91,6 +83,21 @@ private slots:
         QCOMPARE(dump.value("Layers").toArray().size(), 0);
     }
 
+    void importedFilesMayFollowTheFileAndUnknownOptionsAreNamed()
+    {
+        QTemporaryDir dir;
+        const QString shared = writeFile(dir, "t.ui", "<TEMPLATE tmp bmp=b.bmp>\r\n");
+        const QString other = writeFile(dir, "u.ui", "<TEMPLATE tmq bmp=c.bmp>\r\n");
+        const QString file = writeFile(dir, "m.ui", "<LAYER ui_Main x=1>\r\n</LAYER>\r\n");
+        const Run run = korvi({ "dump", file, "-i", shared, "-i", other });
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.out.contains("tmp"));
+        QVERIFY(run.out.contains("tmq"));
+        const Run unknown = korvi({ "dump", "--bogus", file });
+        QCOMPARE(unknown.exitCode, 2);
+        QVERIFY(unknown.err.contains("bogus"));
+    }
+
     void usageErrorsExitWithTwo()
     {
         QCOMPARE(korvi({ "dump" }).exitCode, 2);
@@ -107,8 +114,8 @@ private slots:
         const QString file = writeFile(dir, "m.ui", "<layer a x=1>\n\t<text t visible>\n</layer>\n");
         const Run run = korvi({ "format", file, file });
         QCOMPARE(run.exitCode, 0);
-        QCOMPARE(fileContent(file), QByteArray("<LAYER a x=1>\r\n\t<TEXT t VISIBLE>\r\n</LAYER>\r\n\r\n"));
-        QCOMPARE(fileContent(dir.filePath("m.bak")), QByteArray("<layer a x=1>\n\t<text t visible>\n</layer>\n"));
+        QCOMPARE(readTestFile(file), QByteArray("<LAYER a x=1>\r\n\t<TEXT t VISIBLE>\r\n</LAYER>\r\n\r\n"));
+        QCOMPARE(readTestFile(dir.filePath("m.bak")), QByteArray("<layer a x=1>\n\t<text t visible>\n</layer>\n"));
     }
 
     void formatLeavesImportedEntriesOut()
@@ -117,7 +124,7 @@ private slots:
         const QString shared = writeFile(dir, "t.ui", "<TEMPLATE shared x=1>\n");
         const QString file = writeFile(dir, "m.ui", "<TEMPLATE own>\n");
         QCOMPARE(korvi({ "format", "-i", shared, file, dir.filePath("out.ui") }).exitCode, 0);
-        QCOMPARE(fileContent(dir.filePath("out.ui")), QByteArray("<TEMPLATE own>\r\n"));
+        QCOMPARE(readTestFile(dir.filePath("out.ui")), QByteArray("<TEMPLATE own>\r\n"));
     }
 
     void formatReportsAReadingErrorAndWritesNothing()

@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "DocumentJson.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
@@ -14,14 +15,6 @@
 namespace {
 
 const QString kDataDir = QStringLiteral(KORVI_TEST_DATA "/ui");
-
-QByteArray fileContent(const QString &path)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArray();
-    return f.readAll();
-}
 
 // Of "error" only whether it is null and its line count.
 QJsonObject comparable(QJsonObject dump)
@@ -89,7 +82,7 @@ private slots:
     {
         QFETCH(QString, base);
         const CaseFiles files = filesOf(base);
-        const QJsonObject expected = QJsonDocument::fromJson(fileContent(base + ".json")).object();
+        const QJsonObject expected = QJsonDocument::fromJson(readTestFile(base + ".json")).object();
         QVERIFY(!expected.isEmpty());
 
         clsKorviInterface doc;
@@ -104,7 +97,7 @@ private slots:
         }
         QCOMPARE(comparable(QJsonDocument::fromJson(json).object()), comparable(expected));
         // What was read is written, even after a reading error.
-        QCOMPARE(UiFileWriter(doc).fileText(), fileContent(base + ".out.ui"));
+        QCOMPARE(UiFileWriter(doc).fileText(), readTestFile(base + ".out.ui"));
     }
 
     void rereadsEveryWrittenCase_data()
@@ -119,7 +112,7 @@ private slots:
         QFETCH(QString, base);
         bool failed = false;
         const QJsonObject reread = dumpOf({}, base + ".out.ui", &failed);
-        const QJsonObject expected = QJsonDocument::fromJson(fileContent(base + ".reread.json")).object();
+        const QJsonObject expected = QJsonDocument::fromJson(readTestFile(base + ".reread.json")).object();
         QVERIFY(!expected.isEmpty());
         QCOMPARE(comparable(reread), comparable(expected));
     }

@@ -9,6 +9,22 @@ class TestDocumentModel : public QObject
     Q_OBJECT
 
 private slots:
+    void anElementsKindFollowsItsTagWord()
+    {
+        clsElements blocks;
+        QVERIFY(blocks.Add("a", "layer")->IsLayer());
+        QVERIFY(blocks.Add("b", "STATE")->IsState());
+        QVERIFY(blocks.Add("c", "element_template")->IsElementTemplate());
+        for (const char *type : { "LAYER", "STATE", "ELEMENT_TEMPLATE", "OBSERVER" })
+            QVERIFY(blocks.Add("d", type)->IsBlock());
+        for (const char *type : { "TEXT", "TEMPLATE", "USELAYER", "VAR" }) {
+            const clsElement *element = blocks.Add("e", type);
+            QVERIFY(!element->IsBlock());
+            QVERIFY(!element->IsLayer());
+            QVERIFY(!element->IsState());
+        }
+    }
+
     void repeatedKeyGetsNumberedSuffixesFromZero()
     {
         clsProperties props;
@@ -289,10 +305,10 @@ private slots:
         props.Add("x", "1");
         props.Add("text", "\"short\"");
         props.Add("y", "2");
-        props.Item("text").setValue("\"a much longer value than before\"");
-        props.Item("x").setValue("");
+        props.setValueAt(props.Item("text").Index() - 1, "\"a much longer value than before\"");
+        props.setValueAt(props.Item("x").Index() - 1, "");
         for (int i = 0; i < 200; ++i)
-            props.Item("y").setValue(QByteArray(300, 'y') + QByteArray::number(i));
+            props.setValueAt(props.Item("y").Index() - 1, QByteArray(300, 'y') + QByteArray::number(i));
         QCOMPARE(props.Item("x").value(), QByteArray(""));
         QCOMPARE(props.Item("text").value(), QByteArray("\"a much longer value than before\""));
         QCOMPARE(props.Item("y").value(), QByteArray(300, 'y') + "199");

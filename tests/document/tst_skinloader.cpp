@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "clsKorviInterface.h"
@@ -8,13 +9,6 @@
 #include <QtTest>
 
 namespace {
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
 } // namespace
 
 class TestSkinLoader : public QObject
@@ -45,13 +39,13 @@ private slots:
     {
         QTemporaryDir dir;
         const QString ui = dir.path() + "/800_480/ui";
-        writeFile(ui + "/templates_b.ui", "<TEMPLATE tb fontsize=2>\n");
-        writeFile(ui + "/Templates_A.ui", "<TEMPLATE ta fontsize=1>\n");
-        writeFile(ui + "/templatesC.UI", "<TEMPLATE tc fontsize=3>\n");
-        writeFile(ui + "/other.ui", "<TEMPLATE other>\n");
-        writeFile(ui + "/my_templates.ui", "<TEMPLATE mine>\n");
-        writeFile(dir.path() + "/800_480/main_scheme.ui", "<FONTTYPE scheme font=Arial>\n<TEMPLATE ta fontsize=9>\n");
-        writeFile(ui + "/main_800_480.ui", "<TEMPLATE own>\n<LAYER ui_Main>\n</LAYER>\n");
+        QVERIFY(writeTestFile(ui + "/templates_b.ui", "<TEMPLATE tb fontsize=2>\n"));
+        QVERIFY(writeTestFile(ui + "/Templates_A.ui", "<TEMPLATE ta fontsize=1>\n"));
+        QVERIFY(writeTestFile(ui + "/templatesC.UI", "<TEMPLATE tc fontsize=3>\n"));
+        QVERIFY(writeTestFile(ui + "/other.ui", "<TEMPLATE other>\n"));
+        QVERIFY(writeTestFile(ui + "/my_templates.ui", "<TEMPLATE mine>\n"));
+        QVERIFY(writeTestFile(dir.path() + "/800_480/main_scheme.ui", "<FONTTYPE scheme font=Arial>\n<TEMPLATE ta fontsize=9>\n"));
+        QVERIFY(writeTestFile(ui + "/main_800_480.ui", "<TEMPLATE own>\n<LAYER ui_Main>\n</LAYER>\n"));
 
         clsKorviInterface doc;
         const SkinLoader::OpenedSkin opened = SkinLoader::openSkinFile(doc, ui + "/main_800_480.ui");
@@ -75,8 +69,8 @@ private slots:
     void theOpenedTemplatesFileIsNotReadTwice()
     {
         QTemporaryDir dir;
-        writeFile(dir.path() + "/ui/templates_a.ui", "<TEMPLATE a>\n");
-        writeFile(dir.path() + "/ui/templates_b.ui", "<TEMPLATE b>\n");
+        QVERIFY(writeTestFile(dir.path() + "/ui/templates_a.ui", "<TEMPLATE a>\n"));
+        QVERIFY(writeTestFile(dir.path() + "/ui/templates_b.ui", "<TEMPLATE b>\n"));
         clsKorviInterface doc;
         const SkinLoader::OpenedSkin opened = SkinLoader::openSkinFile(doc, dir.path() + "/ui/templates_b.ui");
         QCOMPARE(opened.filesRead.size(), 2);
@@ -89,7 +83,7 @@ private slots:
     void aMissingSchemeIsPassedOverSilently()
     {
         QTemporaryDir dir;
-        writeFile(dir.path() + "/ui/main.ui", "<LAYER L>\n</LAYER>\n");
+        QVERIFY(writeTestFile(dir.path() + "/ui/main.ui", "<LAYER L>\n</LAYER>\n"));
         QCOMPARE(SkinLoader::mainSchemeFor(dir.path() + "/ui/main.ui"), QString());
         clsKorviInterface doc;
         QCOMPARE(SkinLoader::openSkinFile(doc, dir.path() + "/ui/main.ui").filesRead.size(), 1);
@@ -98,11 +92,29 @@ private slots:
     void aFileThatCannotBeReadRaisesAnError()
     {
         QTemporaryDir dir;
-        writeFile(dir.path() + "/ui/templates_a.ui", "<TEMPLATE a>\n");
+        QVERIFY(writeTestFile(dir.path() + "/ui/templates_a.ui", "<TEMPLATE a>\n"));
         clsKorviInterface doc;
         QVERIFY_THROWS_EXCEPTION(SkinReadError, SkinLoader::openSkinFile(doc, dir.path() + "/ui/absent.ui"));
         // What was read before the error stays.
         QVERIFY(doc.Templates().Find("a"));
+    }
+
+    void aReadingErrorGoesToTheHandlerAndTheNextFileIsRead()
+    {
+        QTemporaryDir dir;
+        QVERIFY(writeTestFile(dir.path() + "/ui/templates_a.ui", "<TEMPLATE a>\n<TEXT orphan>\n"));
+        QVERIFY(writeTestFile(dir.path() + "/ui/templates_b.ui", "<TEMPLATE b>\n"));
+        QVERIFY(writeTestFile(dir.path() + "/ui/main.ui", "<LAYER ui_Main>\n</LAYER>\n"));
+        clsKorviInterface doc;
+        QStringList errors;
+        const SkinLoader::OpenedSkin opened = SkinLoader::openSkinFile(
+            doc, dir.path() + "/ui/main.ui",
+            [&errors](const SkinReadError &error) { errors << QFileInfo(error.file()).fileName(); });
+        QCOMPARE(errors, QStringList{ "templates_a.ui" });
+        QVERIFY(doc.Templates().Find("a"));
+        QVERIFY(doc.Templates().Find("b"));
+        QVERIFY(doc.Layers().Find("ui_Main"));
+        QCOMPARE(opened.filesRead.size(), 3);
     }
 };
 

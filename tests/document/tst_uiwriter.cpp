@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "UiFileReader.h"
 #include "UiFileWriter.h"
 #include "clsKorviInterface.h"
@@ -7,21 +8,6 @@
 #include <QtTest>
 
 namespace {
-
-QByteArray fileContent(const QString &path)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArray();
-    return f.readAll();
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
 
 // Writes half of the file, then fails as a full disk would.
 class HalfWayFailingWriter : public UiFileWriter
@@ -49,11 +35,11 @@ private slots:
         QTemporaryDir dir;
         QVERIFY(QDir(dir.path()).mkdir("skin.old"));
         const QString target = dir.filePath("skin.old/main");
-        writeFile(target, "old");
+        QVERIFY(writeTestFile(target, "old"));
         QCOMPARE(UiFileWriter::backupPathFor(target), dir.filePath("skin.bak"));
         clsKorviInterface doc;
         QVERIFY(WriteUiFile(doc, target, {}));
-        QCOMPARE(fileContent(dir.filePath("skin.bak")), QByteArray("old"));
+        QCOMPARE(readTestFile(dir.filePath("skin.bak")), QByteArray("old"));
         QVERIFY(!QFile::exists(dir.filePath("skin.old/main.bak")));
     }
 
@@ -66,13 +52,13 @@ private slots:
         doc.Layers().Add("first", "layer");
         QVERIFY(WriteUiFile(doc, target, {}));
         QVERIFY(!QFile::exists(dir.filePath("main.bak")));
-        const QByteArray firstSave = fileContent(target);
+        const QByteArray firstSave = readTestFile(target);
         doc.Layers().Add("second", "layer");
         QVERIFY(WriteUiFile(doc, target, {}));
-        QCOMPARE(fileContent(dir.filePath("main.bak")), firstSave);
-        const QByteArray secondSave = fileContent(target);
+        QCOMPARE(readTestFile(dir.filePath("main.bak")), firstSave);
+        const QByteArray secondSave = readTestFile(target);
         QVERIFY(WriteUiFile(doc, target, {}));
-        QCOMPARE(fileContent(dir.filePath("main.bak")), secondSave);
+        QCOMPARE(readTestFile(dir.filePath("main.bak")), secondSave);
     }
 
     void pathWithoutAnyDotGetsNoBackup()
@@ -206,7 +192,7 @@ private slots:
     {
         QTemporaryDir dir;
         const QString target = dir.filePath("main.ui");
-        writeFile(target, "<LAYER old>\r\n");
+        QVERIFY(writeTestFile(target, "<LAYER old>\r\n"));
         clsKorviInterface doc;
         for (int i = 0; i < 100; ++i)
             doc.Layers().Add("layer" + QByteArray::number(i), "layer");
@@ -214,9 +200,9 @@ private slots:
         HalfWayFailingWriter writer(doc);
         QVERIFY(!writer.write(target, [&](const QString &m) { message = m; }));
         QVERIFY(message.startsWith(QLatin1String("Error saving file: ")));
-        QCOMPARE(fileContent(target), QByteArray("<LAYER old>\r\n"));
+        QCOMPARE(readTestFile(target), QByteArray("<LAYER old>\r\n"));
         // The backup made before the failure stays; no temporary file is left.
-        QCOMPARE(fileContent(dir.filePath("main.bak")), QByteArray("<LAYER old>\r\n"));
+        QCOMPARE(readTestFile(dir.filePath("main.bak")), QByteArray("<LAYER old>\r\n"));
         QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
                  (QStringList { "main.bak", "main.ui" }));
     }

@@ -3,34 +3,31 @@
 // A main window with scripted dialogs and a settings folder of its own, and the
 // small skins the window tests open.
 
+#include "TestFiles.h"
+#include "CanvasController.h"
+#include "DocumentActions.h"
 #include "EditorEnvironment.h"
+#include "MovableShape.h"
+#include "PowGrid.h"
 #include "ScriptedDialogs.h"
 #include "SettingsFile.h"
+#include "SkinCanvas.h"
 #include "SkinContext.h"
+#include "Splitter.h"
 #include "WebLink.h"
 #include "clsKorviInterface.h"
 #include "frmEditor.h"
 
 #include <QDir>
 #include <QFile>
+#include <QMenu>
+#include <QPlainTextEdit>
 #include <QTemporaryDir>
+#include <QToolBar>
+#include <QTreeView>
 #include <QtTest>
 
 #include <memory>
-
-inline void writeTestFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
-
-inline QByteArray readTestFile(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 struct EditorFixture
 {
@@ -48,6 +45,30 @@ struct EditorFixture
         window = std::make_unique<frmEditor>(EditorEnvironment{ document, context, dialogs, settings, web });
         window->resize(1300, 860);
     }
+
+    // The window's controls and controllers, found by their object names.
+    template<class T>
+    T *control(const char *name) const
+    {
+        T *found = window->findChild<T *>(QString::fromLatin1(name));
+        if (!found)
+            qFatal("the window has no %s", name);
+        return found;
+    }
+    QToolBar *tlbMain() const { return control<QToolBar>("tlbMain"); }
+    QTreeView *tvwObjects() const { return control<QTreeView>("tvwObjects"); }
+    SkinCanvas *pctTemplate() const { return control<SkinCanvas>("pctTemplate"); }
+    MovableShape *mshObject() const { return control<MovableShape>("mshObject"); }
+    PowGrid *pgrProperty() const { return control<PowGrid>("pgrProperty"); }
+    QPlainTextEdit *txtInfo() const { return control<QPlainTextEdit>("txtInfo"); }
+    Splitter *splMain() const { return control<Splitter>("splMain"); }
+    Splitter *splInfo() const { return control<Splitter>("splInfo"); }
+    QMenu *mnuProperty() const { return control<QMenu>("mnuProperty"); }
+    QMenu *mnuLayer() const { return control<QMenu>("mnuLayer"); }
+    QMenu *mnuElement() const { return control<QMenu>("mnuElement"); }
+    QMenu *mnuAddObject() const { return control<QMenu>("mnuAddObject"); }
+    DocumentActions *actions() const { return control<DocumentActions>("DocumentActions"); }
+    CanvasController *canvas() const { return control<CanvasController>("CanvasController"); }
 };
 
 // A skin folder: <root>/800_480/ui/main_800_480.ui with a template file beside
@@ -61,7 +82,7 @@ struct SmallSkin
 
     SmallSkin()
     {
-        writeTestFile(mainFile(),
+        QVERIFY(writeTestFile(mainFile(),
                       "<header>\r\n"
                       "\t<VAR skin_name=Test>\r\n"
                       "</header>\r\n"
@@ -77,9 +98,9 @@ struct SmallSkin
                       "</LAYER>\r\n"
                       "<STATE st_Night>\r\n"
                       "\t<TEXT txtNight x=20 y=20 w=100 h=20 text=Night>\r\n"
-                      "</STATE>\r\n");
-        writeTestFile(uiFolder() + "/templates_a.ui", "<TEMPLATE tplShared fontsize=14>\r\n");
-        writeTestFile(root.path() + "/800_480/main_scheme.ui", "<FONTTYPE ftScheme font=Verdana>\r\n");
-        writeTestFile(root.path() + "/common/ui/common.ui", "<LAYER ui_Common>\r\n</LAYER>\r\n");
+                      "</STATE>\r\n"));
+        QVERIFY(writeTestFile(uiFolder() + "/templates_a.ui", "<TEMPLATE tplShared fontsize=14>\r\n"));
+        QVERIFY(writeTestFile(root.path() + "/800_480/main_scheme.ui", "<FONTTYPE ftScheme font=Verdana>\r\n"));
+        QVERIFY(writeTestFile(root.path() + "/common/ui/common.ui", "<LAYER ui_Common>\r\n</LAYER>\r\n"));
     }
 };

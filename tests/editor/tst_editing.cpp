@@ -12,7 +12,8 @@
 #include "PowGridItem.h"
 #include "PropertyGridFiller.h"
 #include "SkinCanvas.h"
-#include "SkinEditing.h"
+#include "SkinContext.h"
+#include "SkinDocument.h"
 #include "clsPowGridItems.h"
 
 #include <QAction>
@@ -51,10 +52,10 @@ struct EditingFixture : EditorFixture
     EditingFixture()
     {
         file = skinFolder.path() + "/800_480/ui/pick_800_480.ui";
-        writeTestFile(file, kPickSkin);
+        QVERIFY(writeTestFile(file, kPickSkin));
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-        editing().popUpMenu = [this](QMenu &menu, QPoint) -> QAction * {
+        actions()->popUpMenu = [this](QMenu &menu, QPoint) -> QAction * {
             menusShown << &menu;
             QList<QAction *> actions = menu.actions();
             for (QAction *action : menu.actions()) {
@@ -70,22 +71,21 @@ struct EditingFixture : EditorFixture
             return nullptr;
         };
         qint64 *now = &time;
-        editing().clock = [now] { return *now; };
+        canvas()->clock = [now] { return *now; };
         window->openSkinFile(file);
     }
 
     qint64 time = 100000;
 
-    SkinEditing &editing() { return window->editing(); }
     ObjectTreeModel &tree() { return *window->objectTree(); }
-    QUndoStack &stack() { return editing().undoStack(); }
+    QUndoStack &stack() { return window->skinDocument().undoStack(); }
 
     QModelIndex node(const QByteArray &key)
     {
         const QModelIndex index = tree().indexOfKey(key);
         for (QModelIndex up = index.parent(); up.isValid(); up = up.parent())
-            window->tvwObjects->expand(up);
-        window->tvwObjects->scrollTo(index);
+            tvwObjects()->expand(up);
+        tvwObjects()->scrollTo(index);
         return index;
     }
 
@@ -107,18 +107,18 @@ struct EditingFixture : EditorFixture
     void rightClick(const QByteArray &key)
     {
         const QModelIndex index = node(key);
-        const QPoint at = window->tvwObjects->visualRect(index).center();
-        QTest::mousePress(window->tvwObjects->viewport(), Qt::RightButton, Qt::NoModifier, at);
-        QTest::mouseRelease(window->tvwObjects->viewport(), Qt::RightButton, Qt::NoModifier, at);
+        const QPoint at = tvwObjects()->visualRect(index).center();
+        QTest::mousePress(tvwObjects()->viewport(), Qt::RightButton, Qt::NoModifier, at);
+        QTest::mouseRelease(tvwObjects()->viewport(), Qt::RightButton, Qt::NoModifier, at);
     }
 
     void doubleClick(const QByteArray &key)
     {
         const QModelIndex index = node(key);
-        const QPoint at = window->tvwObjects->visualRect(index).center();
-        QTest::mousePress(window->tvwObjects->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-        QTest::mouseRelease(window->tvwObjects->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-        QTest::mouseDClick(window->tvwObjects->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        const QPoint at = tvwObjects()->visualRect(index).center();
+        QTest::mousePress(tvwObjects()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseRelease(tvwObjects()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseDClick(tvwObjects()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
     }
 
     QRect box(const QByteArray &key)
@@ -130,15 +130,15 @@ struct EditingFixture : EditorFixture
     // A press of the left button at a canvas pixel, through the zoom.
     void clickCanvas(QPoint canvasPoint)
     {
-        const QRect pixel = window->pctTemplate->toWidget(QRect(canvasPoint, QSize(1, 1)));
-        QTest::mouseClick(window->pctTemplate, Qt::LeftButton, Qt::NoModifier, pixel.topLeft());
+        const QRect pixel = pctTemplate()->toWidget(QRect(canvasPoint, QSize(1, 1)));
+        QTest::mouseClick(pctTemplate(), Qt::LeftButton, Qt::NoModifier, pixel.topLeft());
     }
 
     // Drags the frame's body by (dx, dy) widget pixels with the mouse.
     void dragFrame(int dx, int dy)
     {
-        QWidget *body = window->mshObject->shpMove(MovableShape::BodyHandle);
-        QWidget *container = window->pctTemplate;
+        QWidget *body = mshObject()->shpMove(MovableShape::BodyHandle);
+        QWidget *container = pctTemplate();
         const QPoint at = body->rect().center();
         const QPoint start = body->mapTo(container, at);
         QTest::mousePress(body, Qt::LeftButton, Qt::NoModifier, at);
@@ -153,7 +153,7 @@ struct EditingFixture : EditorFixture
 
     PowGridItem *gridRow(const QString &name)
     {
-        clsPowGridItems *items = window->pgrProperty->Items();
+        clsPowGridItems *items = pgrProperty()->Items();
         for (int row = 1; row <= items->Count(); ++row) {
             if (items->Item(row)->CellText(PropertyGridFiller::ColProperty) == name)
                 return items->Item(row);
@@ -185,12 +185,12 @@ private slots:
         EditingFixture f;
         f.rightClick("Lui_Pick|EtxtHigh");
         QCOMPARE(f.menusShown.size(), 1);
-        QCOMPARE(f.menusShown.first(), f.window->mnuElement);
+        QCOMPARE(f.menusShown.first(), f.mnuElement());
         QStringList entries;
-        for (QAction *a : f.window->mnuElement->actions())
+        for (QAction *a : f.mnuElement()->actions())
             entries << a->text();
         QCOMPARE(entries, QStringList({ "Add Property", "Remove Object" }));
-        QCOMPARE(f.window->tvwObjects->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
+        QCOMPARE(f.tvwObjects()->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
     }
 
     void rightClickMenusFollowTheNodeKind()
@@ -199,9 +199,9 @@ private slots:
         f.rightClick("Lui_Pick");
         f.rightClick("Lui_Pick|EtxtHigh|Px");
         f.rightClick("LobsWatch");
-        QCOMPARE(f.menusShown, QList<QMenu *>({ f.window->mnuLayer, f.window->mnuProperty }));
+        QCOMPARE(f.menusShown, QList<QMenu *>({ f.mnuLayer(), f.mnuProperty() }));
         // The right-clicked node was selected even where no menu came.
-        QCOMPARE(f.window->tvwObjects->currentIndex(), f.node("LobsWatch"));
+        QCOMPARE(f.tvwObjects()->currentIndex(), f.node("LobsWatch"));
     }
 
     // ---- prompts ----------------------------------------------------------------------------
@@ -304,9 +304,9 @@ private slots:
         QVERIFY(!f.element("Lui_Other"));
         QCOMPARE(f.dialogs.asked().size(), asked);
         QCOMPARE(f.stack().count(), 3);
-        f.window->editing().undoAction()->trigger();
-        f.window->editing().undoAction()->trigger();
-        f.window->editing().undoAction()->trigger();
+        f.actions()->undoAction()->trigger();
+        f.actions()->undoAction()->trigger();
+        f.actions()->undoAction()->trigger();
         QCOMPARE(f.savedText(), before);
     }
 
@@ -319,7 +319,7 @@ private slots:
         PowGridItem *row = f.gridRow(QStringLiteral("y"));
         QVERIFY(row);
         row->setCellText(PropertyGridFiller::ColValue, QStringLiteral("33"));
-        emit f.window->pgrProperty->ItemChanged(row, PropertyGridFiller::ColValue);
+        emit f.pgrProperty()->ItemChanged(row, PropertyGridFiller::ColValue);
         QCOMPARE(f.value("Lui_Pick|EtxtHigh|Py"), QByteArray("33"));
         QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtHigh|Py")), QStringLiteral("y=33"));
         QCOMPARE(f.box("Lui_Pick|EtxtHigh").top(), 33);
@@ -330,17 +330,47 @@ private slots:
         QCOMPARE(f.box("Lui_Pick|EtxtHigh").top(), 10);
     }
 
+    void aChangeOfTheDocumentRedrawsTheCanvasAndRefillsTheGridWithoutShowingTheNodeAgain()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick|EtxtHigh");
+        QSignalSpy current(&f.window->skinDocument(), &SkinDocument::currentChanged);
+        QVERIFY(f.window->skinDocument().setPropertyValue("Lui_Pick|EtxtHigh", "y", "33"));
+        QCOMPARE(f.box("Lui_Pick|EtxtHigh").top(), 33);
+        QCOMPARE(f.gridRow(QStringLiteral("y"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("33"));
+        QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtHigh|Py")), QStringLiteral("y=33"));
+        // A grid edit changes the value the same way, and the selection stays.
+        PowGridItem *row = f.gridRow(QStringLiteral("x"));
+        row->setCellText(PropertyGridFiller::ColValue, QStringLiteral("44"));
+        emit f.pgrProperty()->ItemChanged(row, PropertyGridFiller::ColValue);
+        QCOMPARE(f.box("Lui_Pick|EtxtHigh").left(), 44);
+        QCOMPARE(current.count(), 0);
+        QCOMPARE(f.tvwObjects()->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
+    }
+
+    void newEditorWideValuesRedrawTheCanvas()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        const QSize before = f.pctTemplate()->picture().size();
+        SkinContext context = f.window->skinDocument().context();
+        context.SkinFormat = QStringLiteral("320_240");
+        f.window->skinDocument().setContext(context);
+        QVERIFY(before != QSize(320, 240));
+        QCOMPARE(f.pctTemplate()->picture().size(), QSize(320, 240));
+    }
+
     void aColourPresetsTheDigitsAsTheyStandAndWritesRedGreenBlue()
     {
         EditingFixture f;
         f.select("Lui_Pick|EtxtAlone");
         f.dialogs.answerColor(QColor(255, 0, 0));
-        emit f.window->pgrProperty->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
+        emit f.pgrProperty()->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
         // #FF0000 read as the number FF0000 is pure blue to the dialog.
         QCOMPARE(QColor(f.lastAsked().value), QColor(0, 0, 255));
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Pcolor"), QByteArray("#FF0000"));
         f.dialogs.answerColor(QColor(0x12, 0x34, 0x56));
-        emit f.window->pgrProperty->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
+        emit f.pgrProperty()->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Pcolor"), QByteArray("#123456"));
     }
 
@@ -348,7 +378,7 @@ private slots:
     {
         EditingFixture f;
         f.select("Lui_Pick|EtxtAlone");
-        emit f.window->pgrProperty->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
+        emit f.pgrProperty()->ItemChanged(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton);
         QCOMPARE(f.lastAsked().kind, QStringLiteral("color"));
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Pcolor"), QByteArray("#FF0000"));
         QCOMPARE(f.stack().count(), 0);
@@ -359,7 +389,7 @@ private slots:
         EditingFixture f;
         f.select("Lui_Pick|EtxtAlone");
         f.dialogs.answerPath(QStringLiteral("/some/where/new.bmp"));
-        emit f.window->pgrProperty->ItemChanged(f.gridRow(QStringLiteral("bmp")), PropertyGridFiller::ColButton);
+        emit f.pgrProperty()->ItemChanged(f.gridRow(QStringLiteral("bmp")), PropertyGridFiller::ColButton);
         const auto &asked = f.lastAsked();
         QCOMPARE(asked.kind, QStringLiteral("open"));
         QCOMPARE(asked.title, QStringLiteral("Select Image"));
@@ -378,8 +408,8 @@ private slots:
         QVERIFY(!overlap.isEmpty());
         f.clickCanvas(overlap.center());
         QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtHigh"));
-        QCOMPARE(f.window->tvwObjects->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
-        QVERIFY(f.window->mshObject->isVisible());
+        QCOMPARE(f.tvwObjects()->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
+        QVERIFY(f.mshObject()->isVisible());
     }
 
     void anObjectWithoutANameIsPassedOverForTheOneUnderIt()
@@ -396,11 +426,11 @@ private slots:
     void removeObjectOnATemplateNodeDoesNothing()
     {
         EditingFixture f;
-        writeTestFile(f.file, "<TEMPLATE tplOwn x=1 bmp=\"a.bmp\">\r\n" + kPickSkin);
+        QVERIFY(writeTestFile(f.file, "<TEMPLATE tplOwn x=1 bmp=\"a.bmp\">\r\n" + kPickSkin));
         f.window->openSkinFile(f.file);
         f.chooseEntry = QStringLiteral("mnuRemoveObject");
         f.rightClick("TtplOwn");
-        QCOMPARE(f.menusShown.last(), f.window->mnuElement);
+        QCOMPARE(f.menusShown.last(), f.mnuElement());
         QVERIFY(f.element("TtplOwn"));
         QCOMPARE(f.stack().count(), 0);
     }
@@ -436,8 +466,8 @@ private slots:
     {
         EditingFixture f;
         f.select("Lui_Pick");
-        f.editing().setZoom(300);
-        QTest::mouseMove(f.window->pctTemplate, QPoint(31, 62));
+        f.canvas()->setZoom(300);
+        QTest::mouseMove(f.pctTemplate(), QPoint(31, 62));
         QCOMPARE(f.window->statusText(3), QStringLiteral("X:10 Y:20"));
     }
 
@@ -450,8 +480,8 @@ private slots:
         f.select("Lui_Pick");
         f.clickCanvas(f.box("Lui_Pick|EtxtAlone").center());
         QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtAlone"));
-        QVERIFY(!f.window->mshObject->isVisible());
-        QTest::keyClick(f.window->pctTemplate, Qt::Key_Right);
+        QVERIFY(!f.mshObject()->isVisible());
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Right);
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("10"));
     }
 
@@ -460,14 +490,14 @@ private slots:
         EditingFixture f;
         f.select("Lui_Pick");
         f.clickCanvas(f.box("Lui_Pick|EtxtAlone").center());
-        QVERIFY(f.window->mshObject->isVisible());
+        QVERIFY(f.mshObject()->isVisible());
         f.dragFrame(-5, 0);
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("5"));
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("200"));
         QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtAlone|Px")), QStringLiteral("x=5"));
         // The frame was placed again around the object at its new place.
-        const QRect frame = f.window->mshObject->geometry();
-        const int handle = f.window->mshObject->handleSize();
+        const QRect frame = f.mshObject()->geometry();
+        const int handle = f.mshObject()->handleSize();
         QCOMPARE(frame.left() + handle, f.box("Lui_Pick|EtxtAlone").left());
         f.stack().undo();
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("10"));
@@ -477,7 +507,7 @@ private slots:
     {
         EditingFixture f;
         f.select("Lui_Pick|EtxtNoPlace");
-        QVERIFY(f.window->mshObject->isVisible());
+        QVERIFY(f.mshObject()->isVisible());
         f.dragFrame(12, 7);
         QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Px"), QByteArray("12"));
         QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Py"), QByteArray("7"));
@@ -491,14 +521,14 @@ private slots:
     {
         EditingFixture f;
         f.select("Lui_Pick|EtxtAlone");
-        const QImage before = f.window->pctTemplate->picture();
+        const QImage before = f.pctTemplate()->picture();
         const QRect oldBox = f.box("Lui_Pick|EtxtAlone");
-        QWidget *body = f.window->mshObject->shpMove(MovableShape::BodyHandle);
+        QWidget *body = f.mshObject()->shpMove(MovableShape::BodyHandle);
         const QPoint at = body->rect().center();
-        const QPoint start = body->mapTo(f.window->pctTemplate, at);
+        const QPoint start = body->mapTo(f.pctTemplate(), at);
         QTest::mousePress(body, Qt::LeftButton, Qt::NoModifier, at);
-        QTest::mouseMove(body, body->mapFrom(f.window->pctTemplate, start + QPoint(0, 60)));
-        const QImage during = f.window->pctTemplate->picture();
+        QTest::mouseMove(body, body->mapFrom(f.pctTemplate(), start + QPoint(0, 60)));
+        const QImage during = f.pctTemplate()->picture();
         QVERIFY(during != before);
         // The document is changed only when the button is released.
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("200"));
@@ -506,7 +536,7 @@ private slots:
         QVERIFY(during.copy(oldBox) != before.copy(oldBox));
         QCOMPARE(during.copy(oldBox.translated(0, 60)), before.copy(oldBox));
         QCOMPARE(f.box("Lui_Pick|EtxtAlone").top(), 260);
-        QTest::mouseRelease(body, Qt::LeftButton, Qt::NoModifier, body->mapFrom(f.window->pctTemplate, start + QPoint(0, 60)));
+        QTest::mouseRelease(body, Qt::LeftButton, Qt::NoModifier, body->mapFrom(f.pctTemplate(), start + QPoint(0, 60)));
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("260"));
     }
 
@@ -523,15 +553,15 @@ private slots:
         QFETCH(int, percent);
         EditingFixture f;
         f.select("Lui_Pick");
-        f.editing().setZoom(percent);
-        QCOMPARE(f.window->pctTemplate->zoomPercent(), percent);
+        f.canvas()->setZoom(percent);
+        QCOMPARE(f.pctTemplate()->zoomPercent(), percent);
         const QRect overlap = f.box("Lui_Pick|EtxtHigh").intersected(f.box("Lui_Pick|EtxtLow"));
         f.clickCanvas(overlap.center());
         QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtHigh"));
         // The frame lies around the object's box at this zoom.
-        const QRect expected = f.window->pctTemplate->toWidget(f.box("Lui_Pick|EtxtHigh"));
-        const int handle = f.window->mshObject->handleSize();
-        QCOMPARE(f.window->mshObject->geometry(), expected.adjusted(-handle, -handle, handle, handle));
+        const QRect expected = f.pctTemplate()->toWidget(f.box("Lui_Pick|EtxtHigh"));
+        const int handle = f.mshObject()->handleSize();
+        QCOMPARE(f.mshObject()->geometry(), expected.adjusted(-handle, -handle, handle, handle));
         // 10 canvas pixels right and 20 down, as the mouse moves at this zoom.
         f.dragFrame(10 * percent / 100, 20 * percent / 100);
         QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("20"));
@@ -543,22 +573,22 @@ private slots:
     {
         EditingFixture f;
         for (int i = 0; i < 20; ++i)
-            f.editing().zoomIn();
-        QCOMPARE(f.window->pctTemplate->zoomPercent(), 800);
+            f.canvas()->zoomIn();
+        QCOMPARE(f.pctTemplate()->zoomPercent(), 800);
         for (int i = 0; i < 20; ++i)
-            f.editing().zoomOut();
-        QCOMPARE(f.window->pctTemplate->zoomPercent(), 25);
-        f.editing().zoomNormal();
-        QCOMPARE(f.window->pctTemplate->zoomPercent(), 100);
+            f.canvas()->zoomOut();
+        QCOMPARE(f.pctTemplate()->zoomPercent(), 25);
+        f.canvas()->zoomNormal();
+        QCOMPARE(f.pctTemplate()->zoomPercent(), 100);
     }
 
     void aZoomedPictureIsPixelExact()
     {
         EditingFixture f;
         f.select("Lui_Pick");
-        f.editing().setZoom(300);
-        const QImage picture = f.window->pctTemplate->picture();
-        const QImage shown = f.window->pctTemplate->grab(QRect(0, 0, 300, 300)).toImage();
+        f.canvas()->setZoom(300);
+        const QImage picture = f.pctTemplate()->picture();
+        const QImage shown = f.pctTemplate()->grab(QRect(0, 0, 300, 300)).toImage();
         for (int y = 0; y < 300; y += 7) {
             for (int x = 0; x < 300; x += 5)
                 QCOMPARE(QColor(shown.pixel(x, y)), QColor(picture.pixel(x / 3, y / 3)));
@@ -572,14 +602,14 @@ private slots:
         EditingFixture f;
         f.select("Lui_Pick");
         f.clickCanvas(f.box("Lui_Pick|EtxtAlone").center());
-        QTest::keyClick(f.window->pctTemplate, Qt::Key_Right);
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Right);
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("11"));
-        QTest::keyClick(f.window->pctTemplate, Qt::Key_Down, Qt::ShiftModifier);
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Down, Qt::ShiftModifier);
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("210"));
         // Both within a second: one step.
         QCOMPARE(f.stack().count(), 1);
         f.time += 1500;
-        QTest::keyClick(f.window->pctTemplate, Qt::Key_Left);
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Left);
         QCOMPARE(f.stack().count(), 2);
         f.stack().undo();
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("11"));
@@ -593,17 +623,33 @@ private slots:
     void undoAndRedoHaveTheStandardShortcutsOnMenuAndToolbar()
     {
         EditingFixture f;
-        QCOMPARE(f.editing().undoAction()->shortcut(), QKeySequence(QKeySequence::Undo));
-        QCOMPARE(f.editing().redoAction()->shortcut(), QKeySequence(QKeySequence::Redo));
-        QVERIFY(f.window->tlbMain->actions().contains(f.editing().undoAction()));
-        QVERIFY(f.window->tlbMain->actions().contains(f.editing().redoAction()));
-        QVERIFY(!f.editing().undoAction()->isEnabled());
+        QCOMPARE(f.actions()->undoAction()->shortcut(), QKeySequence(QKeySequence::Undo));
+        QCOMPARE(f.actions()->redoAction()->shortcut(), QKeySequence(QKeySequence::Redo));
+        QVERIFY(f.tlbMain()->actions().contains(f.actions()->undoAction()));
+        QVERIFY(f.tlbMain()->actions().contains(f.actions()->redoAction()));
+        QVERIFY(!f.actions()->undoAction()->isEnabled());
         f.dialogs.answerText(QStringLiteral("5"));
         f.doubleClick("Lui_Pick|EtxtHigh|Px");
-        QVERIFY(f.editing().undoAction()->isEnabled());
-        f.editing().undoAction()->trigger();
+        QVERIFY(f.actions()->undoAction()->isEnabled());
+        f.actions()->undoAction()->trigger();
         QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("10"));
-        f.editing().redoAction()->trigger();
+        f.actions()->redoAction()->trigger();
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("5"));
+    }
+
+    void ctrlYAndCtrlShiftZBothRedo()
+    {
+        EditingFixture f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.dialogs.answerText(QStringLiteral("5"));
+        f.doubleClick("Lui_Pick|EtxtHigh|Px");
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("10"));
+        QTest::keyClick(f.window.get(), Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("5"));
+        f.stack().undo();
+        QTest::keyClick(f.window.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(f.value("Lui_Pick|EtxtHigh|Px"), QByteArray("5"));
     }
 

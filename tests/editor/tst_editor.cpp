@@ -1,13 +1,10 @@
 #include "EditorFixture.h"
 
 #include "CanvasSize.h"
-#include "LayerRenderer.h"
+#include "RenderSetup.h"
 #include "MovableShape.h"
 #include "ObjectTreeModel.h"
-#include "PictureCache.h"
 #include "PowGrid.h"
-#include "ResourceLookup.h"
-#include "SkinFonts.h"
 #include "SkinCanvas.h"
 #include "Splitter.h"
 #include "StringInfoSink.h"
@@ -32,13 +29,11 @@ QImage referencePicture(const clsKorviInterface &doc, const SkinContext &context
                         DrawnBox *box = nullptr)
 {
     StringInfoSink sink;
-    ResourceLookup lookup(context, sink);
-    PictureCache cache;
-    SkinFonts fonts(&sink);
-    fonts.loadSkinFonts(context);
-    LayerRenderer renderer(doc, lookup, cache, fonts);
+    RenderSetup setup(doc, context, sink);
+    setup.fonts.loadSkinFonts(context);
+    LayerRenderer &renderer = setup.renderer;
     renderer.setHighlighted(highlighted);
-    QImage picture(CanvasSize::forSkin(context, cache), QImage::Format_RGB32);
+    QImage picture(CanvasSize::forSkin(context, setup.cache), QImage::Format_RGB32);
     renderer.DrawLayer(layer, picture);
     if (box && highlighted)
         *box = renderer.boxOf(highlighted);
@@ -74,7 +69,7 @@ private slots:
     {
         EditorFixture f;
         // After the eight commands, past a separator, come Undo and Redo.
-        const QList<QAction *> all = f.window->tlbMain->actions();
+        const QList<QAction *> all = f.tlbMain()->actions();
         QCOMPARE(all.size(), 11);
         QVERIFY(all.at(8)->isSeparator());
         QCOMPARE(all.at(9)->objectName(), QStringLiteral("Undo"));
@@ -104,8 +99,8 @@ private slots:
         QVERIFY(!f.window->button("Save")->isEnabled());
         QVERIFY(f.window->button("Open")->isEnabled());
         QCOMPARE(f.window->objectTree()->rowCount(), 0);
-        QVERIFY(!f.window->pctTemplate->hasPicture());
-        QVERIFY(!f.window->mshObject->isVisible());
+        QVERIFY(!f.pctTemplate()->hasPicture());
+        QVERIFY(!f.mshObject()->isVisible());
         QVERIFY(f.dialogs.asked().isEmpty());
     }
 
@@ -117,11 +112,11 @@ private slots:
                                   "mnuElement", "mnuAddObject" }) {
             QVERIFY2(f.window->findChild<QObject *>(QString::fromLatin1(name)), name);
         }
-        QVERIFY(f.window->mnuLayer->findChild<QAction *>("mnuAddLayer"));
-        QVERIFY(f.window->mnuLayer->findChild<QAction *>("mnuRemoveLayer"));
-        QVERIFY(f.window->mnuProperty->findChild<QAction *>("mnuRemoveProperty"));
-        QVERIFY(f.window->mnuElement->findChild<QAction *>("mnuAddProperty"));
-        QVERIFY(f.window->mnuElement->findChild<QAction *>("mnuRemoveObject"));
+        QVERIFY(f.mnuLayer()->findChild<QAction *>("mnuAddLayer"));
+        QVERIFY(f.mnuLayer()->findChild<QAction *>("mnuRemoveLayer"));
+        QVERIFY(f.mnuProperty()->findChild<QAction *>("mnuRemoveProperty"));
+        QVERIFY(f.mnuElement()->findChild<QAction *>("mnuAddProperty"));
+        QVERIFY(f.mnuElement()->findChild<QAction *>("mnuRemoveObject"));
         ToolbarImages images;
         QVERIFY(!images.image("LockOn").isNull());
         QVERIFY(!images.image("LockOff").isNull());
@@ -130,7 +125,7 @@ private slots:
     void thePropertyGridHasItsFiveColumns()
     {
         EditorFixture f;
-        clsHeaders *headers = f.window->pgrProperty->Headers();
+        clsHeaders *headers = f.pgrProperty()->Headers();
         QCOMPARE(headers->Count(), 5);
         const QStringList captions = { "Property", "Value", "IDKey", "NodeKey", "..." };
         const QList<bool> visible = { true, true, false, false, true };
@@ -146,12 +141,12 @@ private slots:
     {
         EditorFixture f;
         QStringList captions;
-        for (QAction *entry : f.window->mnuAddElement)
+        for (QAction *entry : f.mnuAddObject()->actions())
             captions << entry->text();
         QCOMPARE(captions.size(), 8);
         QCOMPARE(captions.mid(1), (QStringList{ "SPRITE", "BUTTON", "CHECKBOX", "SLIDER", "HSCROLLBAR", "LIST",
                                                 "PUSHBUTTON" }));
-        QCOMPARE(f.window->mnuAddObject->actions().size(), 8);
+        QCOMPARE(f.mnuAddObject()->actions().size(), 8);
     }
 
     // ---- Prev and Next ------------------------------------------------------------
@@ -162,18 +157,18 @@ private slots:
         f.window->openSkinFile(kDemoMain);
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnMap"));
         const QString title = f.window->windowTitle();
-        const QImage picture = f.window->pctTemplate->picture();
+        const QImage picture = f.pctTemplate()->picture();
         const clsElement *current = f.window->currentObject();
-        const QModelIndex node = f.window->tvwObjects->currentIndex();
-        const QStringList rows = rowTexts(f.window->pgrProperty, 0);
+        const QModelIndex node = f.tvwObjects()->currentIndex();
+        const QStringList rows = rowTexts(f.pgrProperty(), 0);
         const int layers = f.document.Layers().Count();
         f.window->button("Prev")->trigger();
         f.window->button("Next")->trigger();
         QCOMPARE(f.window->windowTitle(), title);
-        QCOMPARE(f.window->pctTemplate->picture(), picture);
+        QCOMPARE(f.pctTemplate()->picture(), picture);
         QCOMPARE(f.window->currentObject(), current);
-        QCOMPARE(f.window->tvwObjects->currentIndex(), node);
-        QCOMPARE(rowTexts(f.window->pgrProperty, 0), rows);
+        QCOMPARE(f.tvwObjects()->currentIndex(), node);
+        QCOMPARE(rowTexts(f.pgrProperty(), 0), rows);
         QCOMPARE(f.document.Layers().Count(), layers);
         QVERIFY(f.dialogs.asked().isEmpty());
     }
@@ -223,7 +218,7 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("skin_800_480.ui"), "<LAYER a>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("skin_800_480.ui"), "<LAYER a>\r\n</LAYER>\r\n"));
         f.context.SkinFormat = QStringLiteral("480_272");
         f.window->openSkinFile(dir.filePath("skin_800_480.ui"));
         QCOMPARE(f.context.SkinFormat, QStringLiteral("800_480"));
@@ -233,7 +228,7 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("main.ui"), "<LAYER a>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("main.ui"), "<LAYER a>\r\n</LAYER>\r\n"));
         f.context.SkinFormat = QStringLiteral("480_272");
         f.dialogs.answerPath(dir.filePath("main.ui"));
         f.window->button("Open")->trigger();
@@ -246,9 +241,9 @@ private slots:
         EditorFixture f;
         f.window->openSkinFile(kDemoMain);
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnMap"));
-        QVERIFY(f.window->pgrProperty->Items()->Count() > 0);
+        QVERIFY(f.pgrProperty()->Items()->Count() > 0);
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("second.ui"), "<LAYER only>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("second.ui"), "<LAYER only>\r\n</LAYER>\r\n"));
         f.dialogs.answerPath(dir.filePath("second.ui"));
         f.window->button("Open")->trigger();
         QCOMPARE(f.document.Layers().Count(), 1);
@@ -257,9 +252,9 @@ private slots:
         QCOMPARE(f.document.Fonts().Count(), 0);
         QCOMPARE(f.document.Headers().Count(), 0);
         QCOMPARE(f.window->objectTree()->rowCount(), 1);
-        QCOMPARE(f.window->pgrProperty->Items()->Count(), 0);
+        QCOMPARE(f.pgrProperty()->Items()->Count(), 0);
         QVERIFY(!f.window->currentObject());
-        QVERIFY(!f.window->mshObject->isVisible());
+        QVERIFY(!f.mshObject()->isVisible());
         QCOMPARE(f.window->windowTitle(), QStringLiteral("Korvi8 Template Editor <second.ui>"));
     }
 
@@ -267,7 +262,7 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("broken.ui"), "<LAYER good>\r\n</LAYER>\r\n<TEXT orphan x=1>\r\n<LAYER after>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("broken.ui"), "<LAYER good>\r\n</LAYER>\r\n<TEXT orphan x=1>\r\n<LAYER after>\r\n"));
         f.window->openSkinFile(dir.filePath("broken.ui"));
         QCOMPARE(f.dialogs.asked().size(), 1);
         const ScriptedDialogs::Asked &message = f.dialogs.asked().at(0);
@@ -317,10 +312,10 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("b.ui"), "<LAYER b>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("C.UI"), "<LAYER c>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("A.ui"), "<LAYER a>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("notes.txt"), "<LAYER no>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("b.ui"), "<LAYER b>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("C.UI"), "<LAYER c>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("A.ui"), "<LAYER a>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("notes.txt"), "<LAYER no>\r\n</LAYER>\r\n"));
         f.window->openSkinFolder(dir.path());
         QStringList names;
         for (const clsElement *layer : f.document.Layers())
@@ -332,9 +327,9 @@ private slots:
     {
         EditorFixture f;
         QTemporaryDir dir;
-        writeTestFile(dir.filePath("a_480_272.ui"), "<LAYER a>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("b_800_480.ui"), "<LAYER b>\r\n</LAYER>\r\n");
-        writeTestFile(dir.filePath("c.ui"), "<LAYER c>\r\n</LAYER>\r\n");
+        QVERIFY(writeTestFile(dir.filePath("a_480_272.ui"), "<LAYER a>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("b_800_480.ui"), "<LAYER b>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath("c.ui"), "<LAYER c>\r\n</LAYER>\r\n"));
         f.window->openSkinFolder(dir.path());
         QCOMPARE(f.context.SkinFormat, QStringLiteral("800_480"));
     }
@@ -347,7 +342,7 @@ private slots:
         SmallSkin skin;
         f.window->openSkinFile(skin.mainFile());
         const QString target = skin.root.filePath("existing.ui");
-        writeTestFile(target, "old content");
+        QVERIFY(writeTestFile(target, "old content"));
         const QString title = f.window->windowTitle();
         f.dialogs.answerPath(target);
         f.dialogs.answerButton(Dialogs::Button::No);
@@ -371,7 +366,7 @@ private slots:
         SmallSkin skin;
         f.window->openSkinFile(skin.mainFile());
         const QString target = skin.root.filePath("existing.ui");
-        writeTestFile(target, "old content");
+        QVERIFY(writeTestFile(target, "old content"));
         f.dialogs.answerPath(target);
         f.dialogs.answerButton(Dialogs::Button::Yes);
         f.window->button("Save")->trigger();
@@ -436,12 +431,12 @@ private slots:
         const clsElement *layer = f.document.Layers().Find("ui_Main");
         QCOMPARE(f.window->currentObject(), layer);
         QCOMPARE(f.window->shownLayer(), layer);
-        QCOMPARE(f.window->pctTemplate->picture(), referencePicture(f.document, f.context, layer));
-        QCOMPARE(f.window->pctTemplate->picture().size(), QSize(800, 480));
+        QCOMPARE(f.pctTemplate()->picture(), referencePicture(f.document, f.context, layer));
+        QCOMPARE(f.pctTemplate()->picture().size(), QSize(800, 480));
         QCOMPARE(f.window->statusText(1), QStringLiteral("LAYER:ui_Main"));
         QCOMPARE(f.window->statusText(2), QStringLiteral("ui_Main"));
-        QVERIFY(!f.window->mshObject->isVisible());
-        QCOMPARE(f.window->pgrProperty->Items()->Count(), 0);
+        QVERIFY(!f.mshObject()->isVisible());
+        QCOMPARE(f.pgrProperty()->Items()->Count(), 0);
     }
 
     void clickingAUsedLayerDrawsTheLayerItUses()
@@ -452,9 +447,9 @@ private slots:
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|Uui_Back"));
         const clsElement *used = f.document.Layers().Find("ui_Back");
         QCOMPARE(f.window->shownLayer(), used);
-        QCOMPARE(f.window->pctTemplate->picture(), referencePicture(f.document, f.context, used));
+        QCOMPARE(f.pctTemplate()->picture(), referencePicture(f.document, f.context, used));
         QCOMPARE(f.window->statusText(2), QStringLiteral("ui_Back"));
-        QCOMPARE(rowTexts(f.window->pgrProperty, 0), QStringList{ "z" });
+        QCOMPARE(rowTexts(f.pgrProperty(), 0), QStringList{ "z" });
     }
 
     void clickingAStateDrawsTheState()
@@ -465,7 +460,7 @@ private slots:
         f.window->selectNode(f.window->objectTree()->indexOfKey("Sst_Night"));
         const clsElement *state = f.document.Layers().Find("st_Night");
         QCOMPARE(f.window->shownLayer(), state);
-        QCOMPARE(f.window->pctTemplate->picture(), referencePicture(f.document, f.context, state));
+        QCOMPARE(f.pctTemplate()->picture(), referencePicture(f.document, f.context, state));
         QCOMPARE(f.window->statusText(2), QStringLiteral("st_Night"));
     }
 
@@ -478,17 +473,15 @@ private slots:
         clsElement *tpl = f.document.Templates().Find("tplOwn");
         QCOMPARE(f.window->currentObject(), tpl);
         StringInfoSink sink;
-        ResourceLookup lookup(f.context, sink);
-        PictureCache cache;
-        SkinFonts fonts(&sink);
-        LayerRenderer renderer(f.document, lookup, cache, fonts);
+        RenderSetup setup(f.document, f.context, sink);
+        LayerRenderer &renderer = setup.renderer;
         QImage expected(800, 480, QImage::Format_RGB32);
         renderer.DrawLayer(nullptr, expected);
         renderer.DrawElement(tpl, expected, 0, 0, false);
-        QCOMPARE(f.window->pctTemplate->picture(), expected);
-        QVERIFY(f.window->pctTemplate->picture() != referencePicture(f.document, f.context, nullptr));
-        QCOMPARE(rowTexts(f.window->pgrProperty, 0), (QStringList{ "x", "y", "w", "h", "text" }));
-        QVERIFY(!f.window->mshObject->isVisible());
+        QCOMPARE(f.pctTemplate()->picture(), expected);
+        QVERIFY(f.pctTemplate()->picture() != referencePicture(f.document, f.context, nullptr));
+        QCOMPARE(rowTexts(f.pgrProperty(), 0), (QStringList{ "x", "y", "w", "h", "text" }));
+        QVERIFY(!f.mshObject()->isVisible());
     }
 
     void clickingAnObjectHighlightsItOverItsLayerWithTheFrame()
@@ -505,13 +498,13 @@ private slots:
         QCOMPARE(f.window->shownLayer(), f.document.Layers().Find("ui_Main"));
         DrawnBox box;
         const QImage expected = referencePicture(f.document, f.context, f.window->shownLayer(), text, &box);
-        QCOMPARE(f.window->pctTemplate->picture(), expected);
+        QCOMPARE(f.pctTemplate()->picture(), expected);
         QVERIFY(expected != referencePicture(f.document, f.context, f.window->shownLayer()));
-        QVERIFY(f.window->mshObject->isVisible());
-        const int handle = f.window->mshObject->handleSize();
-        QCOMPARE(f.window->mshObject->geometry(),
+        QVERIFY(f.mshObject()->isVisible());
+        const int handle = f.mshObject()->handleSize();
+        QCOMPARE(f.mshObject()->geometry(),
                  QRect(box.left - handle, box.top - handle, box.width + 2 * handle, box.height + 2 * handle));
-        QCOMPARE(f.window->mshObject->parentWidget(), f.window->pctTemplate);
+        QCOMPARE(f.mshObject()->parentWidget(), f.pctTemplate());
         QCOMPARE(f.window->statusText(1), QStringLiteral("TEXT:txtTitle"));
         QCOMPARE(f.window->statusText(2), QStringLiteral("ui_Main"));
     }
@@ -522,7 +515,7 @@ private slots:
         SmallSkin skin;
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EtxtTitle"));
-        PowGrid *grid = f.window->pgrProperty;
+        PowGrid *grid = f.pgrProperty();
         QCOMPARE(rowTexts(grid, 0), (QStringList{ "x", "y", "w", "h", "text", "template", "fonttype", "color",
                                                   "visible" }));
         QCOMPARE(rowTexts(grid, 1), (QStringList{ "100", "50", "200", "30", "Title", "tplShared", "ftOwn",
@@ -566,8 +559,8 @@ private slots:
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnOk|Pbmp"));
         QCOMPARE(f.window->currentObject()->strName(), QByteArray("btnOk"));
         QCOMPARE(f.window->currentNodeKey(), QByteArray("Lui_Main|EbtnOk"));
-        QCOMPARE(rowTexts(f.window->pgrProperty, 0), (QStringList{ "x", "y", "w", "h", "bmp" }));
-        QCOMPARE(f.window->pgrProperty->Items()->Item(5)->CellText(4), QStringLiteral("..."));
+        QCOMPARE(rowTexts(f.pgrProperty(), 0), (QStringList{ "x", "y", "w", "h", "bmp" }));
+        QCOMPARE(f.pgrProperty()->Items()->Item(5)->CellText(4), QStringLiteral("..."));
     }
 
     void clickingTheHeadersNodeClearsTheCanvasAndStatus()
@@ -576,13 +569,13 @@ private slots:
         SmallSkin skin;
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EtxtTitle"));
-        QVERIFY(f.window->pctTemplate->hasPicture());
+        QVERIFY(f.pctTemplate()->hasPicture());
         f.window->selectNode(f.window->objectTree()->indexOfKey("HEADERS"));
-        QVERIFY(!f.window->pctTemplate->hasPicture());
-        QVERIFY(f.window->pctTmp.isNull());
+        QVERIFY(!f.pctTemplate()->hasPicture());
+        QVERIFY(f.window->offScreenPicture().isNull());
         QCOMPARE(f.window->statusText(1), QString());
         QCOMPARE(f.window->statusText(2), QString());
-        QVERIFY(!f.window->mshObject->isVisible());
+        QVERIFY(!f.mshObject()->isVisible());
         QVERIFY(!f.window->currentObject());
     }
 
@@ -594,8 +587,8 @@ private slots:
         const QModelIndex headers = f.window->objectTree()->indexOfKey("HEADERS");
         f.window->selectNode(f.window->objectTree()->index(0, 0, headers));
         QCOMPARE(f.window->currentObject(), f.document.Headers().at(0));
-        QVERIFY(!f.window->pctTemplate->hasPicture());
-        QCOMPARE(rowTexts(f.window->pgrProperty, 0), QStringList{ "skin_name" });
+        QVERIFY(!f.pctTemplate()->hasPicture());
+        QCOMPARE(rowTexts(f.pgrProperty(), 0), QStringList{ "skin_name" });
     }
 
     void lockHidesTheFrameAndReleasingShowsItAgain()
@@ -606,18 +599,18 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnOk"));
-        QVERIFY(f.window->mshObject->isVisible());
+        QVERIFY(f.mshObject()->isVisible());
         const QIcon released = f.window->button("Lock")->icon();
         f.window->button("Lock")->trigger();
         QVERIFY(f.window->button("Lock")->isChecked());
-        QVERIFY(!f.window->mshObject->isVisible());
+        QVERIFY(!f.mshObject()->isVisible());
         QVERIFY(f.window->button("Lock")->icon().cacheKey() != released.cacheKey());
         // Still selectable, without a frame.
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EtxtTitle"));
-        QVERIFY(!f.window->mshObject->isVisible());
-        QCOMPARE(f.window->pgrProperty->Items()->Count(), 9);
+        QVERIFY(!f.mshObject()->isVisible());
+        QCOMPARE(f.pgrProperty()->Items()->Count(), 9);
         f.window->button("Lock")->trigger();
-        QVERIFY(f.window->mshObject->isVisible());
+        QVERIFY(f.mshObject()->isVisible());
     }
 
     void missingPicturesAreListedInTheInformationBox()
@@ -626,7 +619,7 @@ private slots:
         SmallSkin skin;
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main"));
-        const QString info = f.window->txtInfo->toPlainText();
+        const QString info = f.txtInfo()->toPlainText();
         QVERIFY2(info.contains(QStringLiteral("Unable to locate missing.bmp")), qPrintable(info));
     }
 
@@ -638,14 +631,14 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnOk"));
-        f.window->pctTemplate->clearPicture();
-        f.window->mshObject->hide();
-        emit f.window->splInfo->EndResize();
-        QVERIFY(f.window->pctTemplate->hasPicture());
-        QVERIFY(f.window->mshObject->isVisible());
-        f.window->pctTemplate->clearPicture();
-        emit f.window->splMain->EndResize();
-        QVERIFY(f.window->pctTemplate->hasPicture());
+        f.pctTemplate()->clearPicture();
+        f.mshObject()->hide();
+        emit f.splInfo()->EndResize();
+        QVERIFY(f.pctTemplate()->hasPicture());
+        QVERIFY(f.mshObject()->isVisible());
+        f.pctTemplate()->clearPicture();
+        emit f.splMain()->EndResize();
+        QVERIFY(f.pctTemplate()->hasPicture());
     }
 
     void theDemoSkinsFirstLayerCanBeShown()
@@ -653,7 +646,7 @@ private slots:
         EditorFixture f;
         f.window->openSkinFile(kDemoMain);
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main"));
-        const QImage picture = f.window->pctTemplate->picture();
+        const QImage picture = f.pctTemplate()->picture();
         QCOMPARE(picture, referencePicture(f.document, f.context, f.document.Layers().Find("ui_Main")));
         // The demo skin's background is a picture, not the cleared canvas.
         QVERIFY(picture.pixel(400, 300) != qRgb(0, 0, 0));

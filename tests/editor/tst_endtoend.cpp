@@ -26,8 +26,8 @@ private slots:
         f.window->button("Open")->trigger();
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnMap"));
         QCOMPARE(f.window->currentObject()->strName(), QByteArray("btnMap"));
-        QVERIFY(f.window->mshObject->isVisible());
-        QVERIFY(f.window->pgrProperty->Items()->Count() > 0);
+        QVERIFY(f.mshObject()->isVisible());
+        QVERIFY(f.pgrProperty()->Items()->Count() > 0);
 
         const QString saved = out.filePath("renamed_800_480.ui");
         f.dialogs.answerPath(saved);

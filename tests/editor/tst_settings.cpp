@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "EditorEnvironment.h"
 #include "PowGrid.h"
 #include "clsComboList.h"
@@ -16,20 +17,6 @@
 #include <QtTest>
 
 namespace {
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 QStringList choicesOf(const PowGridItem *row)
 {
@@ -80,7 +67,7 @@ private slots:
 
     void aBlankFirstLineGivesTheProgramsFolder()
     {
-        writeFile(mProgram->filePath("Settings.ini"), "    \r\n");
+        QVERIFY(writeTestFile(mProgram->filePath("Settings.ini"), "    \r\n"));
         const SettingsFile file(mProgram->path(), mConfig->path());
         QString directory;
         file.ReadSettings(directory);
@@ -89,7 +76,7 @@ private slots:
 
     void theLineIsTrimmedOfBlanks()
     {
-        writeFile(mProgram->filePath("Settings.ini"), "  /skins/korvi  \r\n");
+        QVERIFY(writeTestFile(mProgram->filePath("Settings.ini"), "  /skins/korvi  \r\n"));
         const SettingsFile file(mProgram->path(), mConfig->path());
         QString directory;
         file.ReadSettings(directory);
@@ -98,20 +85,20 @@ private slots:
 
     void aSecondLineIsIgnoredAndLostAtTheNextWrite()
     {
-        writeFile(mProgram->filePath("Settings.ini"), "/skins/one\r\n/skins/two\r\n");
+        QVERIFY(writeTestFile(mProgram->filePath("Settings.ini"), "/skins/one\r\n/skins/two\r\n"));
         const SettingsFile file(mProgram->path(), mConfig->path());
         QString directory;
         file.ReadSettings(directory);
         QCOMPARE(directory, QStringLiteral("/skins/one"));
         file.WriteSettings(directory);
-        QCOMPARE(readFile(mProgram->filePath("Settings.ini")), QByteArray("/skins/one\r\n"));
+        QCOMPARE(readTestFile(mProgram->filePath("Settings.ini")), QByteArray("/skins/one\r\n"));
     }
 
     void writingGivesOneLineWithCrLf()
     {
         const SettingsFile file(mProgram->path(), mConfig->path());
         file.WriteSettings(QStringLiteral("/a/b"));
-        QCOMPARE(readFile(mProgram->filePath("Settings.ini")), QByteArray("/a/b\r\n"));
+        QCOMPARE(readTestFile(mProgram->filePath("Settings.ini")), QByteArray("/a/b\r\n"));
         QVERIFY(!QFile::exists(mConfig->filePath("Settings.ini")));
     }
 
@@ -122,7 +109,7 @@ private slots:
         const SettingsFile file(missing, config);
         QCOMPARE(file.path(), QDir(config).filePath("Settings.ini"));
         file.WriteSettings(QStringLiteral("/x"));
-        QCOMPARE(readFile(QDir(config).filePath("Settings.ini")), QByteArray("/x\r\n"));
+        QCOMPARE(readTestFile(QDir(config).filePath("Settings.ini")), QByteArray("/x\r\n"));
         QString directory;
         file.ReadSettings(directory);
         QCOMPARE(directory, QStringLiteral("/x"));
@@ -163,8 +150,8 @@ private slots:
         dir.mkdir(QStringLiteral("common"));
         dir.mkdir(QStringLiteral("B_folder"));
         dir.mkdir(QStringLiteral("with_dot.d"));
-        writeFile(dir.filePath("a_file"), "x");
-        writeFile(dir.filePath("z_notes.txt"), "x");
+        QVERIFY(writeTestFile(dir.filePath("a_file"), "x"));
+        QVERIFY(writeTestFile(dir.filePath("z_notes.txt"), "x"));
         SkinContext context;
         context.SkinDirectory = mProgram->path();
         ScriptedDialogs dialogs;
@@ -211,7 +198,7 @@ private slots:
 
     void okKeepsTheNewValuesAndTheFileGetsThemWhenTheMainWindowCloses()
     {
-        writeFile(mProgram->filePath("Settings.ini"), "/old\r\n");
+        QVERIFY(writeTestFile(mProgram->filePath("Settings.ini"), "/old\r\n"));
         clsKorviInterface document;
         SkinContext context;
         ScriptedDialogs dialogs;
@@ -229,14 +216,14 @@ private slots:
         QCOMPARE(context.SkinDirectory, QStringLiteral("/new"));
         QCOMPARE(context.SkinFormat, QStringLiteral("480_272"));
         // Not written before the window closes.
-        QCOMPARE(readFile(mProgram->filePath("Settings.ini")), QByteArray("/old\r\n"));
+        QCOMPARE(readTestFile(mProgram->filePath("Settings.ini")), QByteArray("/old\r\n"));
         window.close();
-        QCOMPARE(readFile(mProgram->filePath("Settings.ini")), QByteArray("/new\r\n"));
+        QCOMPARE(readTestFile(mProgram->filePath("Settings.ini")), QByteArray("/new\r\n"));
     }
 
     void aDirectoryGivenForOneRunIsNotWrittenBack()
     {
-        writeFile(mProgram->filePath("Settings.ini"), "/saved\r\n");
+        QVERIFY(writeTestFile(mProgram->filePath("Settings.ini"), "/saved\r\n"));
         clsKorviInterface document;
         SkinContext context;
         ScriptedDialogs dialogs;
@@ -246,7 +233,7 @@ private slots:
         window.setRunSkinDirectory(QStringLiteral("/for-this-run"));
         QCOMPARE(context.SkinDirectory, QStringLiteral("/for-this-run"));
         window.close();
-        QCOMPARE(readFile(mProgram->filePath("Settings.ini")), QByteArray("/saved\r\n"));
+        QCOMPARE(readTestFile(mProgram->filePath("Settings.ini")), QByteArray("/saved\r\n"));
     }
 
 private:

@@ -3,10 +3,7 @@
 // not compared as pictures: fonts differ between machines.
 
 #include "ImageLoader.h"
-#include "LayerRenderer.h"
-#include "PictureCache.h"
-#include "ResourceLookup.h"
-#include "SkinFonts.h"
+#include "RenderSetup.h"
 #include "SkinLoader.h"
 #include "StringInfoSink.h"
 #include "clsKorviInterface.h"
@@ -48,10 +45,8 @@ struct DemoSkin
     clsKorviInterface document;
     SkinContext context;
     StringInfoSink info;
-    std::unique_ptr<ResourceLookup> lookup;
-    PictureCache cache;
-    SkinFonts fonts{ &info };
-    std::unique_ptr<LayerRenderer> renderer;
+    std::unique_ptr<RenderSetup> setup;
+    LayerRenderer *renderer = nullptr;
     QImage canvas{ 800, 480, QImage::Format_RGB32 };
 
     DemoSkin()
@@ -60,8 +55,8 @@ struct DemoSkin
         context.UiFilePath = kOpenFile;
         context.SkinDirectory = kSkin;
         context.SkinFormat = opened.skinFormat;
-        lookup = std::make_unique<ResourceLookup>(context, info);
-        renderer = std::make_unique<LayerRenderer>(document, *lookup, cache, fonts);
+        setup = std::make_unique<RenderSetup>(document, context, info);
+        renderer = &setup->renderer;
     }
 
     const clsElement *layer(const char *key) const { return document.Layers().Find(key); }
@@ -294,6 +289,24 @@ private slots:
         const QJsonArray list = QJsonDocument::fromJson(boxes.readAll()).array();
         QCOMPARE(list.first().toObject().value("key").toString(), QStringLiteral("Lui_TopBar|EsprBar"));
         QVERIFY(!list.first().toObject().contains("layer"));
+    }
+
+    void korviRenderBoxesKeyAUsedLayerAsItsTreeNodeDoes()
+    {
+        const QString korvi = QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi");
+        QTemporaryDir out;
+        QProcess p;
+        p.start(korvi, { "render", kOpenFile, "--skin-dir", kSkin, "--layer", "ui_Main", "-o",
+                         out.path() + "/main.png", "--boxes", out.path() + "/boxes.json" });
+        QVERIFY(p.waitForFinished(60000));
+        QCOMPARE(p.exitCode(), 0);
+        QFile boxes(out.path() + "/boxes.json");
+        QVERIFY(boxes.open(QIODevice::ReadOnly));
+        QStringList keys;
+        for (const QJsonValue &v : QJsonDocument::fromJson(boxes.readAll()).array())
+            keys << v.toObject().value("key").toString();
+        QVERIFY(keys.contains(QStringLiteral("Lui_Main|Uui_TopBar")));
+        QVERIFY(!keys.contains(QStringLiteral("Lui_Main|Eui_TopBar")));
     }
 
     void korviRenderExitCodes()

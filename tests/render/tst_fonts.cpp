@@ -43,17 +43,18 @@ private slots:
         QVERIFY(ignored.open(QIODevice::WriteOnly));
         ignored.close();
 
-        const QStringList added = f.fonts.loadSkinFonts(f.context);
+        const QStringList added = f.setup->fonts.loadSkinFonts(f.context);
         QCOMPARE(added.size(), 1);
         QVERIFY(added.first().startsWith(QLatin1String("DejaVu Sans")));
-        QCOMPARE(f.fonts.loadedFamilies(), added);
+        QCOMPARE(f.setup->fonts.loadedFamilies(), added);
         // The same files are not added twice.
-        QVERIFY(f.fonts.loadSkinFonts(f.context).isEmpty());
+        QVERIFY(f.setup->fonts.loadSkinFonts(f.context).isEmpty());
 
         const QString family = added.first();
         f.read("<LAYER L>\n<TEXT t x=1 y=2 text=Skin font=\"" + family.toLatin1() + "\">\n</LAYER>\n");
         // Quotes in the value are part of the name; use an unquoted copy instead.
-        f.document.Layers().Find("L")->SubElements().Find("t")->Properties().Find("font").setValue(family.toLatin1());
+        clsProperties &properties = f.document.Layers().Find("L")->SubElements().Find("t")->Properties();
+        properties.setValueAt(properties.indexOf("font"), family.toLatin1());
         f.draw("L", "t");
         QCOMPARE(f.renderer->canvasFont().family, family);
         QVERIFY(!f.info.text().contains(family));

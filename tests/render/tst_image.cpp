@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "ImageLoader.h"
 #include "PictureCache.h"
 #include "PictureDrawing.h"
@@ -16,13 +17,6 @@ using namespace SkinFileNames;
 namespace {
 
 constexpr QRgb kMagenta = 0xFFFF00FFu;
-
-bool writeFile(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
 
 // A 2 x 1 RL picture: one red pixel, then one transparent.
 QByteArray smallRl()
@@ -107,8 +101,8 @@ private slots:
 
     void spriteReferenceReadsItsDescriptorAndFindsTheBitmap()
     {
-        QVERIFY(writeFile(ui() + QStringLiteral("/../button.spr"), "[x]\r\nStripes = 20\r\n"));
-        QVERIFY(writeFile(ui() + QStringLiteral("/../button.bmp"), "BM"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../button.spr"), "[x]\r\nStripes = 20\r\n"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../button.bmp"), "BM"));
         StringInfoSink info;
         const ImageFile file = ResourceLookup(mContext, info).GetImageFile(QStringLiteral("button.spr#3"));
         QCOMPARE(file.spriteCount, qint16(3));
@@ -120,8 +114,8 @@ private slots:
 
     void sharedReferenceSearchesTheSharedFoldersFirst()
     {
-        QVERIFY(writeFile(ui() + QStringLiteral("/../icon.bmp"), "BM"));
-        QVERIFY(writeFile(common() + QStringLiteral("/icon.bmp"), "BM"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../icon.bmp"), "BM"));
+        QVERIFY(writeTestFile(common() + QStringLiteral("/icon.bmp"), "BM"));
         StringInfoSink info;
         const ResourceLookup lookup(mContext, info);
         QCOMPARE(lookup.GetImageFile(QStringLiteral("$icon.bmp")).path, ui() + QStringLiteral("/../../common/icon.bmp"));
@@ -134,7 +128,7 @@ private slots:
 
     void otherExtensionResolvesToNothingAndLoadsThePlaceholder()
     {
-        QVERIFY(writeFile(ui() + QStringLiteral("/../pic.png"), "BM"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../pic.png"), "BM"));
         StringInfoSink info;
         const ImageFile file = ResourceLookup(mContext, info).GetImageFile(QStringLiteral("pic.png"));
         QCOMPARE(file.path, QString());
@@ -160,8 +154,8 @@ private slots:
 
     void grabCentreNeedsDefFlagsOnTheSameLine()
     {
-        QVERIFY(writeFile(ui() + QStringLiteral("/../a.spr"), "defflags = grab_center\r\n"));
-        QVERIFY(writeFile(ui() + QStringLiteral("/../b.spr"), "GRAB_CENTER\r\n"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../a.spr"), "defflags = grab_center\r\n"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../b.spr"), "GRAB_CENTER\r\n"));
         StringInfoSink info;
         const ResourceLookup lookup(mContext, info);
         QCOMPARE(lookup.GetImageFile(QStringLiteral("a.spr")).grabCenter, true);
@@ -170,8 +164,8 @@ private slots:
 
     void capitalSprKeepsTheDescriptorPath()
     {
-        QVERIFY(writeFile(ui() + QStringLiteral("/../pic.SPR"), "Stripes=4\r\n"));
-        QVERIFY(writeFile(ui() + QStringLiteral("/../pic.bmp"), "BM"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../pic.SPR"), "Stripes=4\r\n"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../pic.bmp"), "BM"));
         StringInfoSink info;
         const ImageFile file = ResourceLookup(mContext, info).GetImageFile(QStringLiteral("pic.SPR#2"));
         QCOMPARE(file.path, ui() + QStringLiteral("/../pic.SPR"));
@@ -183,7 +177,7 @@ private slots:
 
     void missingDescriptorStillLooksForTheBitmap()
     {
-        QVERIFY(writeFile(ui() + QStringLiteral("/../pic.bmp"), "BM"));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../pic.bmp"), "BM"));
         StringInfoSink info;
         const ImageFile file = ResourceLookup(mContext, info).GetImageFile(QStringLiteral("pic.spr"));
         QCOMPARE(file.path, ui() + QStringLiteral("/../pic.bmp"));
@@ -233,7 +227,7 @@ private slots:
     void jpegNameGoesToThePictureReaderWhateverItHolds()
     {
         const QString broken = ui() + QStringLiteral("/broken.jpg");
-        QVERIFY(writeFile(broken, smallRl())); // an RL picture named .jpg is not decoded as RL
+        QVERIFY(writeTestFile(broken, smallRl())); // an RL picture named .jpg is not decoded as RL
         QImage buffer(3, 3, QImage::Format_RGB32);
         QCOMPARE(ImageLoader::LoadImageFile(broken, buffer), QSize(0, 0));
         QVERIFY(buffer.isNull());
@@ -242,7 +236,7 @@ private slots:
     void rlPictureNamedBmpIsDecoded()
     {
         const QString path = ui() + QStringLiteral("/rl.bmp");
-        QVERIFY(writeFile(path, smallRl()));
+        QVERIFY(writeTestFile(path, smallRl()));
         QImage buffer;
         QCOMPARE(ImageLoader::LoadImageFile(path, buffer), QSize(2, 1));
         QCOMPARE(buffer.pixel(0, 0), qRgb(248, 0, 0));
@@ -305,7 +299,7 @@ private slots:
 
     void backgroundPictureIsCopiedWithMagentaTransparent()
     {
-        QVERIFY(writeFile(ui() + QStringLiteral("/../background/default.bmp"), smallRl()));
+        QVERIFY(writeTestFile(ui() + QStringLiteral("/../background/default.bmp"), smallRl()));
         StringInfoSink info;
         PictureCache cache;
         QImage buffer;
@@ -364,7 +358,7 @@ private slots:
     void cacheDecodesAnUnchangedPictureOnce()
     {
         const QString path = ui() + QStringLiteral("/rl.bmp");
-        QVERIFY(writeFile(path, smallRl()));
+        QVERIFY(writeTestFile(path, smallRl()));
         PictureCache cache;
         QImage buffer;
         QCOMPARE(cache.LoadImageFile(path, buffer), QSize(2, 1));
@@ -383,13 +377,13 @@ private slots:
     void cacheReadsAChangedFileAgain()
     {
         const QString path = ui() + QStringLiteral("/rl.bmp");
-        QVERIFY(writeFile(path, smallRl()));
+        QVERIFY(writeTestFile(path, smallRl()));
         PictureCache cache;
         QImage buffer;
         cache.LoadImageFile(path, buffer);
         QByteArray wider = smallRl();
         wider[4] = '\x03'; // three pixels wide, same file size
-        QVERIFY(writeFile(path, wider));
+        QVERIFY(writeTestFile(path, wider));
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadWrite));
         QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(5), QFileDevice::FileModificationTime));

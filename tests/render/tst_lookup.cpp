@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "ResourceLookup.h"
 #include "SkinFileNames.h"
 #include "StringInfoSink.h"
@@ -13,13 +14,6 @@
 namespace {
 
 const QString kCrLf = QStringLiteral("\r\n");
-
-bool writeFile(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
 
 QString missing(const QString &name, const QString &path)
 {
@@ -54,7 +48,7 @@ private slots:
         QVERIFY(mRoot.isValid());
         QDir(root()).removeRecursively();
         QVERIFY(QDir().mkpath(root() + QStringLiteral("/skin/800_480/ui")));
-        QVERIFY(writeFile(root() + QStringLiteral("/skin/800_480/ui/main.ui"), ""));
+        QVERIFY(writeTestFile(root() + QStringLiteral("/skin/800_480/ui/main.ui"), ""));
     }
 
     void ordinaryReferenceWithoutSkinDirectoryMakesTwoProbes()
@@ -112,7 +106,7 @@ private slots:
 
     void referenceIsLookedUpByItsFileNameOnly()
     {
-        QVERIFY(writeFile(root() + QStringLiteral("/skin/800_480/pic.bmp"), "BM"));
+        QVERIFY(writeTestFile(root() + QStringLiteral("/skin/800_480/pic.bmp"), "BM"));
         StringInfoSink info;
         const SkinContext context = skin(QString(), QString());
         const QString path = ResourceLookup(context, info).LocateSkinFile(QStringLiteral("sub\\pic$.bmp#2"), true);
@@ -153,7 +147,7 @@ private slots:
     void foundFileAddsNothingEvenAfterFailedProbes()
     {
         const QString d = root() + QStringLiteral("/skin");
-        QVERIFY(writeFile(d + QStringLiteral("/common/vga/800_480/x.bmp"), "BM"));
+        QVERIFY(writeTestFile(d + QStringLiteral("/common/vga/800_480/x.bmp"), "BM"));
         StringInfoSink info;
         const SkinContext context = skin(d, QStringLiteral("800_480"));
         QCOMPARE(ResourceLookup(context, info).LocateSkinFile(QStringLiteral("x.bmp"), false),
@@ -180,14 +174,14 @@ private slots:
         const SkinContext context = skin(QString(), QString());
         const ResourceLookup lookup(context, info);
         QVERIFY(lookup.GetImageFile(QStringLiteral("late.bmp")).path.isEmpty());
-        QVERIFY(writeFile(root() + QStringLiteral("/skin/800_480/late.bmp"), "BM"));
+        QVERIFY(writeTestFile(root() + QStringLiteral("/skin/800_480/late.bmp"), "BM"));
         QCOMPARE(lookup.GetImageFile(QStringLiteral("late.bmp")).path, root() + QStringLiteral("/skin/800_480/ui/../late.bmp"));
     }
 
     void parentStepNeedsTheFolderToExist()
     {
         // ROOT/skin/800_480/nope/../pic.bmp names an existing file only if "nope" exists.
-        QVERIFY(writeFile(root() + QStringLiteral("/skin/800_480/pic.bmp"), "BM"));
+        QVERIFY(writeTestFile(root() + QStringLiteral("/skin/800_480/pic.bmp"), "BM"));
         QVERIFY(!SkinFileNames::FileExists(root() + QStringLiteral("/skin/800_480/nope/../pic.bmp")));
         QVERIFY(SkinFileNames::FileExists(root() + QStringLiteral("/skin/800_480/ui/../pic.bmp")));
     }
@@ -204,7 +198,7 @@ private slots:
                      + missing(QStringLiteral("BACKGROUND default.bmp"), d + QStringLiteral("/800_480/background/default.bmp"))
                      + kCrLf);
         info.clear();
-        QVERIFY(writeFile(d + QStringLiteral("/800_480/background/default.bmp"), "BM"));
+        QVERIFY(writeTestFile(d + QStringLiteral("/800_480/background/default.bmp"), "BM"));
         QCOMPARE(lookup.LocateBackground(), root() + QStringLiteral("/skin/800_480/ui/../background/default.bmp"));
         QCOMPARE(info.text(), QString());
     }
@@ -240,7 +234,7 @@ private slots:
         const QString top = dir.path();
         const QJsonObject files = testCase.value(QStringLiteral("files")).toObject();
         for (auto it = files.begin(); it != files.end(); ++it)
-            QVERIFY(writeFile(top + QLatin1Char('/') + it.key(), it.value().toString().toUtf8()));
+            QVERIFY(writeTestFile(top + QLatin1Char('/') + it.key(), it.value().toString().toUtf8()));
 
         SkinContext context;
         context.UiFilePath = top + QLatin1Char('/') + testCase.value(QStringLiteral("ui")).toString();

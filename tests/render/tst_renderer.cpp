@@ -369,8 +369,8 @@ private slots:
         QStringList order;
         for (const LayerRenderer::DrawnObject &d : f.renderer->drawnObjects())
             order << QString::fromLatin1(f.renderer->nodeKeyOf(d.element));
-        QCOMPARE(order, QStringList({ "Lmid|Egg", "Lback|Ebb", "Lmain|Err", "Lmain|Eback", "Lmain|Emid",
-                                      "Lmain|Emissing" }));
+        QCOMPARE(order, QStringList({ "Lmid|Egg", "Lback|Ebb", "Lmain|Err", "Lmain|Uback", "Lmain|Umid",
+                                      "Lmain|Umissing" }));
     }
 
     void drawLayerStartsFromTheBackground()

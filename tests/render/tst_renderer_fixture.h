@@ -4,11 +4,9 @@
 // folder, a document read from .ui text, and a renderer over them.
 
 #include "ElementTextPainter.h"
-#include "LayerRenderer.h"
-#include "PictureCache.h"
-#include "ResourceLookup.h"
+#include "TestFiles.h"
+#include "RenderSetup.h"
 #include "SkinContext.h"
-#include "SkinFonts.h"
 #include "StringInfoSink.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
@@ -60,10 +58,8 @@ struct RenderFixture
     SkinContext context;
     StringInfoSink info;
     clsKorviInterface document;
-    std::unique_ptr<ResourceLookup> lookup;
-    PictureCache cache;
-    SkinFonts fonts{ &info };
-    std::unique_ptr<LayerRenderer> renderer;
+    std::unique_ptr<RenderSetup> setup;
+    LayerRenderer *renderer = nullptr;
     QImage canvas;
 
     RenderFixture()
@@ -72,8 +68,8 @@ struct RenderFixture
         QDir().mkpath(skinRoot + QStringLiteral("/800_480/ui"));
         context.UiFilePath = skinRoot + QStringLiteral("/800_480/ui/test.ui");
         context.SkinFormat = QStringLiteral("800_480");
-        lookup = std::make_unique<ResourceLookup>(context, info);
-        renderer = std::make_unique<LayerRenderer>(document, *lookup, cache, fonts);
+        setup = std::make_unique<RenderSetup>(document, context, info);
+        renderer = &setup->renderer;
         canvas = solidPicture(200, 150, TestColours::kCanvas);
     }
 
@@ -85,9 +81,7 @@ struct RenderFixture
 
     void file(const QString &name, const QByteArray &bytes)
     {
-        QFile f(skinRoot + QStringLiteral("/800_480/") + name);
-        f.open(QIODevice::WriteOnly);
-        f.write(bytes);
+        writeTestFile(skinRoot + QStringLiteral("/800_480/") + name, bytes);
     }
 
     void read(const QByteArray &uiText)
@@ -109,7 +103,7 @@ struct RenderFixture
 
     QFont fontFor(const char *family, bool bold, int size)
     {
-        return ElementTextPainter::fontFor(fonts.resolveFamily(QLatin1String(family)), bold, size);
+        return ElementTextPainter::fontFor(setup->fonts.resolveFamily(QLatin1String(family)), bold, size);
     }
 };
 

@@ -98,7 +98,7 @@ private slots:
         RenderFixture f;
         f.read("<LAYER L>\n<TEXT t text=Bold font=Arialbd fontsize=13>\n<TEXT u text=Plain font=Arial>\n</LAYER>\n");
         f.draw("L", "t");
-        QCOMPARE(f.renderer->canvasFont().family, f.fonts.resolveFamily(QStringLiteral("Arial")));
+        QCOMPARE(f.renderer->canvasFont().family, f.setup->fonts.resolveFamily(QStringLiteral("Arial")));
         QVERIFY(f.renderer->canvasFont().bold);
         QCOMPARE(f.canvas, referenceText(f.canvas.size(), f.fontFor("Arial", true, 12), kBlack,
                                          { { QPoint(0, 0), QStringLiteral("Bold") } }));

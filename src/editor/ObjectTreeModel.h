@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class SkinDocument;
 class clsElement;
 class clsKorviInterface;
 
@@ -16,6 +17,11 @@ class clsKorviInterface;
 // Layers ("L", or "S" for a state). Under an element node: first its properties
 // ("P" + key), then its child elements ("E", or "U" for a USELAYER), in document
 // order. Texts are read from the document whenever they are shown.
+//
+// The model follows the document by itself: it listens to the SkinDocument's
+// signals and adds, removes and redraws its nodes. A property or element added
+// at the end gets its node at the end of its parent node; one put back in the
+// middle goes before the node of the entry that follows it.
 class ObjectTreeModel : public QAbstractItemModel
 {
     Q_OBJECT
@@ -26,7 +32,7 @@ public:
         NodeKindRole,                   // ObjectTreeNode::Kind
     };
 
-    explicit ObjectTreeModel(clsKorviInterface &document, QObject *parent = nullptr);
+    explicit ObjectTreeModel(SkinDocument &document, QObject *parent = nullptr);
     ~ObjectTreeModel() override;
 
     // Forgets every node and makes the top-level nodes from the document. With
@@ -34,26 +40,6 @@ public:
     void BuildObjectTree(bool layersOnly);
     // Forgets every node.
     void clear();
-
-    // Appends a node for `element` under `parent` (the top level for an invalid
-    // index); `prefix` is the key of the parent node joined with the element's
-    // letter, e.g. "Lui_Main|E". The element's properties and children get their
-    // nodes when the new node is unfolded.
-    QModelIndex AddElementNode(clsElement *element, const QModelIndex &parent,
-                               const QByteArray &prefix);
-    // Appends a node for the property with key `propertyKey` under the element
-    // node `owner`.
-    QModelIndex AddPropertyNode(const QModelIndex &owner, const QByteArray &propertyKey);
-    // Puts a node back at `row` among the children of `parent` (the top level for
-    // an invalid index): an element node with its segment letter, or a property
-    // node. Used to undo a removal, so the tree reads as before it.
-    QModelIndex InsertElementNode(clsElement *element, const QModelIndex &parent, int row, char letter);
-    QModelIndex InsertPropertyNode(const QModelIndex &owner, int row, const QByteArray &propertyKey);
-    // Takes a node and everything under it out of the tree (the document is not
-    // touched).
-    void RemoveNode(const QModelIndex &index);
-    // The node's text was changed in the document: views show it again.
-    void RefreshNodeText(const QModelIndex &index);
 
     // What a key names, read from the document alone.
     NodeTarget ResolveNodeKey(const QByteArray &key) const;
@@ -63,13 +49,16 @@ public:
     QByteArray nodeKey(const QModelIndex &index) const;
     QString nodeText(const QModelIndex &index) const;
     ObjectTreeNode::Kind nodeKind(const QModelIndex &index) const;
+    // The letter of the node's own segment ('P' for a property, 'E' for
+    // "Lui_Main|EtxtTitle"); 0 for the "HEADERS" node and the header
+    // variables, which have none.
+    char nodeLetter(const QModelIndex &index) const;
     // The node with this key (header variables included); invalid when there is
-    // none. Nodes on the way are made as needed.
+    // none. Keys compare as the document's collections do, ignoring ASCII case;
+    // nodes on the way are made as needed.
     QModelIndex indexOfKey(const QByteArray &key) const;
     // The node whose element is `element` among the children of `parent`.
     QModelIndex indexOfElement(const clsElement *element, const QModelIndex &parent) const;
-
-    clsKorviInterface &document() const { return mDocument; }
 
     QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
     QModelIndex parent(const QModelIndex &child) const override;
@@ -79,8 +68,23 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
 private:
+    void propertyChanged(const QByteArray &ownerKey, int index);
+    void propertyAdded(const QByteArray &ownerKey, int index);
+    void propertyAboutToBeRemoved(const QByteArray &ownerKey, int index);
+    void elementInserted(const QByteArray &parentKey, int index);
+    void elementAboutToBeRemoved(const QByteArray &parentKey, int index);
+
     ObjectTreeNode *nodeOf(const QModelIndex &index) const;
     QModelIndex indexOfNode(const ObjectTreeNode *node) const;
+    // The node that shows the element named by `key` (the root for an empty
+    // key), found through the element's own key: a used layer is changed
+    // where the layer itself stands.
+    ObjectTreeNode *nodeShowing(const QByteArray &key) const;
+    ObjectTreeNode *nodeOfKey(const QByteArray &key) const;
+    ObjectTreeNode *childWithSegment(ObjectTreeNode *node, QByteArrayView segment) const;
+    int rowOfElement(const ObjectTreeNode *owner, const clsElement *element) const;
+    void insertNode(ObjectTreeNode *owner, int row, std::unique_ptr<ObjectTreeNode> node);
+    void removeNode(ObjectTreeNode *owner, int row);
     void makeChildren(ObjectTreeNode *node) const;
     void makeChildrenWithout(ObjectTreeNode *node,
                              const std::function<bool(const ObjectTreeNode &)> &isNew) const;
@@ -89,8 +93,9 @@ private:
     static std::unique_ptr<ObjectTreeNode> propertyNode(ObjectTreeNode *parent,
                                                         const QByteArray &key);
     static QByteArray keyOf(const ObjectTreeNode *node);
-    QModelIndex childWithSegment(const QModelIndex &parent, QByteArrayView segment) const;
 
-    clsKorviInterface &mDocument;
+    SkinDocument &mSkin;
+    const clsKorviInterface &mDocument;
     std::unique_ptr<ObjectTreeNode> mRoot;
+    bool mLayersOnly = false;
 };

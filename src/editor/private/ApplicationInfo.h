@@ -12,6 +12,10 @@ inline QString title() { return QStringLiteral("Korvi8 Skin Editor"); }
 // The name the program is started by.
 inline QString programName() { return QStringLiteral("korvi-editor"); }
 
+// The main window's title (followed by " <file>" once a skin is open), also the
+// title of its own questions.
+inline QString windowTitle() { return QStringLiteral("Korvi8 Template Editor"); }
+
 // "major.minor.revision" of the build.
 inline QString version()
 {

@@ -113,10 +113,10 @@ bool selectFirstLayer(frmEditor &window)
     for (int row = 0; row < tree->rowCount(); ++row) {
         const QModelIndex node = tree->index(row, 0);
         const NodeTarget target = tree->resolve(node);
-        if (NodeKey::letterOf(tree->nodeKey(node)) == 'L' && target.element
-            && target.element->ElementType() == "LAYER") {
+        if (NodeKey::letterOf(tree->nodeKey(node)) == 'L' && target.element && target.element->IsLayer()) {
             window.selectNode(node);
-            window.tvwObjects->expand(node);
+            if (auto *view = window.findChild<QTreeView *>(QStringLiteral("tvwObjects")))
+                view->expand(node);
             return true;
         }
     }

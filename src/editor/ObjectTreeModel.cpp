@@ -1,6 +1,8 @@
 #include "ObjectTreeModel.h"
 
+#include "AsciiCase.h"
 #include "NodeKey.h"
+#include "SkinDocument.h"
 #include "clsKorviInterface.h"
 
 #include <algorithm>
@@ -11,18 +13,37 @@ const QByteArray kHeadersText = QByteArrayLiteral("HEADERS");
 
 bool isShownInLayersOnly(const clsElement &block)
 {
-    const QByteArray type = block.ElementType();
-    return type == "LAYER" || type == "STATE";
+    return block.IsLayer() || block.IsState();
+}
+
+// A key segment names a node when the letters are the same and the keys are
+// the same to the document's collections.
+bool sameSegment(QByteArrayView nodeSegment, QByteArrayView segment)
+{
+    if (nodeSegment.isEmpty() || segment.isEmpty())
+        return nodeSegment.isEmpty() && segment.isEmpty();
+    return nodeSegment.front() == segment.front()
+        && AsciiCase::sameIgnoringCase(nodeSegment.sliced(1), segment.sliced(1));
 }
 
 } // namespace
 
-ObjectTreeModel::ObjectTreeModel(clsKorviInterface &document, QObject *parent)
+ObjectTreeModel::ObjectTreeModel(SkinDocument &document, QObject *parent)
     : QAbstractItemModel(parent)
-    , mDocument(document)
+    , mSkin(document)
+    , mDocument(document.document())
     , mRoot(std::make_unique<ObjectTreeNode>())
 {
     mRoot->childrenMade = true;
+    connect(&document, &SkinDocument::propertyChanged, this, &ObjectTreeModel::propertyChanged);
+    connect(&document, &SkinDocument::propertyAdded, this, &ObjectTreeModel::propertyAdded);
+    connect(&document, &SkinDocument::propertyAboutToBeRemoved, this,
+            &ObjectTreeModel::propertyAboutToBeRemoved);
+    connect(&document, &SkinDocument::elementInserted, this, &ObjectTreeModel::elementInserted);
+    connect(&document, &SkinDocument::elementAboutToBeRemoved, this,
+            &ObjectTreeModel::elementAboutToBeRemoved);
+    connect(&document, &SkinDocument::aboutToBeReset, this, &ObjectTreeModel::clear);
+    connect(&document, &SkinDocument::reset, this, [this] { BuildObjectTree(mLayersOnly); });
 }
 
 ObjectTreeModel::~ObjectTreeModel() = default;
@@ -37,6 +58,7 @@ void ObjectTreeModel::clear()
 
 void ObjectTreeModel::BuildObjectTree(bool layersOnly)
 {
+    mLayersOnly = layersOnly;
     beginResetModel();
     mRoot = std::make_unique<ObjectTreeNode>();
     mRoot->childrenMade = true;
@@ -80,7 +102,7 @@ std::unique_ptr<ObjectTreeNode> ObjectTreeModel::elementNode(ObjectTreeNode *par
     node->kind = ObjectTreeNode::Element;
     node->parent = parent;
     node->element = element;
-    node->segment = letter ? letter + element->ElementKey() : element->ElementKey();
+    node->segment = NodeKey::segmentOf(letter, element->keyView());
     return node;
 }
 
@@ -91,7 +113,7 @@ std::unique_ptr<ObjectTreeNode> ObjectTreeModel::propertyNode(ObjectTreeNode *pa
     node->kind = ObjectTreeNode::Property;
     node->parent = parent;
     node->element = parent->element;
-    node->segment = 'P' + key;
+    node->segment = NodeKey::segmentOf('P', key);
     node->childrenMade = true;
     return node;
 }
@@ -135,90 +157,117 @@ void ObjectTreeModel::makeChildrenWithout(ObjectTreeNode *node,
     node->renumberChildren(0);
 }
 
-QModelIndex ObjectTreeModel::AddElementNode(clsElement *element, const QModelIndex &parent,
-                                            const QByteArray &prefix)
+// ---- following the document --------------------------------------------------------
+
+ObjectTreeNode *ObjectTreeModel::nodeShowing(const QByteArray &key) const
 {
-    ObjectTreeNode *owner = parent.isValid() ? nodeOf(parent) : mRoot.get();
-    if (!owner || !element)
-        return {};
-    makeChildrenWithout(owner, [element](const ObjectTreeNode &n) { return n.element == element; });
-    const int row = int(owner->children.size());
-    beginInsertRows(parent, row, row);
-    auto node = elementNode(owner, element, 0);
-    // The prefix ends with the letter; the parent's own key comes before it.
-    const int bar = prefix.lastIndexOf(NodeKey::Separator);
-    node->segment = prefix.mid(bar + 1) + element->ElementKey();
-    node->row = row;
-    owner->children.push_back(std::move(node));
-    endInsertRows();
-    return index(row, 0, parent);
+    if (key.isEmpty())
+        return mRoot.get();
+    return nodeOfKey(NodeKey::of(mDocument, mSkin.elementAt(key)));
 }
 
-QModelIndex ObjectTreeModel::AddPropertyNode(const QModelIndex &owner, const QByteArray &propertyKey)
+void ObjectTreeModel::propertyChanged(const QByteArray &ownerKey, int index)
 {
-    ObjectTreeNode *node = nodeOf(owner);
-    if (!node || node->kind != ObjectTreeNode::Element)
-        return {};
-    const QByteArray segment = 'P' + propertyKey;
-    makeChildrenWithout(node, [&segment](const ObjectTreeNode &n) { return n.segment == segment; });
-    const int row = int(node->children.size());
-    beginInsertRows(owner, row, row);
-    auto child = propertyNode(node, propertyKey);
-    child->row = row;
-    node->children.push_back(std::move(child));
-    endInsertRows();
-    return index(row, 0, owner);
+    ObjectTreeNode *owner = nodeShowing(ownerKey);
+    // Nodes nobody has unfolded are made from the document when they are.
+    if (!owner || !owner->childrenMade || !owner->element)
+        return;
+    const QByteArray segment = NodeKey::segmentOf('P', owner->element->Properties().keyAt(index));
+    if (const ObjectTreeNode *node = childWithSegment(owner, segment)) {
+        const QModelIndex changed = indexOfNode(node);
+        emit dataChanged(changed, changed, { Qt::DisplayRole });
+    }
 }
 
-QModelIndex ObjectTreeModel::InsertElementNode(clsElement *element, const QModelIndex &parent, int row,
-                                               char letter)
+void ObjectTreeModel::propertyAdded(const QByteArray &ownerKey, int index)
 {
-    ObjectTreeNode *owner = parent.isValid() ? nodeOf(parent) : mRoot.get();
-    if (!owner || !element)
-        return {};
+    ObjectTreeNode *owner = nodeShowing(ownerKey);
+    if (!owner || owner->kind != ObjectTreeNode::Element)
+        return;
+    const clsProperties &properties = owner->element->Properties();
+    const QByteArray key = properties.keyAt(index).toByteArray();
+    const QByteArray segment = NodeKey::segmentOf('P', key);
+    makeChildrenWithout(owner, [&segment](const ObjectTreeNode &n) { return n.segment == segment; });
+    int row = int(owner->children.size());
+    if (index + 1 < properties.Count()) {
+        const QByteArray next = NodeKey::segmentOf('P', properties.keyAt(index + 1));
+        if (const ObjectTreeNode *following = childWithSegment(owner, next))
+            row = following->row;
+    }
+    insertNode(owner, row, propertyNode(owner, key));
+}
+
+void ObjectTreeModel::propertyAboutToBeRemoved(const QByteArray &ownerKey, int index)
+{
+    ObjectTreeNode *owner = nodeShowing(ownerKey);
+    if (!owner || owner->kind != ObjectTreeNode::Element)
+        return;
+    makeChildren(owner);
+    const QByteArray segment = NodeKey::segmentOf('P', owner->element->Properties().keyAt(index));
+    if (const ObjectTreeNode *node = childWithSegment(owner, segment))
+        removeNode(owner, node->row);
+}
+
+void ObjectTreeModel::elementInserted(const QByteArray &parentKey, int index)
+{
+    ObjectTreeNode *owner = nodeShowing(parentKey);
+    const clsElements *children = mSkin.childrenOf(parentKey);
+    if (!owner || !children)
+        return;
+    clsElement *element = children->at(index);
+    const bool top = owner == mRoot.get();
+    if (top && mLayersOnly && !isShownInLayersOnly(*element))
+        return;
     makeChildrenWithout(owner, [element](const ObjectTreeNode &n) { return n.element == element; });
+    int row = int(owner->children.size());
+    for (int next = index + 1; next < children->Count() && row == int(owner->children.size()); ++next) {
+        const int at = rowOfElement(owner, children->at(next));
+        if (at >= 0)
+            row = at;
+    }
+    const char letter = top ? NodeKey::blockLetter(*element) : NodeKey::childLetter(*element);
+    insertNode(owner, row, elementNode(owner, element, letter));
+}
+
+void ObjectTreeModel::elementAboutToBeRemoved(const QByteArray &parentKey, int index)
+{
+    ObjectTreeNode *owner = nodeShowing(parentKey);
+    const clsElements *children = mSkin.childrenOf(parentKey);
+    if (!owner || !children)
+        return;
+    makeChildren(owner);
+    const int row = rowOfElement(owner, children->at(index));
+    if (row >= 0)
+        removeNode(owner, row);
+}
+
+int ObjectTreeModel::rowOfElement(const ObjectTreeNode *owner, const clsElement *element) const
+{
+    for (const auto &child : owner->children) {
+        if (child->kind == ObjectTreeNode::Element && child->element == element)
+            return child->row;
+    }
+    return -1;
+}
+
+void ObjectTreeModel::insertNode(ObjectTreeNode *owner, int row, std::unique_ptr<ObjectTreeNode> node)
+{
     row = std::clamp(row, 0, int(owner->children.size()));
-    beginInsertRows(parent, row, row);
-    owner->children.insert(owner->children.begin() + row, elementNode(owner, element, letter));
+    beginInsertRows(indexOfNode(owner), row, row);
+    owner->children.insert(owner->children.begin() + row, std::move(node));
     owner->renumberChildren(row);
     endInsertRows();
-    return index(row, 0, parent);
 }
 
-QModelIndex ObjectTreeModel::InsertPropertyNode(const QModelIndex &owner, int row,
-                                                const QByteArray &propertyKey)
+void ObjectTreeModel::removeNode(ObjectTreeNode *owner, int row)
 {
-    ObjectTreeNode *node = nodeOf(owner);
-    if (!node || node->kind != ObjectTreeNode::Element)
-        return {};
-    const QByteArray segment = 'P' + propertyKey;
-    makeChildrenWithout(node, [&segment](const ObjectTreeNode &n) { return n.segment == segment; });
-    row = std::clamp(row, 0, int(node->children.size()));
-    beginInsertRows(owner, row, row);
-    node->children.insert(node->children.begin() + row, propertyNode(node, propertyKey));
-    node->renumberChildren(row);
-    endInsertRows();
-    return index(row, 0, owner);
-}
-
-void ObjectTreeModel::RemoveNode(const QModelIndex &index)
-{
-    ObjectTreeNode *node = nodeOf(index);
-    if (!node)
-        return;
-    ObjectTreeNode *owner = node->parent;
-    const int row = node->row;
-    beginRemoveRows(index.parent(), row, row);
+    beginRemoveRows(indexOfNode(owner), row, row);
     owner->children.erase(owner->children.begin() + row);
     owner->renumberChildren(row);
     endRemoveRows();
 }
 
-void ObjectTreeModel::RefreshNodeText(const QModelIndex &index)
-{
-    if (index.isValid())
-        emit dataChanged(index, index, { Qt::DisplayRole });
-}
+// ---- reading -----------------------------------------------------------------------------
 
 NodeTarget ObjectTreeModel::ResolveNodeKey(const QByteArray &key) const
 {
@@ -238,14 +287,11 @@ NodeTarget ObjectTreeModel::resolve(const QModelIndex &index) const
 
 QByteArray ObjectTreeModel::keyOf(const ObjectTreeNode *node)
 {
-    QByteArray key = node->segment;
-    for (const ObjectTreeNode *n = node->parent; n && n->kind != ObjectTreeNode::Root; n = n->parent) {
-        // The "HEADERS" node gives its children no part of its own.
-        if (n->kind == ObjectTreeNode::Headers)
-            break;
-        key = n->segment + NodeKey::Separator + key;
-    }
-    return key;
+    // The "HEADERS" node gives its children no part of its own.
+    if (!node->parent || node->parent->kind == ObjectTreeNode::Root
+        || node->parent->kind == ObjectTreeNode::Headers)
+        return node->segment;
+    return NodeKey::under(NodeKey(keyOf(node->parent)), node->segment);
 }
 
 QByteArray ObjectTreeModel::nodeKey(const QModelIndex &index) const
@@ -276,39 +322,50 @@ QString ObjectTreeModel::nodeText(const QModelIndex &index) const
     return {};
 }
 
+char ObjectTreeModel::nodeLetter(const QModelIndex &index) const
+{
+    const ObjectTreeNode *node = nodeOf(index);
+    if (!node || node->kind == ObjectTreeNode::Headers || node->kind == ObjectTreeNode::Root)
+        return 0;
+    if (node->kind == ObjectTreeNode::Element && node->parent && node->parent->kind == ObjectTreeNode::Headers)
+        return 0;
+    return NodeKey::letterOf(node->segment);
+}
+
 ObjectTreeNode::Kind ObjectTreeModel::nodeKind(const QModelIndex &index) const
 {
     const ObjectTreeNode *node = nodeOf(index);
     return node ? node->kind : ObjectTreeNode::Root;
 }
 
-QModelIndex ObjectTreeModel::childWithSegment(const QModelIndex &parent, QByteArrayView segment) const
+ObjectTreeNode *ObjectTreeModel::childWithSegment(ObjectTreeNode *node, QByteArrayView segment) const
 {
-    ObjectTreeNode *node = parent.isValid() ? nodeOf(parent) : mRoot.get();
-    if (!node)
-        return {};
     makeChildren(node);
     for (const auto &child : node->children) {
-        if (child->segment == segment)
-            return createIndex(child->row, 0, child.get());
+        if (sameSegment(child->segment, segment))
+            return child.get();
     }
-    return {};
+    return nullptr;
+}
+
+ObjectTreeNode *ObjectTreeModel::nodeOfKey(const QByteArray &key) const
+{
+    if (key.isEmpty())
+        return nullptr;
+    const QList<QByteArray> segments = NodeKey(key).segments();
+    ObjectTreeNode *at = childWithSegment(mRoot.get(), segments.first());
+    if (!at) {
+        if (ObjectTreeNode *headers = childWithSegment(mRoot.get(), kHeadersText))
+            at = childWithSegment(headers, segments.first());
+    }
+    for (int i = 1; i < segments.size() && at; ++i)
+        at = childWithSegment(at, segments.at(i));
+    return at;
 }
 
 QModelIndex ObjectTreeModel::indexOfKey(const QByteArray &key) const
 {
-    const QList<QByteArray> segments = key.split(NodeKey::Separator);
-    if (key.isEmpty())
-        return {};
-    QModelIndex at = childWithSegment(QModelIndex(), segments.first());
-    if (!at.isValid()) {
-        const QModelIndex headers = childWithSegment(QModelIndex(), kHeadersText);
-        if (headers.isValid())
-            at = childWithSegment(headers, segments.first());
-    }
-    for (int i = 1; i < segments.size() && at.isValid(); ++i)
-        at = childWithSegment(at, segments.at(i));
-    return at;
+    return indexOfNode(nodeOfKey(key));
 }
 
 QModelIndex ObjectTreeModel::indexOfElement(const clsElement *element, const QModelIndex &parent) const
@@ -335,7 +392,7 @@ QModelIndex ObjectTreeModel::indexOfNode(const ObjectTreeNode *node) const
 {
     if (!node || node == mRoot.get() || !node->parent)
         return {};
-    return createIndex(node->row, 0, const_cast<ObjectTreeNode *>(node));
+    return createIndex(node->row, 0, node);
 }
 
 QModelIndex ObjectTreeModel::index(int row, int column, const QModelIndex &parent) const

@@ -1,5 +1,8 @@
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
+#include "TreeDump.h"
+#include "SkinContext.h"
+#include "SkinDocument.h"
 #include "SkinLoader.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
@@ -16,16 +19,15 @@ void readText(clsKorviInterface &doc, const QByteArray &text, bool imported = fa
     reader.readBytes(text, QStringLiteral("test.ui"));
 }
 
-// Every node as "indent key | text", depth first, children unfolded.
-void dump(const ObjectTreeModel &model, const QModelIndex &parent, int depth, QStringList &lines)
+// The tree of a document as the editor makes it.
+struct TreeModel
 {
-    for (int row = 0; row < model.rowCount(parent); ++row) {
-        const QModelIndex node = model.index(row, 0, parent);
-        lines << QString(depth * 2, QLatin1Char(' ')) + QString::fromLatin1(model.nodeKey(node))
-                + QStringLiteral(" | ") + model.nodeText(node);
-        dump(model, node, depth + 1, lines);
-    }
-}
+    explicit TreeModel(clsKorviInterface &document) : skin(document, context), model(skin) { }
+
+    SkinContext context;
+    SkinDocument skin;
+    ObjectTreeModel model;
+};
 
 QStringList topKeys(const ObjectTreeModel &model)
 {
@@ -63,7 +65,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), QStringList{ "Lui_Main" });
         QCOMPARE(model.nodeText(model.index(0, 0)), QStringLiteral("LAYER:ui_Main"));
@@ -73,7 +76,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main x=1>\n</LAYER>\n<LAYER ui_Main x=2>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), (QStringList{ "Lui_Main", "Lui_Main[0]" }));
         const NodeTarget first = model.ResolveNodeKey("Lui_Main");
@@ -88,7 +92,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<LAYER ui_Main>\n\t<USELAYER ui_Gone/>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         const QModelIndex use = model.index(0, 0, model.index(0, 0));
         QCOMPARE(model.nodeKey(use), QByteArray("Lui_Main|Uui_Gone"));
@@ -110,10 +115,11 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QStringList lines;
-        dump(model, QModelIndex(), 0, lines);
+        dumpTree(model, QModelIndex(), 0, lines);
         const QStringList expected = {
             "HEADERS | HEADERS",
             // A header variable has no name: its key is empty, and so is the
@@ -155,7 +161,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, "<header>\n\t<VAR Lui_Main=1>\n\t<VAR b=2>\n</header>\n<LAYER ui_Main>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         const QModelIndex headers = model.index(0, 0);
         QCOMPARE(model.nodeText(headers), QStringLiteral("HEADERS"));
@@ -179,7 +186,8 @@ private slots:
         clsKorviInterface doc;
         readText(doc, "<TEMPLATE shared>\n", true);
         readText(doc, "<TEMPLATE own>\n<LAYER l>\n</LAYER>\n");
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QCOMPARE(topKeys(model), (QStringList{ "Town", "Ll" }));
     }
@@ -188,7 +196,8 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(true);
         QCOMPARE(topKeys(model), (QStringList{ "Lui_Main", "Lui_Top", "Sst_Night" }));
     }
@@ -216,6 +225,30 @@ private slots:
         QVERIFY(target.property.isNull());
     }
 
+    void keysAreBuiltFromWhereAnElementLives()
+    {
+        clsKorviInterface doc;
+        readText(doc, kSmallSkin + "<ELEMENT_TEMPLATE elCell>\n\t<TEXT inner>\n</ELEMENT_TEMPLATE>\n");
+        const clsElement *main = doc.Layers().Find("ui_Main");
+        QCOMPARE(NodeKey::of(doc, main).bytes(), QByteArray("Lui_Main"));
+        QCOMPARE(NodeKey::of(doc, doc.Layers().Find("st_Night")).bytes(), QByteArray("Sst_Night"));
+        QCOMPARE(NodeKey::of(doc, main->SubElements().Find("txtTitle")).bytes(), QByteArray("Lui_Main|EtxtTitle"));
+        // A used layer is keyed as its tree node is: "U", the layer it uses.
+        QCOMPARE(NodeKey::of(doc, main->SubElements().Find("ui_Top")).bytes(), QByteArray("Lui_Main|Uui_Top"));
+        QCOMPARE(NodeKey::of(doc, doc.Templates().Find("tplA")).bytes(), QByteArray("TtplA"));
+        QCOMPARE(NodeKey::of(doc, doc.Layers().Find("elCell")->SubElements().Find("inner")).bytes(),
+                 QByteArray("LelCell|Einner"));
+        QCOMPARE(NodeKey::of(doc, doc.Headers().at(0)).bytes(), doc.Headers().at(0)->ElementKey());
+        clsElement alone;
+        QVERIFY(NodeKey::of(doc, &alone).isEmpty());
+        const NodeKey text = NodeKey::of(doc, main->SubElements().Find("txtTitle"));
+        QCOMPARE(NodeKey::property(text, "x").bytes(), QByteArray("Lui_Main|EtxtTitle|Px"));
+        QCOMPARE(NodeKey::property(text, "x").parent(), text);
+        QVERIFY(NodeKey::of(doc, main).isAncestorOf(text));
+        QVERIFY(!text.isAncestorOf(text));
+        QVERIFY(!NodeKey(QByteArray("Lui_Ma")).isAncestorOf(text));
+    }
+
     void aNodesOwnLetterIsThatOfItsLastSegment()
     {
         QCOMPARE(NodeKey::ownLetterOf("Lui_Main|EtxtTitle"), 'E');
@@ -224,6 +257,19 @@ private slots:
         QCOMPARE(NodeKey::ownLetterOf("Lui_Main|Uui_Top"), 'U');
         QCOMPARE(NodeKey::ownLetterOf(""), char(0));
         QCOMPARE(NodeKey::letterOf("Lui_Main|EtxtTitle"), 'L');
+    }
+
+    void nodesAreFoundByKeysThatDifferInCase()
+    {
+        clsKorviInterface doc;
+        readText(doc, kSmallSkin);
+        TreeModel tree(doc);
+        tree.model.BuildObjectTree(false);
+        const QModelIndex node = tree.model.indexOfKey("Lui_Main|EtxtTitle|Px");
+        QVERIFY(node.isValid());
+        QCOMPARE(tree.model.indexOfKey("LUI_MAIN|ETXTTITLE|PX"), node);
+        // The letters name the kind of a segment and are not folded.
+        QVERIFY(!tree.model.indexOfKey("lui_Main|EtxtTitle|Px").isValid());
     }
 
     void propertyKeyGivesElementAndProperty()
@@ -245,10 +291,11 @@ private slots:
         clsKorviInterface doc;
         SkinLoader::openSkinFile(doc, QStringLiteral(KORVI_SOURCE_DIR)
                                           + "/samples/demo-skin/800_480/ui/main_800_480.ui");
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QStringList lines;
-        dump(model, QModelIndex(), 0, lines);
+        dumpTree(model, QModelIndex(), 0, lines);
         QFile expected(QStringLiteral(KORVI_TEST_DATA) + "/editor/demo-skin-tree.txt");
         QVERIFY(expected.open(QIODevice::ReadOnly));
         const QStringList wanted = QString::fromLatin1(expected.readAll()).split('\n', Qt::SkipEmptyParts);
@@ -263,21 +310,22 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         const QModelIndex layer = model.indexOfKey("Lui_Top");
         QVERIFY(layer.isValid());
-        clsElement *added = doc.Layers().Find("ui_Top")->SubElements().Add("btnNew", "BUTTON");
-        const QModelIndex node = model.AddElementNode(added, layer, "Lui_Top|E");
+        QVERIFY(tree.skin.addElement("Lui_Top", "btnNew", "BUTTON"));
+        const QModelIndex node = model.index(model.rowCount(layer) - 1, 0, layer);
         QCOMPARE(model.nodeKey(node), QByteArray("Lui_Top|EbtnNew"));
         QCOMPARE(model.nodeText(node), QStringLiteral("BUTTON:btnNew"));
-        added->Properties().Add("x", "0");
-        const QModelIndex prop = model.AddPropertyNode(node, "x");
+        QCOMPARE(tree.skin.addProperty("Lui_Top|EbtnNew", "x", "0"), 0);
+        const QModelIndex prop = model.index(model.rowCount(node) - 1, 0, node);
         QCOMPARE(model.nodeKey(prop), QByteArray("Lui_Top|EbtnNew|Px"));
         QCOMPARE(model.nodeText(prop), QStringLiteral("x=0"));
         QCOMPARE(model.indexOfKey("Lui_Top|EbtnNew|Px"), prop);
-        model.RemoveNode(node);
+        QVERIFY(tree.skin.takeElement("Lui_Top", 0));
         QVERIFY(!model.indexOfKey("Lui_Top|EbtnNew").isValid());
         QCOMPARE(model.rowCount(layer), 0);
     }
@@ -286,10 +334,11 @@ private slots:
     {
         clsKorviInterface doc;
         readText(doc, kSmallSkin);
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        model.RemoveNode(model.indexOfKey("Lui_Main"));
+        QVERIFY(tree.skin.takeElement(QByteArray(), doc.Layers().indexOf("ui_Main")));
         const QModelIndex state = model.indexOfKey("Sst_Night");
         QCOMPARE(model.index(state.row(), 0), state);
         QCOMPARE(model.parent(model.index(0, 0, state.siblingAtRow(0))), state.siblingAtRow(0));
@@ -300,7 +349,8 @@ private slots:
         clsKorviInterface doc;
         SkinLoader::openSkinFile(doc, QStringLiteral(KORVI_SOURCE_DIR)
                                           + "/samples/demo-skin/800_480/ui/main_800_480.ui");
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.BuildObjectTree(false);
         model.BuildObjectTree(true);
@@ -314,7 +364,8 @@ private slots:
         for (int i = 0; i < 20000; ++i)
             text += "<LAYER l" + QByteArray::number(i) + ">\n\t<TEXT t x=1>\n</LAYER>\n";
         readText(doc, text);
-        ObjectTreeModel model(doc);
+        TreeModel tree(doc);
+        ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
         QCOMPARE(model.rowCount(), 20000);
         const QModelIndex last = model.index(19999, 0);

@@ -1,0 +1,210 @@
+#include "CanvasController.h"
+
+#include "CanvasHitTest.h"
+#include "CanvasZoom.h"
+#include "ChangeValueCommand.h"
+#include "DragPosition.h"
+#include "LayerRenderer.h"
+#include "LiveDrag.h"
+#include "MovableShape.h"
+#include "ShownSelection.h"
+#include "SkinCanvas.h"
+#include "SkinDocument.h"
+#include "clsKorviInterface.h"
+
+#include <QAction>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScrollArea>
+#include <QUndoStack>
+#include <QWheelEvent>
+
+#include <memory>
+
+CanvasController::CanvasController(const Widgets &widgets, LayerRenderer &renderer, SkinDocument &document,
+                                   ShownSelection &selection, QObject *parent)
+    : QObject(parent)
+    , mWidgets(widgets)
+    , mRenderer(renderer)
+    , mDocument(document)
+    , mSelection(selection)
+{
+    setObjectName(QStringLiteral("CanvasController"));
+    auto timer = std::make_shared<QElapsedTimer>();
+    timer->start();
+    clock = [timer] { return timer->elapsed(); };
+
+    mWidgets.canvas->installEventFilter(this);
+    mWidgets.canvas->setFocusPolicy(Qt::ClickFocus);
+    mWidgets.frame->installEventFilter(this);
+    mWidgets.area->viewport()->installEventFilter(this);
+    connect(mWidgets.frame, &MovableShape::StartMove, this, &CanvasController::dragStarted);
+    connect(mWidgets.frame, &MovableShape::EndResize, this, &CanvasController::frameReleased,
+            Qt::DirectConnection);
+
+    mZoomPanel = new QLabel(QStringLiteral("100 %"));
+    mZoomPanel->setObjectName(QStringLiteral("stbZoom"));
+}
+
+void CanvasController::addZoomActions(QMenu &view)
+{
+    const auto add = [this, &view](const QString &name, const QString &text, const QKeySequence &keys,
+                                   void (CanvasController::*slot)()) {
+        QAction *action = view.addAction(text);
+        action->setObjectName(name);
+        action->setShortcut(keys);
+        connect(action, &QAction::triggered, this, slot);
+    };
+    add(QStringLiteral("ZoomIn"), QStringLiteral("Zoom In"), QKeySequence::ZoomIn, &CanvasController::zoomIn);
+    add(QStringLiteral("ZoomOut"), QStringLiteral("Zoom Out"), QKeySequence::ZoomOut, &CanvasController::zoomOut);
+    add(QStringLiteral("ZoomNormal"), QStringLiteral("Actual Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
+        &CanvasController::zoomNormal);
+}
+
+void CanvasController::setZoom(int percent)
+{
+    mWidgets.canvas->setZoomPercent(percent);
+    zoomApplied();
+}
+
+void CanvasController::zoomIn()
+{
+    mWidgets.canvas->zoomIn();
+    zoomApplied();
+}
+
+void CanvasController::zoomOut()
+{
+    mWidgets.canvas->zoomOut();
+    zoomApplied();
+}
+
+void CanvasController::zoomNormal()
+{
+    setZoom(CanvasZoom::Normal);
+}
+
+// The frame follows the object to its place at the new zoom.
+void CanvasController::zoomApplied()
+{
+    if (mWidgets.frame->isVisible() && mSelection.currentObject())
+        mSelection.RefreshCanvas();
+    mZoomPanel->setText(QStringLiteral("%1 %").arg(mWidgets.canvas->zoomPercent()));
+}
+
+bool CanvasController::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == mWidgets.canvas) {
+        if (event->type() == QEvent::MouseButtonPress) {
+            auto *mouse = static_cast<QMouseEvent *>(event);
+            canvasPressed(mWidgets.canvas->toCanvas(mouse->position().toPoint()));
+        } else if (event->type() == QEvent::KeyPress && canvasKey(static_cast<QKeyEvent *>(event))) {
+            return true;
+        }
+    } else if (watched == mWidgets.area->viewport() && event->type() == QEvent::Wheel) {
+        auto *wheel = static_cast<QWheelEvent *>(event);
+        if (wheel->modifiers().testFlag(Qt::ControlModifier)) {
+            if (wheel->angleDelta().y() > 0)
+                zoomIn();
+            else if (wheel->angleDelta().y() < 0)
+                zoomOut();
+            return true;
+        }
+    } else if (watched == mWidgets.frame && event->type() == QEvent::Move) {
+        if (mWidgets.frame->isMoving())
+            frameMoving();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void CanvasController::canvasPressed(QPoint canvasPoint)
+{
+    const clsElement *layer = mSelection.shownLayer();
+    if (!layer)
+        return;
+    const clsElement *hit = CanvasHitTest::hit(mDocument.document(), layer, mRenderer, canvasPoint);
+    if (hit)
+        mSelection.selectNodeKey(mRenderer.nodeKeyOf(hit));
+}
+
+bool CanvasController::canMoveWithKeys() const
+{
+    return mSelection.currentObject() && mWidgets.frame->isVisible() && !mWidgets.lock->isChecked();
+}
+
+bool CanvasController::canvasKey(QKeyEvent *event)
+{
+    int dx = 0;
+    int dy = 0;
+    switch (event->key()) {
+    case Qt::Key_Left: dx = -1; break;
+    case Qt::Key_Right: dx = 1; break;
+    case Qt::Key_Up: dy = -1; break;
+    case Qt::Key_Down: dy = 1; break;
+    default: return false;
+    }
+    if (!canMoveWithKeys())
+        return false;
+    const int step = event->modifiers().testFlag(Qt::ShiftModifier) ? 10 : 1;
+    moveCurrentBy(dx * step, dy * step);
+    return true;
+}
+
+// The object's place is read as it is drawn, through its templates, so that an
+// object placed by its template gets its own "x" and "y" where it was dropped.
+void CanvasController::moveCurrentBy(int dx, int dy)
+{
+    const clsElement *object = mSelection.currentObject();
+    if (!object)
+        return;
+    const clsKorviInterface &document = mDocument.document();
+    const std::optional<DragPosition> moved = DragPosition::moved(
+        document.GetElementValue("x", object), document.GetElementValue("y", object), dx, dy);
+    if (!moved)
+        return;
+    mDocument.undoStack().push(
+        new MoveElementCommand(mDocument, mSelection.currentNodeKey(), moved->x, moved->y, clock()));
+}
+
+void CanvasController::frameReleased(int dx, int dy, int &left, int &top, int &width, int &height)
+{
+    forgetDrag();
+    // Only the distance counts; the frame's size handles change nothing.
+    const QPoint distance = mWidgets.canvas->toCanvasDistance(QPoint(dx, dy));
+    if (mSelection.currentObject())
+        moveCurrentBy(distance.x(), distance.y());
+    // The frame stays where the redraw put it.
+    const QRect frame = mWidgets.frame->geometry();
+    left = frame.x();
+    top = frame.y();
+    width = frame.width();
+    height = frame.height();
+}
+
+void CanvasController::forgetDrag()
+{
+    mDragged = nullptr;
+    mDragBackground = QImage();
+}
+
+void CanvasController::dragStarted()
+{
+    mDragStart = mWidgets.frame->pos();
+    mDragged = mSelection.currentObject();
+    mDragBackground = QImage();
+}
+
+void CanvasController::frameMoving()
+{
+    const clsElement *layer = mSelection.shownLayer();
+    const QImage &picture = mWidgets.canvas->picture();
+    if (!mDragged || !layer || picture.isNull())
+        return;
+    if (mDragBackground.isNull())
+        mDragBackground = LiveDrag::pictureWithout(mRenderer, layer, mDragged, picture.size());
+    const QPoint distance = mWidgets.canvas->toCanvasDistance(mWidgets.frame->pos() - mDragStart);
+    mWidgets.canvas->setPicture(LiveDrag::pictureWith(mRenderer, mDragBackground, mDragged, distance));
+}

@@ -1,0 +1,261 @@
+#include "DocumentActions.h"
+
+#include "ApplicationInfo.h"
+#include "AsciiCase.h"
+#include "Dialogs.h"
+#include "ElementCommands.h"
+#include "ChangeValueCommand.h"
+#include "NodeKey.h"
+#include "ObjectTreeModel.h"
+#include "PropertyCommands.h"
+#include "PropertyKinds.h"
+#include "SkinDocument.h"
+#include "clsElement.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QStyle>
+#include <QTreeView>
+#include <QUndoStack>
+
+#include <memory>
+
+namespace {
+
+QAction *entryNamed(QMenu *menu, const QString &name)
+{
+    for (QAction *action : menu->actions()) {
+        if (action->objectName() == name)
+            return action;
+    }
+    return nullptr;
+}
+
+// Pushes a command that knows whether its key named something.
+template<class Command>
+void pushIfValid(QUndoStack &stack, std::unique_ptr<Command> command)
+{
+    if (command->isValid())
+        stack.push(command.release());
+}
+
+} // namespace
+
+DocumentActions::DocumentActions(SkinDocument &document, ObjectTreeModel &tree, QTreeView &view,
+                                 const Menus &menus, Dialogs &dialogs, QObject *parent)
+    : QObject(parent)
+    , mDocument(document)
+    , mTree(tree)
+    , mView(view)
+    , mMenus(menus)
+    , mDialogs(dialogs)
+{
+    setObjectName(QStringLiteral("DocumentActions"));
+    popUpMenu = [](QMenu &menu, QPoint globalPoint) { return menu.exec(globalPoint); };
+    createUndoActions();
+    connectMenus();
+    // The pop-up menu comes on the release of the right button.
+    view.setContextMenuPolicy(Qt::PreventContextMenu);
+    view.viewport()->installEventFilter(this);
+    connect(&view, &QTreeView::doubleClicked, this, &DocumentActions::nodeDoubleClicked);
+}
+
+void DocumentActions::createUndoActions()
+{
+    QUndoStack *stack = &mDocument.undoStack();
+    QStyle *style = QApplication::style();
+    mUndo = new QAction(style->standardIcon(QStyle::SP_ArrowBack), QStringLiteral("Undo"), this);
+    mUndo->setObjectName(QStringLiteral("Undo"));
+    mUndo->setShortcut(QKeySequence::Undo);
+    mUndo->setEnabled(false);
+    mRedo = new QAction(style->standardIcon(QStyle::SP_ArrowForward), QStringLiteral("Redo"), this);
+    mRedo->setObjectName(QStringLiteral("Redo"));
+    // Ctrl+Y redoes everywhere, beside the platform's own keys (Ctrl+Shift+Z).
+    QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    for (const QKeySequence &keys : { QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z) }) {
+        if (!redoKeys.contains(keys))
+            redoKeys << keys;
+    }
+    mRedo->setShortcuts(redoKeys);
+    mRedo->setEnabled(false);
+    connect(mUndo, &QAction::triggered, stack, &QUndoStack::undo);
+    connect(mRedo, &QAction::triggered, stack, &QUndoStack::redo);
+    connect(stack, &QUndoStack::canUndoChanged, mUndo, &QAction::setEnabled);
+    connect(stack, &QUndoStack::canRedoChanged, mRedo, &QAction::setEnabled);
+    connect(stack, &QUndoStack::undoTextChanged, this,
+            [this](const QString &text) { mUndo->setToolTip(QStringLiteral("Undo ") + text); });
+    connect(stack, &QUndoStack::redoTextChanged, this,
+            [this](const QString &text) { mRedo->setToolTip(QStringLiteral("Redo ") + text); });
+
+    mModified = new QLabel;
+    mModified->setObjectName(QStringLiteral("stbModified"));
+    mModified->setMinimumWidth(110);
+    connect(stack, &QUndoStack::cleanChanged, this, &DocumentActions::updateModifiedPanel);
+    updateModifiedPanel();
+}
+
+void DocumentActions::connectMenus()
+{
+    for (QAction *entry : mMenus.addElement)
+        connect(entry, &QAction::triggered, this, [this, entry] { AddElement(entry->text()); });
+    connect(entryNamed(mMenus.layer, QStringLiteral("mnuAddLayer")), &QAction::triggered, this,
+            &DocumentActions::AddLayer);
+    connect(entryNamed(mMenus.layer, QStringLiteral("mnuRemoveLayer")), &QAction::triggered, this,
+            &DocumentActions::RemoveSelected);
+    connect(entryNamed(mMenus.element, QStringLiteral("mnuAddProperty")), &QAction::triggered, this,
+            &DocumentActions::AddProperty);
+    connect(entryNamed(mMenus.element, QStringLiteral("mnuRemoveObject")), &QAction::triggered, this,
+            &DocumentActions::RemoveSelected);
+    connect(entryNamed(mMenus.property, QStringLiteral("mnuRemoveProperty")), &QAction::triggered, this,
+            &DocumentActions::RemoveSelected);
+}
+
+bool DocumentActions::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == mView.viewport() && event->type() == QEvent::MouseButtonRelease) {
+        auto *mouse = static_cast<QMouseEvent *>(event);
+        if (mouse->button() == Qt::RightButton) {
+            const QPoint point = mouse->position().toPoint();
+            nodeRightReleased(mView.indexAt(point), mView.viewport()->mapToGlobal(point));
+            return true;
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// ---- tree ------------------------------------------------------------------------------
+
+QModelIndex DocumentActions::currentNode() const
+{
+    return mTree.indexOfKey(mDocument.currentKey());
+}
+
+QMenu *DocumentActions::menuFor(const QModelIndex &node) const
+{
+    switch (mTree.nodeLetter(node)) {
+    case 'P':
+        return mMenus.property;
+    case 'L': {
+        const clsElement *element = mTree.resolve(node).element;
+        const bool offersMenu = element && (element->IsLayer() || element->IsElementTemplate());
+        return offersMenu ? mMenus.layer : nullptr;
+    }
+    case 'E':
+    case 'T':
+        return mMenus.element;
+    default:
+        return nullptr;
+    }
+}
+
+void DocumentActions::nodeRightReleased(const QModelIndex &node, QPoint globalPoint)
+{
+    if (!node.isValid())
+        return;
+    for (QModelIndex up = node.parent(); up.isValid(); up = up.parent())
+        mView.expand(up);
+    mView.setCurrentIndex(node);
+    if (QMenu *menu = menuFor(node)) {
+        // The chosen entry runs through its own triggered signal.
+        popUpMenu(*menu, globalPoint);
+    }
+}
+
+void DocumentActions::nodeDoubleClicked(const QModelIndex &node)
+{
+    if (mTree.nodeLetter(node) != 'P')
+        return;
+    const NodeTarget target = mTree.resolve(node);
+    // A flag has no value to edit.
+    if (target.property.isNull() || target.property.value() == clsProperty::noValue())
+        return;
+    const QString answer = mDialogs.askText(QStringLiteral("Edit Value"), QStringLiteral("Enter new Value"),
+                                            QString::fromLatin1(target.property.value()));
+    if (answer.isEmpty() || answer.toLatin1() == target.property.value())
+        return;
+    const QByteArray key = mTree.nodeKey(node);
+    mDocument.undoStack().push(new SetPropertyValueCommand(mDocument, key, answer.toLatin1(), key));
+}
+
+// ---- menu commands ---------------------------------------------------------------------
+
+void DocumentActions::AddElement(const QString &type)
+{
+    if (mTree.nodeLetter(currentNode()) != 'L')
+        return;
+    const QString name = mDialogs.askText(QStringLiteral("Add Element"), QStringLiteral("Type New Object Name"));
+    if (name.isEmpty())
+        return;
+    mDocument.undoStack().push(
+        new AddElementCommand(mDocument, mTree.nodeKey(currentNode()), name.toLatin1(), type.toLatin1()));
+}
+
+void DocumentActions::AddLayer()
+{
+    const QString name = mDialogs.askText(QStringLiteral("Add Layer"), QStringLiteral("Type New Layer Name"));
+    if (name.isEmpty())
+        return;
+    mDocument.undoStack().push(new AddElementCommand(mDocument, QByteArray(), name.toLatin1(), QByteArrayLiteral("LAYER")));
+}
+
+void DocumentActions::AddProperty()
+{
+    const char letter = mTree.nodeLetter(currentNode());
+    if (letter != 'E' && letter != 'T')
+        return;
+    const QByteArray name = AsciiCase::lowered(
+        mDialogs.askText(QStringLiteral("Add Property"), QStringLiteral("Type New Property Name")).toLatin1());
+    if (name.isEmpty())
+        return;
+    mDocument.undoStack().push(new AddPropertyCommand(mDocument, mTree.nodeKey(currentNode()), name,
+                                                      PropertyKinds::defaultValueOf(name)));
+}
+
+// One removal for the three menus; no confirmation is asked, since undo brings
+// the removed entry back.
+void DocumentActions::RemoveSelected()
+{
+    const QByteArray key = mTree.nodeKey(currentNode());
+    switch (mTree.nodeLetter(currentNode())) {
+    case 'P':
+        pushIfValid(mDocument.undoStack(), std::make_unique<RemovePropertyCommand>(mDocument, key));
+        break;
+    case 'L':
+    case 'E':
+        pushIfValid(mDocument.undoStack(), std::make_unique<RemoveElementCommand>(mDocument, key));
+        break;
+    default:
+        break;
+    }
+}
+
+// ---- unsaved changes ------------------------------------------------------------------------------
+
+void DocumentActions::updateModifiedPanel()
+{
+    mModified->setText(mDocument.undoStack().isClean() ? QString() : QStringLiteral("Modified"));
+}
+
+bool DocumentActions::mayDiscardChanges()
+{
+    if (mDocument.undoStack().isClean())
+        return true;
+    const Dialogs::Button answer = mDialogs.message(
+        ApplicationInfo::windowTitle(),
+        QStringLiteral("The skin has unsaved changes. Do you want to save them?"), Dialogs::Icon::Question,
+        Dialogs::Buttons::YesNoCancel);
+    if (answer == Dialogs::Button::No)
+        return true;
+    if (answer != Dialogs::Button::Yes || !save)
+        return false;
+    save();
+    return mDocument.undoStack().isClean();
+}
+
+void DocumentActions::markSaved()
+{
+    mDocument.undoStack().setClean();
+}

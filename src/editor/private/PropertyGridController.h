@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+
+class Dialogs;
+class PowGrid;
+class PowGridItem;
+class ResourceLookup;
+class ShownSelection;
+class SkinDocument;
+class clsElement;
+
+// The property grid of the main window: it lists the properties of the current
+// object, refills itself when the document changes that object's properties,
+// and turns a committed value, a chosen colour or a chosen picture into a change
+// of the document.
+class PropertyGridController : public QObject
+{
+    Q_OBJECT
+
+public:
+    PropertyGridController(PowGrid &grid, SkinDocument &document, const ResourceLookup &lookup,
+                           Dialogs &dialogs, ShownSelection &selection, QObject *parent = nullptr);
+
+    // One row per property of `element`, whose node key is `nodeKey`.
+    void fill(const clsElement &element, const QByteArray &nodeKey);
+    void clear();
+
+    // The grid's ItemChanged: column "Value" committed, or the "..." button.
+    void itemChanged(PowGridItem *item, int column);
+
+private:
+    void propertiesChanged(const QByteArray &ownerKey);
+    void refillIfStale();
+    void valueCommitted(PowGridItem *item);
+    void chooseColour(PowGridItem *item);
+    void chooseImage(PowGridItem *item);
+
+    PowGrid &mGrid;
+    SkinDocument &mDocument;
+    const ResourceLookup &mLookup;
+    Dialogs &mDialogs;
+    ShownSelection &mSelection;
+    // The current object's properties changed since the grid was filled.
+    bool mStale = false;
+};
