@@ -9,6 +9,7 @@
 #include <QVector>
 #include <array>
 
+class QIODevice;
 class clsKorviInterface;
 class clsElement;
 class clsElements;
@@ -29,8 +30,15 @@ public:
     // It points into itself (the last name read).
     Q_DISABLE_COPY_MOVE(UiFileReader)
 
-    // Reads the file at `path`; throws SkinReadError when it cannot be opened.
+    // Reads the file at `path`; throws SkinReadError when it cannot be opened
+    // or read whole.
     void readFile(const QString &path);
+    // Reads an open device to its end; `fileName` names it in errors. Throws
+    // SkinReadError, reading nothing into the document, when the device
+    // reports an error or gives fewer bytes than its size.
+    void readDevice(QIODevice &device, const QString &fileName);
+    // The whole content of an open device, by the same rules.
+    static QByteArray readWhole(QIODevice &device, const QString &fileName);
     // Reads file content already in memory; `fileName` names it in errors.
     void readBytes(const QByteArray &bytes, const QString &fileName);
 
