@@ -10,6 +10,7 @@
 #include <array>
 
 class QIODevice;
+class SkinSourceFile;
 class clsKorviInterface;
 class clsElement;
 class clsElements;
@@ -73,6 +74,9 @@ private:
     void placeElement(const TagWord &tag, clsElement *element);
     void readAttributes(UiLineScanner &scanner, bool isVar, bool makesElement);
     clsElement *receiver(const char *what) const;
+    void recordElement(const TagWord &tag, clsElement *element);
+    void recordMoreLine(const clsElement *element);
+    void recordClosingLine(const clsElement *element);
     [[noreturn]] void fail(const QString &message) const;
 
     clsKorviInterface &mDocument;
@@ -86,6 +90,15 @@ private:
     bool mPastLastLine = false;
     // 0-based number of the line being read.
     qsizetype mLineIndex = 0;
+    // Where the line being read begins in the file (a line grown by a quoted
+    // value: where it began).
+    qsizetype mLineStart = 0;
+    // Where the elements read stand in the file, kept by the document; none
+    // for a file too large to be addressed.
+    SkinSourceFile *mSource = nullptr;
+    int mSourceNumber = 0;
+    // The element whose script block is open, which its closing tag closes.
+    const clsElement *mOpenScript = nullptr;
     // A line copied out of the file, or grown by a quoted value.
     QByteArray mLine;
     // A script line without its tabs and carriage returns.

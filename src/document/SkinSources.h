@@ -1,0 +1,31 @@
+#pragma once
+
+#include "SkinSourceFile.h"
+
+#include <memory>
+#include <vector>
+
+// The files read into one document, in reading order. An element read from a
+// file names it by its number here.
+class SkinSources
+{
+public:
+    // Numbers go from 1; 0 is "read from no file".
+    static constexpr int kMostFiles = 0xFFFF;
+
+    // The new file's number, or 0 when no more files can be numbered.
+    int add(const QString &path, const QByteArray &bytes, bool imported);
+    int count() const { return int(mFiles.size()); }
+    // By number (1-based); nullptr when there is none.
+    SkinSourceFile *file(int number) const;
+    // The number of the last file read from `path` (compared as absolute,
+    // cleaned paths), 0 when there is none.
+    int numberOf(const QString &path) const;
+    // Puts a newer reading of a file in place of the old one, under its number.
+    void replace(int number, std::unique_ptr<SkinSourceFile> file);
+    void clear() { mFiles.clear(); }
+    qsizetype memoryUsed() const;
+
+private:
+    std::vector<std::unique_ptr<SkinSourceFile>> mFiles;
+};
