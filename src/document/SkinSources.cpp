@@ -40,6 +40,11 @@ void SkinSources::replace(int number, std::unique_ptr<SkinSourceFile> file)
     mFiles[size_t(number - 1)] = std::move(file);
 }
 
+std::unique_ptr<SkinSourceFile> SkinSources::take(int number)
+{
+    return std::move(mFiles[size_t(number - 1)]);
+}
+
 qsizetype SkinSources::memoryUsed() const
 {
     qsizetype bytes = qsizetype(mFiles.capacity() * sizeof(void *));

@@ -23,6 +23,8 @@ public:
     int numberOf(const QString &path) const;
     // Puts a newer reading of a file in place of the old one, under its number.
     void replace(int number, std::unique_ptr<SkinSourceFile> file);
+    // Takes a file out, leaving no file under its number.
+    std::unique_ptr<SkinSourceFile> take(int number);
     void clear() { mFiles.clear(); }
     qsizetype memoryUsed() const;
 

@@ -121,6 +121,40 @@ qsizetype nextLineStart(const QByteArray &bytes, qsizetype offset)
     return qMin(next, bytes.size());
 }
 
+QByteArray dominantLineEnd(const QByteArray &bytes)
+{
+    qsizetype crLf = 0;
+    qsizetype lf = 0;
+    qsizetype cr = 0;
+    const char *d = bytes.constData();
+    const qsizetype n = bytes.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        if (d[i] == '\n') {
+            ++lf;
+        } else if (d[i] == '\r') {
+            if (i + 1 < n && d[i + 1] == '\n') {
+                ++crLf;
+                ++i;
+            } else {
+                ++cr;
+            }
+        }
+    }
+    if (lf > crLf && lf >= cr)
+        return QByteArrayLiteral("\n");
+    if (cr > crLf && cr > lf)
+        return QByteArrayLiteral("\r");
+    return QByteArrayLiteral("\r\n");
+}
+
+QByteArray indentationAt(const QByteArray &bytes, qsizetype lineBegin)
+{
+    qsizetype end = lineBegin;
+    while (end < bytes.size() && (bytes.at(end) == ' ' || bytes.at(end) == '\t'))
+        ++end;
+    return bytes.mid(lineBegin, end - lineBegin);
+}
+
 Line scanLine(const QByteArray &bytes, qsizetype begin)
 {
     Line line;

@@ -59,4 +59,10 @@ Line scanLine(const QByteArray &bytes, qsizetype begin);
 qsizetype lineStartOf(const QByteArray &bytes, qsizetype offset);
 qsizetype nextLineStart(const QByteArray &bytes, qsizetype offset);
 
+// The line end the file uses most: CR LF, LF or CR (CR LF when it has none,
+// or on a tie).
+QByteArray dominantLineEnd(const QByteArray &bytes);
+// The blanks and tabs a line begins with.
+QByteArray indentationAt(const QByteArray &bytes, qsizetype lineBegin);
+
 } // namespace SourceScan
