@@ -9,6 +9,7 @@
 #include "clsKorviInterface.h"
 
 #include <QHash>
+#include <optional>
 
 namespace {
 
@@ -139,10 +140,19 @@ QByteArray ChangeFinder::lineBreakBefore(const QByteArray &bytes, qsizetype at, 
 void ChangeFinder::visit(const clsElement &element)
 {
     const int file = element.sourceFile();
-    const SourceElement read = SourceElement::read(*mDocument.Sources().file(file), element.sourceRecord());
+    const SkinSourceFile &source = *mDocument.Sources().file(file);
+    const ElementSource &record = source.element(element.sourceRecord());
+    // Most elements are as read, and said so by their tag line alone: a
+    // quick look, before the element is read again in full.
+    const bool unchanged = record.moreLines == ElementSource::kNone
+        && mTagLineCheck.sameAsRead(source.bytes(), record.tagLine, element);
+    std::optional<SourceElement> read;
     FileChanges &changes = changesOf(file);
-    compareTag(element, read, changes);
-    compareProperties(element, read, changes);
+    if (!unchanged) {
+        read = SourceElement::read(source, element.sourceRecord());
+        compareTag(element, *read, changes);
+        compareProperties(element, *read, changes);
+    }
     std::vector<const clsElement *> added;
     if (element.subElementCount() > 0) {
         for (const clsElement *child : element.SubElements()) {
@@ -152,8 +162,11 @@ void ChangeFinder::visit(const clsElement &element)
                 added.push_back(child);
         }
     }
-    if (!added.empty())
-        addChildren(element, read, added, changes);
+    if (!added.empty()) {
+        if (!read)
+            read = SourceElement::read(source, element.sourceRecord());
+        addChildren(element, *read, added, changes);
+    }
 }
 
 void ChangeFinder::compareTag(const clsElement &element, const SourceElement &read, FileChanges &changes)

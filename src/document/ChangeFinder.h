@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SourceEdits.h"
+#include "TagLineCheck.h"
 
 #include <QString>
 #include <QStringList>
@@ -70,4 +71,5 @@ private:
     std::vector<QByteArray> mLineEnds;
     const QByteArray &lineEndOf(int file);
     QByteArray mNewHeaders;
+    TagLineCheck mTagLineCheck;
 };
