@@ -13,9 +13,11 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QSet>
+#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
@@ -134,7 +136,7 @@ void markWithChildren(const clsElement *element, QSet<const clsElement *> &touch
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const QString dir = QDir::tempPath() + QStringLiteral("/fuzz_lossless_") + QString::number(getpid());
+    static const QString dir = QDir::tempPath() + QStringLiteral("/fuzz_lossless_") + QString::number(QCoreApplication::applicationPid());
     static const bool made = QDir().mkpath(dir);
     if (!made)
         abort();
@@ -180,6 +182,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }
     QSet<const clsElement *> touched;
     bool changed = false;
+    QByteArray kinds;
+    for (const Edit &e : edits)
+        kinds += char('0' + e.kind);
     for (const Edit &e : edits) {
         std::vector<clsElement *> all = everyElement(doc);
         if (e.kind == 4 || all.empty()) {
@@ -236,6 +241,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     saver.setFileForNewElements(path);
     const SaveChanges::Result result = saver.save([](const QString &) { return true; });
     const QByteArray written = fileContent(path);
+    // KORVI_FUZZ_STATS: how many saves were made, found nothing, or refused.
+    static int outcomes[4] = {};
+    static const bool stats = qEnvironmentVariableIsSet("KORVI_FUZZ_STATS");
+    ++outcomes[int(result.outcome)];
+    if (stats && (outcomes[0] + outcomes[1] + outcomes[2] + outcomes[3]) % 2000 == 0)
+        fprintf(stderr, "saved %d, nothing to save %d, refused %d\n", outcomes[0], outcomes[1], outcomes[3]);
+    // KORVI_FUZZ_REASONS: why saves were refused.
+    if (!result.ok() && qEnvironmentVariableIsSet("KORVI_FUZZ_REASONS")) {
+        fprintf(stderr, "refused: %s %s\n", kinds.constData(), qPrintable(result.error.left(200)));
+    }
     if (!result.ok()) {
         // Refused: nothing written, and a reason given.
         if (written != original || result.error.isEmpty() || QFile::exists(dir + QStringLiteral("/skin.bak")))
@@ -257,7 +272,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             abort();
     }
     // Saving again finds nothing more to write.
-    if (!SaveChanges(doc).pending().empty())
+    SaveChanges second(doc);
+    second.setFileForNewElements(path);
+    for (const SaveChanges::Pending &p : second.pending()) {
+        fprintf(stderr, "still pending in %s: %d changes; %s\n", qPrintable(p.path), p.changes,
+                qPrintable(p.problems.join(QLatin1Char(';'))));
+        if (qEnvironmentVariableIsSet("KORVI_FUZZ_SHOW")) {
+            fprintf(stderr, "---- read\n%s\n---- written\n%s\n", original.constData(), written.constData());
+            for (const FileChanges &c : ChangeFinder(doc, 1).find()) {
+                for (const SourceEdits::Edit &e : c.edits.edits())
+                    fprintf(stderr, "edit %lld..%lld [%s] -> [%s]\n", (long long)e.begin, (long long)e.end,
+                            written.mid(e.begin, e.end - e.begin).constData(), e.text.constData());
+            }
+        }
         abort();
+    }
     return 0;
 }

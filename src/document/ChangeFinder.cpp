@@ -2,6 +2,7 @@
 
 #include "AsciiCase.h"
 #include "ElementText.h"
+#include "KeyIndex.h"
 #include "NameWord.h"
 #include "SourceElement.h"
 #include "UiLineScanner.h"
@@ -194,21 +195,49 @@ void ChangeFinder::compareTag(const clsElement &element, const SourceElement &re
     ++changes.changeCount;
 }
 
-// Properties are matched by key. Those kept in the order read are compared
-// with what was read; one that was read is gone; one that comes after a new
-// one, or out of the order read, is written anew at the end, so that the
-// file reads back in the document's order.
+// Properties are matched in order. Those the same at the start and at the
+// end (plain key and value) are unchanged; keys may have been numbered anew
+// since reading ("x[1]" may come back as "x[0]"), so they are compared
+// without their numbers. In between, each is matched by its key, or else by
+// the next one read under the same plain key: a different value is a changed
+// value. One read and no longer there is removed; one that is new, and every
+// one after it, is written at the end, so that the file reads back in the
+// document's order.
 void ChangeFinder::compareProperties(const clsElement &element, const SourceElement &read, FileChanges &changes)
 {
-    QHash<QByteArray, int> byKey;
-    for (size_t i = 0; i < read.properties.size(); ++i)
-        byKey.insert(AsciiCase::lowered(read.properties[i].key), int(i));
-    std::vector<bool> kept(read.properties.size(), false);
-    std::vector<int> added;
-    int last = -1;
     const clsProperties &props = element.Properties();
-    for (int i = 0; i < props.Count(); ++i) {
-        const int j = byKey.value(AsciiCase::lowered(props.keyAt(i).toByteArray()), -1);
+    const int n = props.Count();
+    const int m = int(read.properties.size());
+    const auto same = [&](int i, int j) {
+        return props.valueAt(i) == read.properties[size_t(j)].value
+            && KeyIndex::sameKey(clsProperty::idKeyView(props.keyAt(i)), clsProperty::idKeyView(read.properties[size_t(j)].key));
+    };
+    int prefix = 0;
+    while (prefix < n && prefix < m && same(prefix, prefix))
+        ++prefix;
+    int suffix = 0;
+    while (suffix < n - prefix && suffix < m - prefix && same(n - 1 - suffix, m - 1 - suffix))
+        ++suffix;
+    if (prefix == n && prefix == m)
+        return;
+    std::vector<bool> kept(size_t(m), false);
+    for (int j = 0; j < prefix; ++j)
+        kept[size_t(j)] = true;
+    QHash<QByteArray, int> byKey;
+    for (int j = prefix; j < m - suffix; ++j)
+        byKey.insert(AsciiCase::lowered(read.properties[size_t(j)].key), j);
+    std::vector<int> added;
+    int last = prefix - 1;
+    for (int i = prefix; i < n - suffix; ++i) {
+        int j = byKey.value(AsciiCase::lowered(props.keyAt(i).toByteArray()), -1);
+        if (j <= last) {
+            j = -1;
+            const QByteArrayView plain = clsProperty::idKeyView(props.keyAt(i));
+            for (int k = last + 1; k < m - suffix && j < 0; ++k) {
+                if (KeyIndex::sameKey(clsProperty::idKeyView(read.properties[size_t(k)].key), plain))
+                    j = k;
+            }
+        }
         if (added.empty() && j > last) {
             kept[size_t(j)] = true;
             last = j;
@@ -218,9 +247,16 @@ void ChangeFinder::compareProperties(const clsElement &element, const SourceElem
             added.push_back(i);
         }
     }
-    for (size_t j = 0; j < kept.size(); ++j) {
-        if (!kept[j])
-            removeProperty(read, j, changes);
+    // After a new property, the ones that end the list are new too.
+    for (int k = 0; k < suffix; ++k) {
+        if (added.empty())
+            kept[size_t(m - suffix + k)] = true;
+        else
+            added.push_back(n - suffix + k);
+    }
+    for (int j = 0; j < m; ++j) {
+        if (!kept[size_t(j)])
+            removeProperty(read, size_t(j), changes);
     }
     if (!added.empty())
         addProperties(element, read, added, changes);

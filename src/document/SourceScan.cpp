@@ -167,6 +167,7 @@ Line scanLine(const QByteArray &bytes, qsizetype begin)
     if (begin >= bytes.size()) {
         // The empty line after the last one.
         line.begin = line.end = line.next = bytes.size();
+        line.textBegin = line.textEnd = bytes.size();
         return line;
     }
     FollowingLines more(bytes, first);

@@ -465,6 +465,29 @@ private slots:
         QVERIFY(fileContent(opened).contains("<BUTTON btnMap template=tplMenuButton x=90 y=100 text=Map"));
     }
 
+    void everyCorpusFileReadAndLeftAloneHasNoChange_data()
+    {
+        QTest::addColumn<QString>("base");
+        const QString data = QStringLiteral(KORVI_TEST_DATA "/ui");
+        for (const QString &name : QDir(data).entryList({ "case?????.ui" }, QDir::Files, QDir::Name))
+            QTest::newRow(qPrintable(name.chopped(3))) << data + '/' + name.chopped(3);
+    }
+    void everyCorpusFileReadAndLeftAloneHasNoChange()
+    {
+        QFETCH(QString, base);
+        clsKorviInterface doc;
+        try {
+            if (QFile::exists(base + ".imported.ui"))
+                ReadUiFile(doc, base + ".imported.ui", true);
+            ReadUiFile(doc, base + ".ui", false);
+        } catch (const SkinReadError &) {
+        }
+        SaveChanges saver(doc);
+        saver.setFileForNewElements(base + ".ui");
+        const std::vector<SaveChanges::Pending> pending = saver.pending();
+        QVERIFY2(pending.empty(), pending.empty() ? "" : qPrintable(QString::number(pending.front().changes) + pending.front().problems.join(';')));
+    }
+
 private:
     static void copyDemoSkin(const QString &to)
     {
