@@ -1,6 +1,7 @@
 #include "ChangeFinder.h"
 
 #include "AsciiCase.h"
+#include "DocumentMatch.h"
 #include "ElementText.h"
 #include "KeyIndex.h"
 #include "NameWord.h"
@@ -373,7 +374,7 @@ qsizetype ChangeFinder::endOfContent(const clsElement &element, int file) const
     if (element.subElementCount() == 0)
         return end;
     for (const clsElement *child : element.SubElements()) {
-        if (child->sourceFile() != file)
+        if (child->sourceFile() != file || !DocumentMatch::isFromAFile(mDocument, *child))
             continue;
         end = qMax(end, endOfContent(*child, file));
         const ElementSource &childRecord = source.element(child->sourceRecord());
@@ -392,7 +393,7 @@ void ChangeFinder::addChildren(const clsElement &element, const SourceElement &r
     const qsizetype at = read.closingBegin >= 0 ? read.closingBegin : endOfContent(element, changes.file);
     QByteArray indent = SourceScan::indentationAt(bytes, read.tag.begin) + '\t';
     for (const clsElement *sibling : element.SubElements()) {
-        if (sibling->sourceFile() == changes.file)
+        if (sibling->sourceFile() == changes.file && DocumentMatch::isFromAFile(mDocument, *sibling))
             indent = SourceScan::indentationAt(bytes, mDocument.Sources().file(changes.file)->element(sibling->sourceRecord()).tagLine);
     }
     const QByteArray &lineEnd = lineEndOf(changes.file);

@@ -9,12 +9,13 @@ namespace DocumentMatch {
 
 namespace {
 
-std::vector<clsElement *> ofFile(const clsElements &elements, int file, bool receivesNew, int fileCount)
+std::vector<clsElement *> ofFile(const clsKorviInterface &document, const clsElements &elements, int file,
+                                 bool receivesNew)
 {
     std::vector<clsElement *> own;
     for (clsElement *element : elements) {
-        const bool isNew = element->sourceFile() == 0 || element->sourceFile() > fileCount;
-        if (element->sourceFile() == file || (receivesNew && isNew))
+        const bool fromAFile = isFromAFile(document, *element);
+        if ((fromAFile && element->sourceFile() == file) || (receivesNew && !fromAFile))
             own.push_back(element);
     }
     return own;
@@ -58,7 +59,7 @@ bool forEachCollection(const clsKorviInterface &document, const clsKorviInterfac
         { &document.Layers(), &alone.Layers() },
     };
     for (const auto &[mine, theirs] : pairs) {
-        const std::vector<clsElement *> own = ofFile(*mine, file, receivesNew, document.Sources().count());
+        const std::vector<clsElement *> own = ofFile(document, *mine, file, receivesNew);
         if (int(own.size()) != theirs->Count())
             return false;
         for (size_t i = 0; i < own.size(); ++i) {
@@ -77,12 +78,23 @@ bool sameAsFile(const clsKorviInterface &document, int file, bool receivesNew, c
                              [](clsElement &a, const clsElement &b) { return sameElement(a, b); });
 }
 
-void takeRecords(clsKorviInterface &document, int file, bool receivesNew, const clsKorviInterface &alone)
+void takeRecords(clsKorviInterface &document, int file, bool receivesNew, const clsKorviInterface &alone,
+                 int newNumber)
 {
-    forEachCollection(document, alone, file, receivesNew, [file](clsElement &a, const clsElement &b) {
-        takeRecord(a, file, b);
+    // The elements are all found before any of them takes its new number.
+    std::vector<std::pair<clsElement *, const clsElement *>> pairs;
+    forEachCollection(document, alone, file, receivesNew, [&pairs](clsElement &a, const clsElement &b) {
+        pairs.emplace_back(&a, &b);
         return true;
     });
+    for (const auto &[mine, theirs] : pairs)
+        takeRecord(*mine, newNumber, *theirs);
+}
+
+bool isFromAFile(const clsKorviInterface &document, const clsElement &element)
+{
+    const SkinSourceFile *file = document.Sources().file(element.sourceFile());
+    return file && element.sourceRecord() < quint32(file->elementCount());
 }
 
 } // namespace DocumentMatch

@@ -15,7 +15,11 @@ namespace DocumentMatch {
 bool sameAsFile(const clsKorviInterface &document, int file, bool receivesNew, const clsKorviInterface &alone);
 
 // After sameAsFile: every element of the file in `document` takes the record
-// of its counterpart in `alone` (under number `file`).
-void takeRecords(clsKorviInterface &document, int file, bool receivesNew, const clsKorviInterface &alone);
+// of its counterpart in `alone`, under the number `newNumber`.
+void takeRecords(clsKorviInterface &document, int file, bool receivesNew, const clsKorviInterface &alone,
+                 int newNumber);
+
+// Whether an element names a record of a file the document holds.
+bool isFromAFile(const clsKorviInterface &document, const clsElement &element);
 
 } // namespace DocumentMatch

@@ -223,6 +223,9 @@ void SaveChanges::takeNewRecords(const Plan &plan, Result &result)
         }
     }
     const bool receivesNew = plan.file == fileForNewElements();
-    DocumentMatch::takeRecords(mDocument, plan.file, receivesNew, *alone);
-    mDocument.Sources().replace(plan.file, alone->Sources().take(1));
+    // The newer reading takes the next number (or the same one, when there
+    // are no more numbers).
+    const int newNumber = mDocument.Sources().count() < SkinSources::kMostFiles ? mDocument.Sources().count() + 1 : plan.file;
+    DocumentMatch::takeRecords(mDocument, plan.file, receivesNew, *alone, newNumber);
+    mDocument.Sources().supersede(plan.file, alone->Sources().take(1));
 }

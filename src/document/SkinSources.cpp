@@ -29,15 +29,22 @@ int SkinSources::numberOf(const QString &path) const
 {
     const QString wanted = comparablePath(path);
     for (int number = count(); number >= 1; --number) {
-        if (comparablePath(file(number)->path()) == wanted)
+        if (!file(number)->path().isEmpty() && comparablePath(file(number)->path()) == wanted)
             return number;
     }
     return 0;
 }
 
-void SkinSources::replace(int number, std::unique_ptr<SkinSourceFile> file)
+int SkinSources::supersede(int number, std::unique_ptr<SkinSourceFile> file)
 {
-    mFiles[size_t(number - 1)] = std::move(file);
+    const bool imported = mFiles[size_t(number - 1)]->imported();
+    if (count() >= kMostFiles) {
+        mFiles[size_t(number - 1)] = std::move(file);
+        return number;
+    }
+    mFiles[size_t(number - 1)] = std::make_unique<SkinSourceFile>(QString(), QByteArray(), imported);
+    mFiles.push_back(std::move(file));
+    return count();
 }
 
 std::unique_ptr<SkinSourceFile> SkinSources::take(int number)

@@ -21,8 +21,10 @@ public:
     // The number of the last file read from `path` (compared as absolute,
     // cleaned paths), 0 when there is none.
     int numberOf(const QString &path) const;
-    // Puts a newer reading of a file in place of the old one, under its number.
-    void replace(int number, std::unique_ptr<SkinSourceFile> file);
+    // A newer reading of a file takes a new number; the old number keeps no
+    // bytes and no records, so that an element still naming it (one held for
+    // an undo, say) counts as new. Returns the new number.
+    int supersede(int number, std::unique_ptr<SkinSourceFile> file);
     // Takes a file out, leaving no file under its number.
     std::unique_ptr<SkinSourceFile> take(int number);
     void clear() { mFiles.clear(); }

@@ -55,12 +55,18 @@ bool TagLineCheck::sameAsRead(const QByteArray &bytes, qsizetype lineBegin, cons
         return false;
     qsizetype next = 0;
     const UiFileReader::LineSpan span = UiFileReader::lineAt(bytes, lineBegin, next);
-    mLine.reserve(span.length + 1 + UiCharRuns::kSlack);
-    mLine.resize(span.length + 1);
-    memcpy(mLine.data(), bytes.constData() + span.offset, size_t(span.length));
-    mLine[span.length] = '\r';
+    // A line ended by CR LF is read where it stands, as the reader does.
+    const qsizetype crAt = span.offset + span.length;
+    const char *line = bytes.constData() + span.offset;
+    if (!(crAt + 2 + UiCharRuns::kSlack <= bytes.size() && bytes.at(crAt) == '\r' && bytes.at(crAt + 1) == '\n')) {
+        mLine.reserve(span.length + 1 + UiCharRuns::kSlack);
+        mLine.resize(span.length + 1);
+        memcpy(mLine.data(), line, size_t(span.length));
+        mLine[span.length] = '\r';
+        line = mLine.constData();
+    }
     FollowingLines more(bytes, next);
-    UiLineScanner scanner(mLine.constData(), mLine.size(), mGrown, &more);
+    UiLineScanner scanner(line, span.length + 1, mGrown, &more);
     // As the reader reads a tag line (UiFileReader::readTag).
     scanner.position = scanner.NextTokenStart(1);
     if (scanner.position == 0)

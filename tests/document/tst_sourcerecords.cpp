@@ -1,6 +1,7 @@
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "SourceElement.h"
+#include "TestFiles.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
@@ -11,8 +12,6 @@
 // Every element read from a file knows where it stands there, and scanning its
 // lines again gives back exactly the properties the reader gave it.
 namespace {
-
-const QString kDataDir = QStringLiteral(KORVI_TEST_DATA "/ui");
 
 struct Checker
 {
@@ -89,26 +88,14 @@ class TestSourceRecords : public QObject
     Q_OBJECT
 
 private slots:
-    void everyCorpusElementIsFoundAgainAsRead_data()
-    {
-        QTest::addColumn<QString>("base");
-        const QStringList names = QDir(kDataDir).entryList({ "case?????.ui" }, QDir::Files, QDir::Name);
-        for (const QString &name : names)
-            QTest::newRow(qPrintable(name.chopped(3))) << kDataDir + '/' + name.chopped(3);
-    }
+    void everyCorpusElementIsFoundAgainAsRead_data() { TestFiles::addCorpusRows(); }
     void everyCorpusElementIsFoundAgainAsRead()
     {
         QFETCH(QString, base);
         clsKorviInterface doc;
-        try {
-            if (QFile::exists(base + ".imported.ui"))
-                ReadUiFile(doc, base + ".imported.ui", true);
-            ReadUiFile(doc, base + ".ui", false);
-        } catch (const SkinReadError &error) {
-            const int number = doc.Sources().count();
-            QVERIFY(number > 0);
-            QCOMPARE(doc.Sources().file(number)->errorLine(), error.line());
-        }
+        const qint64 errorLine = TestFiles::readCorpusCase(doc, base);
+        if (errorLine > 0)
+            QCOMPARE(doc.Sources().file(doc.Sources().count())->errorLine(), errorLine);
         const QStringList problems = problemsOf(doc);
         QVERIFY2(problems.isEmpty(), qPrintable(problems.join('\n')));
     }

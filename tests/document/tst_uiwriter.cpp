@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "UiFileReader.h"
 #include "UiFileWriter.h"
 #include "clsKorviInterface.h"
@@ -8,20 +9,8 @@
 
 namespace {
 
-QByteArray fileContent(const QString &path)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArray();
-    return f.readAll();
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
+using TestFiles::fileContent;
+using TestFiles::writeFile;
 
 // Writes half of the file, then fails as a full disk would.
 class HalfWayFailingWriter : public UiFileWriter
