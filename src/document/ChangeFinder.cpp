@@ -152,8 +152,14 @@ void ChangeFinder::visit(const clsElement &element)
     FileChanges &changes = changesOf(file);
     if (!unchanged) {
         read = SourceElement::read(source, element.sourceRecord());
+        const int before = changes.changeCount;
         compareTag(element, *read, changes);
         compareProperties(element, *read, changes);
+        if (changes.changeCount > before) {
+            changes.edited.push_back(&element);
+            if (record.moreLines != ElementSource::kNone || element.ElementType() == "SCRIPT")
+                changes.onlyTagLines = false;
+        }
     }
     std::vector<const clsElement *> added;
     if (element.subElementCount() > 0) {
@@ -176,6 +182,7 @@ void ChangeFinder::compareTag(const clsElement &element, const SourceElement &re
     const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
     const QByteArray word = bytes.mid(read.tag.wordBegin, read.tag.wordEnd - read.tag.wordBegin);
     if (AsciiCase::uppered(word) != element.ElementType()) {
+        changes.onlyTagLines = false;
         if (!NameWord::isNameWord(element.ElementType()))
             changes.problems << QStringLiteral("%1: the type is not one word").arg(described(element));
         changes.edits.replace(read.tag.wordBegin, read.tag.wordEnd, element.ElementType());
@@ -186,6 +193,7 @@ void ChangeFinder::compareTag(const clsElement &element, const SourceElement &re
     const QByteArray name = bytes.mid(read.tag.nameBegin, read.tag.nameEnd - read.tag.nameBegin);
     if (name == element.strName())
         return;
+    changes.onlyTagLines = false;
     const QString problem = NameWord::problemWithName(QString::fromLatin1(element.strName()));
     if (!problem.isEmpty())
         changes.problems << problem;
@@ -405,6 +413,7 @@ void ChangeFinder::addChildren(const clsElement &element, const SourceElement &r
             changes.problems << problem;
     }
     changes.changeCount += int(children.size());
+    changes.onlyTagLines = false;
     changes.edits.insert(at, text);
 }
 
@@ -421,6 +430,7 @@ void ChangeFinder::addTopLevel(const clsElement &element, Collection collection)
     const QByteArray &lineEnd = lineEndOf(mFileForNewElements);
     QString problem;
     ++changes.changeCount;
+    changes.onlyTagLines = false;
     if (collection == Collection::Headers) {
         mNewHeaders += ElementText(lineEnd, "\t").of(element, problem);
     } else {
@@ -442,6 +452,7 @@ void ChangeFinder::removeUnclaimed(int file)
     for (quint32 r = 0; r < claimed.size(); ++r) {
         if (claimed[r])
             continue;
+        changes.onlyTagLines = false;
         const SourceElement read = SourceElement::read(source, r);
         changes.edits.replace(read.tag.begin, read.tag.next, {});
         for (const SourceElement::Property &property : read.properties) {

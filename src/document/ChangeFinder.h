@@ -26,6 +26,11 @@ struct FileChanges
     SourceEdits edits;
     // Why some change cannot be written into the file so that it reads back.
     QStringList problems;
+    // Whether every edit lies in the tag line of an element in `edited` (no
+    // line comes or goes, no tag word or name changes): the new text can then
+    // be checked one tag line at a time.
+    bool onlyTagLines = true;
+    std::vector<const clsElement *> edited;
 };
 
 // Finds the changes by comparing the document with what its files' bytes say,

@@ -2,6 +2,8 @@
 
 #include "DocumentMatch.h"
 #include "SkinReadError.h"
+#include "SourceScan.h"
+#include "TagLineCheck.h"
 #include "UiFileReader.h"
 #include "UiFileWriter.h"
 #include "clsKorviInterface.h"
@@ -9,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <algorithm>
 
 namespace {
 
@@ -100,6 +103,35 @@ std::shared_ptr<clsKorviInterface> SaveChanges::readAlone(int file, const QByteA
     return alone;
 }
 
+// Edits that only change tag lines of elements leave every other line, and
+// the reader's state from line to line, as they were: reading each such tag
+// line again, where it now stands, and finding its element, tells that the
+// whole file reads back as edited.
+bool SaveChanges::tagLinesReadBack(const FileChanges &changes, const QByteArray &newBytes) const
+{
+    const SkinSourceFile &source = *mDocument.Sources().file(changes.file);
+    std::vector<std::pair<qsizetype, qsizetype>> lines;
+    TagLineCheck check;
+    for (const clsElement *element : changes.edited) {
+        const qsizetype begin = source.element(element->sourceRecord()).tagLine;
+        const SourceScan::Line old = SourceScan::scanLine(source.bytes(), begin);
+        const qsizetype newBegin = changes.edits.shifted(begin);
+        if (!check.sameAsRead(newBytes, newBegin, *element)
+            || SourceScan::scanLine(newBytes, newBegin).next != changes.edits.shifted(old.next))
+            return false;
+        lines.emplace_back(begin, old.end);
+    }
+    // Every edit lies within one of those lines.
+    for (const SourceEdits::Edit &edit : changes.edits.edits()) {
+        const bool inside = std::any_of(lines.begin(), lines.end(), [&](const std::pair<qsizetype, qsizetype> &line) {
+            return edit.begin > line.first && edit.end <= line.second;
+        });
+        if (!inside)
+            return false;
+    }
+    return true;
+}
+
 SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite)
 {
     Result result;
@@ -125,13 +157,18 @@ SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite)
     for (const int file : files) {
         Plan plan;
         plan.file = file;
+        const FileChanges *fileChanges = nullptr;
         for (const FileChanges &changes : found) {
             if (changes.file == file)
-                plan.edits = changes.edits;
+                fileChanges = &changes;
         }
+        if (fileChanges)
+            plan.edits = fileChanges->edits;
         const SkinSourceFile &source = *mDocument.Sources().file(file);
         plan.target = mRedirects.value(source.path(), source.path());
-        if (!plan.edits.apply(source.bytes(), plan.newBytes) || !(plan.alone = readAlone(file, plan.newBytes))) {
+        const bool applied = plan.edits.apply(source.bytes(), plan.newBytes);
+        plan.quick = applied && fileChanges && fileChanges->onlyTagLines && tagLinesReadBack(*fileChanges, plan.newBytes);
+        if (!applied || (!plan.quick && !(plan.alone = readAlone(file, plan.newBytes)))) {
             result.outcome = Result::Outcome::Failed;
             result.error = QStringLiteral("%1: the changes cannot be saved in place so that the file reads back as edited")
                                .arg(source.path());
@@ -214,8 +251,25 @@ void SaveChanges::takeNewRecords(const Plan &plan, Result &result)
     const SkinSourceFile &source = *mDocument.Sources().file(plan.file);
     if (plan.target != source.path())
         return;
+    if (plan.quick && !plan.merged) {
+        // Whole lines only moved: every record keeps its element.
+        std::vector<SourceEdits::Edit> edits = plan.edits.sorted();
+        std::vector<std::pair<qsizetype, qsizetype>> moves;
+        qsizetype delta = 0;
+        for (const SourceEdits::Edit &edit : edits) {
+            delta += edit.text.size() - (edit.end - edit.begin);
+            moves.emplace_back(edit.end, delta);
+        }
+        const auto shift = [&moves](qsizetype offset) {
+            auto after = std::upper_bound(moves.begin(), moves.end(), offset,
+                                          [](qsizetype at, const std::pair<qsizetype, qsizetype> &m) { return at < m.first; });
+            return after == moves.begin() ? offset : offset + std::prev(after)->second;
+        };
+        mDocument.Sources().replace(plan.file, source.moved(plan.newBytes, shift));
+        return;
+    }
     std::shared_ptr<clsKorviInterface> alone = plan.alone;
-    if (plan.merged) {
+    if (plan.merged || !alone) {
         alone = readAlone(plan.file, plan.newBytes);
         if (!alone) {
             result.reopen << source.path();

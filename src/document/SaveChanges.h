@@ -77,8 +77,11 @@ private:
         // The file alone as the new bytes read, when they give the document's
         // elements of that file.
         std::shared_ptr<clsKorviInterface> alone;
+        // Checked one tag line at a time: the records only move.
+        bool quick = false;
         bool merged = false;
     };
+    bool tagLinesReadBack(const FileChanges &changes, const QByteArray &newBytes) const;
     int fileForNewElements() const;
     std::shared_ptr<clsKorviInterface> readAlone(int file, const QByteArray &bytes) const;
     bool prepare(Plan &plan, const AskOverwrite &askOverwrite, Result &result) const;

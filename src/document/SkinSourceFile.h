@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <memory>
 #include <vector>
 
 // One file read into a document: its bytes exactly as read, and where every
@@ -34,6 +35,30 @@ public:
     void addMoreLine(quint32 record, quint32 line);
     // The further lines of an element, in file order; empty when none.
     const std::vector<quint32> &moreLines(quint32 record) const;
+
+    // The same file with `bytes`, its text after edits that moved whole lines
+    // by `shift` (from an offset in these bytes to one in `bytes`).
+    template<typename Shift>
+    std::unique_ptr<SkinSourceFile> moved(const QByteArray &bytes, Shift &&shift) const
+    {
+        auto file = std::make_unique<SkinSourceFile>(mPath, bytes, mImported);
+        file->mErrorLine = mErrorLine;
+        file->mElements = mElements;
+        file->mMoreLines = mMoreLines;
+        const auto move = [&](quint32 &offset) {
+            if (offset != ElementSource::kNone)
+                offset = quint32(shift(offset));
+        };
+        for (ElementSource &element : file->mElements) {
+            move(element.tagLine);
+            move(element.closingLine);
+        }
+        for (std::vector<quint32> &lines : file->mMoreLines) {
+            for (quint32 &line : lines)
+                move(line);
+        }
+        return file;
+    }
 
     // Gives back the room reserved while reading.
     void squeeze();

@@ -21,6 +21,9 @@ public:
     // The number of the last file read from `path` (compared as absolute,
     // cleaned paths), 0 when there is none.
     int numberOf(const QString &path) const;
+    // Puts a file in place of another under its number (its records must
+    // stand for the same elements).
+    void replace(int number, std::unique_ptr<SkinSourceFile> file) { mFiles[size_t(number - 1)] = std::move(file); }
     // A newer reading of a file takes a new number; the old number keeps no
     // bytes and no records, so that an element still naming it (one held for
     // an undo, say) counts as new. Returns the new number.

@@ -18,6 +18,16 @@ std::vector<SourceEdits::Edit> SourceEdits::sorted() const
     return edits;
 }
 
+qsizetype SourceEdits::shifted(qsizetype offset) const
+{
+    qsizetype moved = offset;
+    for (const Edit &edit : mEdits) {
+        if (edit.end <= offset && edit.begin < offset)
+            moved += edit.text.size() - (edit.end - edit.begin);
+    }
+    return moved;
+}
+
 bool SourceEdits::apply(const QByteArray &bytes, QByteArray &out) const
 {
     const std::vector<Edit> edits = sorted();

@@ -29,8 +29,11 @@ public:
     // stand unchanged, once. False when an edit cannot be placed so.
     bool moveOnto(const QByteArray &original, const QByteArray &changed, SourceEdits &moved) const;
 
-private:
+    // The edits in the order of the bytes.
     std::vector<Edit> sorted() const;
+    // Where a byte that no edit touches stands after the edits.
+    qsizetype shifted(qsizetype offset) const;
 
+private:
     std::vector<Edit> mEdits;
 };
