@@ -184,12 +184,13 @@ SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite)
         if (!prepare(plan, askOverwrite, result))
             return result;
     }
+    // A file written becomes the source of its elements at once, so that a
+    // failure with a later file leaves the document knowing what is on disk.
     for (const Plan &plan : plans) {
         if (!write(plan, result))
             return result;
-    }
-    for (const Plan &plan : plans)
         takeNewRecords(plan, result);
+    }
     result.outcome = Result::Outcome::Saved;
     return result;
 }

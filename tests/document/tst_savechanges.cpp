@@ -438,6 +438,37 @@ private slots:
         QVERIFY(fileContent(scheme).contains("<TEXT txtClock x=600 y=6"));
     }
 
+    void changesInTwoFilesGoEachToItsOwnFile()
+    {
+        QTemporaryDir dir;
+        copyDemoSkin(dir.path());
+        const QString opened = dir.filePath(QStringLiteral("800_480/ui/main_800_480.ui"));
+        const QString scheme = dir.filePath(QStringLiteral("800_480/main_scheme.ui"));
+        const QByteArray openedBefore = fileContent(opened);
+        const QByteArray schemeBefore = fileContent(scheme);
+        clsKorviInterface doc;
+        SkinLoader::openSkinFile(doc, opened);
+        doc.Layers().Item("ui_TopBar")->SubElements().Item("txtClock")->Properties().Item("x").setValue("600");
+        doc.Layers().Item("ui_Main")->SubElements().Item("btnMap")->Properties().Item("x").setValue("90");
+        clsElement *added = doc.Layers().Add("ui_Extra", "LAYER");
+        added->Properties().Add("z", "3");
+        SaveChanges saver(doc);
+        saver.setFileForNewElements(opened);
+        QCOMPARE(SaveChanges::summary(saver.pending()), QStringLiteral("3 changes in 2 files"));
+        const SaveChanges::Result result = saver.save({});
+        QCOMPARE(result.outcome, SaveChanges::Result::Outcome::Saved);
+        QCOMPARE(result.written.size(), 2);
+        QCOMPARE(changedLines(schemeBefore, fileContent(scheme)).size(), 1);
+        QVERIFY(fileContent(opened).startsWith(openedBefore.left(openedBefore.indexOf("btnMap"))));
+        QVERIFY(fileContent(opened).endsWith("<LAYER ui_Extra z=3>\n</LAYER>\n"));
+        QVERIFY(saver.pending().empty());
+        // Both files read again give the edited document.
+        clsKorviInterface again;
+        SkinLoader::openSkinFile(again, opened);
+        QCOMPARE(again.Layers().Item("ui_TopBar")->SubElements().Item("txtClock")->Properties().Item("x").value(), QByteArray("600"));
+        QCOMPARE(again.Layers().Item("ui_Extra")->Properties().Item("z").value(), QByteArray("3"));
+    }
+
     void demoSkinWithOneButtonMovedChangesOneLine()
     {
         QTemporaryDir dir;
