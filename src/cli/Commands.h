@@ -11,3 +11,6 @@ int runRl2Png(const QStringList &args);
 int runPng2Rl(const QStringList &args);
 int runImageInfo(const QStringList &args);
 int runRender(const QStringList &args);
+int runSet(const QStringList &args);
+int runUnset(const QStringList &args);
+int runRemove(const QStringList &args);

@@ -24,6 +24,9 @@ const Subcommand kSubcommands[] = {
     { "png2rl", runPng2Rl, "png2rl IN.png OUT.bmp [--wide-palette]     encode a picture as an RL skin picture" },
     { "image-info", runImageInfo, "image-info FILE                            kind, size and RL layout of a picture" },
     { "render", runRender, "render FILE.ui (--layer NAME | --all-layers) -o OUT [...]  draw layers to PNG pictures" },
+    { "set", runSet, "set FILE.ui NODEKEY KEY=VALUE... [-o OUT]   set properties, saving only what changed" },
+    { "unset", runUnset, "unset FILE.ui NODEKEY KEY... [-o OUT]       remove properties, saving only what changed" },
+    { "remove", runRemove, "remove FILE.ui NODEKEY [-o OUT]            remove an element with its children, likewise" },
 };
 
 // Drawing texts needs the platform's fonts, so "render" runs as a GUI

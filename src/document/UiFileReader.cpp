@@ -54,7 +54,45 @@ void UiFileReader::readFile(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw SkinReadError(path, 0, file.errorString());
-    readBytes(file.readAll(), path);
+    readDevice(file, path);
+}
+
+void UiFileReader::readDevice(QIODevice &device, const QString &fileName)
+{
+    readBytes(readWhole(device, fileName), fileName);
+}
+
+// A read that fails half-way must not pass for the end of the file: a skin
+// read in part would be shown, and saved, as if it were whole.
+QByteArray UiFileReader::readWhole(QIODevice &device, const QString &fileName)
+{
+    const qint64 expected = device.isSequential() ? -1 : device.size();
+    const auto failed = [&](const QString &why) {
+        return SkinReadError(fileName, 0, QStringLiteral("the file could not be read whole: %1").arg(why));
+    };
+    QByteArray bytes;
+    // The file's own size is read in one go, into a buffer of just that size;
+    // a file that reports none (as some system files do), or that grew, is
+    // read on to its end a piece at a time.
+    if (expected > 0) {
+        bytes.resize(qsizetype(expected));
+        const qint64 got = device.read(bytes.data(), expected);
+        if (got < 0)
+            throw failed(device.errorString());
+        bytes.resize(qsizetype(got));
+    }
+    char piece[1 << 16];
+    for (;;) {
+        const qint64 got = device.read(piece, qint64(sizeof piece));
+        if (got < 0)
+            throw failed(device.errorString());
+        if (got == 0)
+            break;
+        bytes.append(piece, qsizetype(got));
+    }
+    if (expected > 0 && bytes.size() != expected)
+        throw failed(QStringLiteral("%1 of %2 bytes read").arg(bytes.size()).arg(expected));
+    return bytes;
 }
 
 // The line that begins at `start` (which must be before the end), and where
@@ -82,6 +120,10 @@ void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
 {
     mBytes = bytes;
     mFileName = fileName;
+    mSourceNumber = SkinSourceFile::fitsRecords(bytes.size())
+        ? mDocument.Sources().add(fileName, bytes, mImported) : 0;
+    mSource = mDocument.Sources().file(mSourceNumber);
+    mOpenScript = nullptr;
     mNextLineStart = 0;
     mPastLastLine = false;
     mInHeader = false;
@@ -97,6 +139,8 @@ void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
         if (mPastLastLine)
             break;
     }
+    if (mSource)
+        mSource->squeeze();
 }
 
 // The next line with its trailing CR. A line that ends with CR LF in the file
@@ -106,6 +150,7 @@ void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
 // into mLine. Most skins end their lines with CR LF, so few lines are copied.
 QByteArrayView UiFileReader::nextLine()
 {
+    mLineStart = qMin(mNextLineStart, mBytes.size());
     if (mNextLineStart >= mBytes.size()) {
         loadNextLine(mLine);
     } else {
@@ -179,7 +224,9 @@ void UiFileReader::readScriptLine(QByteArrayView line)
         ++first;
     while (last > first && last[-1] == ' ')
         --last;
-    receiver("a script line")->Properties().Add(QByteArrayLiteral("ScriptLine"), QByteArrayView(first, last - first));
+    clsElement *element = receiver("a script line");
+    element->Properties().Add(QByteArrayLiteral("ScriptLine"), QByteArrayView(first, last - first));
+    recordMoreLine(element);
 }
 
 void UiFileReader::readTag(UiLineScanner &scanner)
@@ -206,9 +253,12 @@ void UiFileReader::readTag(UiLineScanner &scanner)
         // With its repeated keys numbered beforehand, the element can hold
         // even those in its own allocation.
         mAttributes.numberRepeatedKeys(mNumberingRoom);
-        placeElement(tag, destination->Add(*mLastName, tag.type, mAttributes));
+        clsElement *element = destination->Add(*mLastName, tag.type, mAttributes);
+        recordElement(tag, element);
+        placeElement(tag, element);
     } else if (!mAttributes.isEmpty()) {
         mCurrentElement->Properties().AddPacked(mAttributes);
+        recordMoreLine(mCurrentElement);
     }
 }
 
@@ -275,12 +325,15 @@ clsElements *UiFileReader::openElement(const TagWord &tag)
         mInScript = true;
         return mCurrentBlock ? &mCurrentBlock->SubElements() : &mDocument.Layers();
     case TagKind::ScriptEnd:
+        recordClosingLine(mOpenScript);
+        mOpenScript = nullptr;
         mInScript = false;
         if (mCurrentElement == mCurrentBlock)
             mCurrentBlock = nullptr;
         mCurrentElement = nullptr;
         return nullptr;
     case TagKind::BlockEnd:
+        recordClosingLine(mCurrentBlock);
         mCurrentBlock = nullptr;
         return nullptr;
     case TagKind::Template:
@@ -345,7 +398,37 @@ clsElement *UiFileReader::receiver(const char *what) const
     return mCurrentElement;
 }
 
+// The element's tag line, and the block it stands in; called before the
+// element is placed, while the current block is the one it stands in.
+void UiFileReader::recordElement(const TagWord &tag, clsElement *element)
+{
+    if (!mSource)
+        return;
+    const bool inBlock = tag.kind == TagKind::Child || (tag.kind == TagKind::Script && mCurrentBlock);
+    const quint32 parent = inBlock ? mCurrentBlock->sourceRecord() : ElementSource::kNone;
+    element->setSource(mSourceNumber, mSource->addElement(quint32(mLineStart), parent));
+    if (tag.kind == TagKind::Script)
+        mOpenScript = element;
+}
+
+// A line after the element's tag line that gave it properties.
+void UiFileReader::recordMoreLine(const clsElement *element)
+{
+    if (mSource)
+        mSource->addMoreLine(element->sourceRecord(), quint32(mLineStart));
+}
+
+void UiFileReader::recordClosingLine(const clsElement *element)
+{
+    if (mSource && element)
+        mSource->setClosingLine(element->sourceRecord(), quint32(mLineStart));
+}
+
 void UiFileReader::fail(const QString &message) const
 {
+    if (mSource) {
+        mSource->setErrorLine(mLineIndex + 1);
+        mSource->squeeze();
+    }
     throw SkinReadError(mFileName, mLineIndex + 1, message);
 }

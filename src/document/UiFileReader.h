@@ -9,6 +9,8 @@
 #include <QVector>
 #include <array>
 
+class QIODevice;
+class SkinSourceFile;
 class clsKorviInterface;
 class clsElement;
 class clsElements;
@@ -29,8 +31,15 @@ public:
     // It points into itself (the last name read).
     Q_DISABLE_COPY_MOVE(UiFileReader)
 
-    // Reads the file at `path`; throws SkinReadError when it cannot be opened.
+    // Reads the file at `path`; throws SkinReadError when it cannot be opened
+    // or read whole.
     void readFile(const QString &path);
+    // Reads an open device to its end; `fileName` names it in errors. Throws
+    // SkinReadError, reading nothing into the document, when the device
+    // reports an error or gives fewer bytes than its size.
+    void readDevice(QIODevice &device, const QString &fileName);
+    // The whole content of an open device, by the same rules.
+    static QByteArray readWhole(QIODevice &device, const QString &fileName);
     // Reads file content already in memory; `fileName` names it in errors.
     void readBytes(const QByteArray &bytes, const QString &fileName);
 
@@ -65,6 +74,9 @@ private:
     void placeElement(const TagWord &tag, clsElement *element);
     void readAttributes(UiLineScanner &scanner, bool isVar, bool makesElement);
     clsElement *receiver(const char *what) const;
+    void recordElement(const TagWord &tag, clsElement *element);
+    void recordMoreLine(const clsElement *element);
+    void recordClosingLine(const clsElement *element);
     [[noreturn]] void fail(const QString &message) const;
 
     clsKorviInterface &mDocument;
@@ -78,6 +90,15 @@ private:
     bool mPastLastLine = false;
     // 0-based number of the line being read.
     qsizetype mLineIndex = 0;
+    // Where the line being read begins in the file (a line grown by a quoted
+    // value: where it began).
+    qsizetype mLineStart = 0;
+    // Where the elements read stand in the file, kept by the document; none
+    // for a file too large to be addressed.
+    SkinSourceFile *mSource = nullptr;
+    int mSourceNumber = 0;
+    // The element whose script block is open, which its closing tag closes.
+    const clsElement *mOpenScript = nullptr;
     // A line copied out of the file, or grown by a quoted value.
     QByteArray mLine;
     // A script line without its tabs and carriage returns.

@@ -132,7 +132,7 @@ QString UiFileWriter::backupPathFor(const QString &path)
     return path.left(dot + 1) + QStringLiteral("bak");
 }
 
-bool UiFileWriter::makeBackup(const QString &path, QString &error) const
+bool UiFileWriter::makeBackup(const QString &path, QString &error)
 {
     if (!QFile::exists(path))
         return true;

@@ -35,14 +35,15 @@ public:
     // "." is searched in the whole path, folders included, so "skin.old/main"
     // gives "skin.bak". Empty when the path holds no ".".
     static QString backupPathFor(const QString &path);
+    // Replaces the backup of `path` by a copy of the file, when it exists;
+    // on failure `error` tells why.
+    static bool makeBackup(const QString &path, QString &error);
 
 protected:
     // Writes the bytes into the file being saved; returns false on failure.
     virtual bool writeData(QSaveFile &file, const QByteArray &bytes);
 
 private:
-    bool makeBackup(const QString &path, QString &error) const;
-
     const clsKorviInterface &mDocument;
 };
 

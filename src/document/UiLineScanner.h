@@ -67,16 +67,6 @@ public:
     // line grows.
     QByteArrayView ReadName() { return view(readWord()); }
 
-    // Reads the attributes of a tag line from the current position into `pack`:
-    // key=value pairs, and bare words (flags), which get the value "<NOV>".
-    // Keys are kept in lower case. The end of the line or a ">" where a key
-    // would begin ends them, and so does a "<": a second tag on the line is
-    // ignored. A key that is empty or "/" is read but not kept. `onFirstKept`
-    // is called when the first attribute to keep has been read, before it is
-    // kept; it may throw.
-    template<typename OnFirstKept>
-    void ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept);
-
     // What ReadAttribute read.
     struct Attribute
     {
@@ -84,7 +74,30 @@ public:
         quint32 valueLength = 0;
         // False for an empty key and for "/".
         bool keep = false;
+        // Whether "=" and a value followed the key (else it is a flag).
+        bool hasValue = false;
+        // 0-based offsets in the line of the key and of the value; the value
+        // ends where the scan stopped.
+        qint64 keyAt = 0;
+        qint64 valueAt = 0;
     };
+    struct IgnoreAttribute
+    {
+        void operator()(const Attribute &, qint64) const { }
+    };
+
+    // Reads the attributes of a tag line from the current position into `pack`:
+    // key=value pairs, and bare words (flags), which get the value "<NOV>".
+    // Keys are kept in lower case. The end of the line or a ">" where a key
+    // would begin ends them, and so does a "<": a second tag on the line is
+    // ignored. A key that is empty or "/" is read but not kept. `onFirstKept`
+    // is called when the first attribute to keep has been read, before it is
+    // kept; it may throw.
+    // `onRead`, when given, sees every attribute read, kept or not, with
+    // where it stands in the line (see Attribute).
+    template<typename OnFirstKept, typename OnRead = IgnoreAttribute>
+    void ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept, OnRead &&onRead = IgnoreAttribute());
+
     // Reads one key and its value from `p` on into the end of `pack`'s text,
     // without committing them, and moves `p` past them; `end` moves when a
     // quoted value pulls in the next line. Returns false, having read nothing,
@@ -92,6 +105,10 @@ public:
     bool ReadAttribute(const char *&p, const char *&end, PropertyPack &pack, Attribute &read);
 
     QByteArrayView view(Span span) const { return QByteArrayView(mData + span.offset, span.length); }
+
+    // The line as it stands now (it may have grown).
+    const char *data() const { return mData; }
+    qint64 size() const { return mSize; }
 
     bool atEnd() const { return position <= 0 || position > mSize; }
     char current() const { return mData[position - 1]; }
@@ -162,6 +179,7 @@ Q_ALWAYS_INLINE bool UiLineScanner::ReadAttribute(const char *&p, const char *&e
         return false;
     char *out = pack.reserve(size_t(end - p) + kNoValueLength + UiCharRuns::kSlack);
     const char *keyBegin = p;
+    read.keyAt = keyBegin - mData;
     read.keyLength = quint32(UiCharRuns::copyLoweredName(out, p));
     p += read.keyLength;
     out += read.keyLength;
@@ -173,6 +191,7 @@ Q_ALWAYS_INLINE bool UiLineScanner::ReadAttribute(const char *&p, const char *&e
         // A bare word: a flag. What follows begins the next attribute.
         memcpy(out, kNoValue, kNoValueLength);
         read.valueLength = kNoValueLength;
+        read.hasValue = false;
         return true;
     }
     // Characters that cannot start a token are passed over here as anywhere
@@ -189,12 +208,14 @@ Q_ALWAYS_INLINE bool UiLineScanner::ReadAttribute(const char *&p, const char *&e
         out = pack.reserve(read.keyLength + size_t(value.length) + UiCharRuns::kSlack) + read.keyLength;
     }
     read.valueLength = quint32(p - valueBegin);
+    read.hasValue = true;
+    read.valueAt = valueBegin - mData;
     UiCharRuns::copyRun(out, valueBegin, read.valueLength);
     return true;
 }
 
-template<typename OnFirstKept>
-void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept)
+template<typename OnFirstKept, typename OnRead>
+void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept, OnRead &&onRead)
 {
     bool keptAny = false;
     const char *end = mData + mSize;
@@ -212,6 +233,7 @@ void UiLineScanner::ReadAttributes(PropertyPack &pack, OnFirstKept &&onFirstKept
             }
             pack.commit(read.keyLength, read.valueLength);
         }
+        onRead(read, qint64(p - mData));
         if (p == end || *p == '<')
             break;
         // A character that can start neither a key nor a value is stepped over.

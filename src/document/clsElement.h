@@ -56,6 +56,9 @@ private:
     // Whether the key is the name itself, as it is for most elements: they
     // then hold no key of their own. Shares the padding after IsImported.
     bool mKeyIsName = false;
+    // The number of the file it was read from (SkinSources), 0 when it was
+    // made by an edit; in the padding too.
+    quint16 mSourceFile = 0;
     // Bytes after the element given to its properties by createWith(); it
     // shares the padding after IsImported too.
     quint32 mInlineBytes = 0;
@@ -77,6 +80,16 @@ public:
     bool IsSprite() const { return mType == "SPRITE"; }
     bool IsText() const { return mType == "TEXT"; }
     bool IsSlider() const { return mType == "SLIDER"; }
+
+    // Where the element was read from: the file's number in the document's
+    // SkinSources (0 for an element made by an edit) and its record there.
+    int sourceFile() const { return mSourceFile; }
+    quint32 sourceRecord() const { return mSourceRecord; }
+    void setSource(int file, quint32 record)
+    {
+        mSourceFile = quint16(file);
+        mSourceRecord = record;
+    }
 
     // The collection this element is stored in (none while it stands alone).
     clsElements *owner() const { return mOwner; }
@@ -102,4 +115,5 @@ private:
     // The key, when it is not the name.
     std::unique_ptr<QByteArray> mOwnKey;
     clsElements *mOwner = nullptr;
+    quint32 mSourceRecord = 0;
 };

@@ -50,10 +50,11 @@ void clsKorviInterface::Clear()
     mTemplates.Clear();
     mFonts.Clear();
     mHeaders.Clear();
+    mSources.clear();
 }
 
 qsizetype clsKorviInterface::memoryUsed() const
 {
     return sizeof(*this) + mLayers.memoryUsed() + mTemplates.memoryUsed() + mFonts.memoryUsed()
-        + mHeaders.memoryUsed();
+        + mHeaders.memoryUsed() + mSources.memoryUsed();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SkinSources.h"
 #include "clsElements.h"
 
 // The document root of one skin: header variables, element templates, font
@@ -21,6 +22,10 @@ public:
     const clsElements &Fonts() const { return mFonts; }
     const clsElements &Headers() const { return mHeaders; }
 
+    // The files read into the document, with their bytes as read.
+    SkinSources &Sources() { return mSources; }
+    const SkinSources &Sources() const { return mSources; }
+
     // The effective value of a property of an element: its own value, else the
     // first one found through its "template" properties (following each
     // template's own "template"), else through its "fonttype" properties. Empty
@@ -38,4 +43,5 @@ private:
     clsElements mTemplates;
     clsElements mFonts;
     clsElements mHeaders;
+    SkinSources mSources;
 };

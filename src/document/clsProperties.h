@@ -50,6 +50,8 @@ public:
     QByteArrayView keyAt(int index) const;
     QByteArrayView valueAt(int index) const;
     void setValueAt(int index, const QByteArray &value);
+    // By key; throws MissingKeyError when there is none.
+    void setValue(QByteArrayView key, const QByteArray &value) { setValueAt(Item(key).Index() - 1, value); }
 
     // Bytes held by this collection, for measuring the document's size.
     qsizetype memoryUsed() const;

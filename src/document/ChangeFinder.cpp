@@ -1,0 +1,468 @@
+#include "ChangeFinder.h"
+
+#include "AsciiCase.h"
+#include "DocumentMatch.h"
+#include "ElementText.h"
+#include "KeyIndex.h"
+#include "NameWord.h"
+#include "SourceElement.h"
+#include "UiLineScanner.h"
+#include "ValueSpelling.h"
+#include "clsKorviInterface.h"
+
+#include <QHash>
+#include <optional>
+
+namespace {
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+bool endsWithLineEnd(const QByteArray &bytes)
+{
+    return !bytes.isEmpty() && (bytes.endsWith('\n') || bytes.endsWith('\r'));
+}
+
+QString described(const clsElement &element)
+{
+    return QStringLiteral("%1 %2").arg(QString::fromLatin1(element.ElementType()), QString::fromLatin1(element.strName()));
+}
+
+// Where an attribute added to a tag line goes: after its last attribute,
+// before the ">" or "/>" that ends the tag, or before a second tag.
+qsizetype attributeInsertionPoint(const QByteArray &bytes, const SourceScan::Line &tag)
+{
+    qsizetype at = tag.stop;
+    const auto backOverBlanks = [&] {
+        while (at > tag.begin && isBlank(bytes.at(at - 1)))
+            --at;
+    };
+    if (at >= tag.end || bytes.at(at) == '<') {
+        backOverBlanks();
+        if (at > tag.begin && bytes.at(at - 1) == '>')
+            --at;
+    }
+    if (at < tag.end && bytes.at(at) == '>') {
+        if (at > tag.begin && bytes.at(at - 1) == '/')
+            --at;
+        backOverBlanks();
+    }
+    return at;
+}
+
+} // namespace
+
+ChangeFinder::ChangeFinder(const clsKorviInterface &document, int fileForNewElements)
+    : mDocument(document)
+    , mFileForNewElements(fileForNewElements)
+{
+}
+
+std::vector<FileChanges> ChangeFinder::find()
+{
+    const SkinSources &sources = mDocument.Sources();
+    mChanges.assign(size_t(sources.count() + 1), FileChanges());
+    mClaimed.assign(size_t(sources.count() + 1), {});
+    mLineEnds.assign(size_t(sources.count() + 1), QByteArray());
+    for (int f = 1; f <= sources.count(); ++f) {
+        mChanges[size_t(f)].file = f;
+        mChanges[size_t(f)].path = sources.file(f)->path();
+        mClaimed[size_t(f)].assign(size_t(sources.file(f)->elementCount()), false);
+    }
+    const std::pair<const clsElements *, Collection> collections[] = {
+        { &mDocument.Headers(), Collection::Headers },
+        { &mDocument.Templates(), Collection::Templates },
+        { &mDocument.Fonts(), Collection::Fonts },
+        { &mDocument.Layers(), Collection::Layers },
+    };
+    for (const auto &[elements, collection] : collections) {
+        for (const clsElement *element : *elements) {
+            if (claim(*element, element->sourceFile()))
+                visit(*element);
+            else
+                addTopLevel(*element, collection);
+        }
+    }
+    if (!mNewHeaders.isEmpty()) {
+        FileChanges &changes = changesOf(mFileForNewElements);
+        const QByteArray &bytes = mDocument.Sources().file(mFileForNewElements)->bytes();
+        const QByteArray &lineEnd = lineEndOf(mFileForNewElements);
+        changes.edits.insert(bytes.size(), lineBreakBefore(bytes, bytes.size(), lineEnd) + "<header>" + lineEnd
+                                               + mNewHeaders + "</header>" + lineEnd);
+    }
+    std::vector<FileChanges> found;
+    // Problems that belong to no file come first.
+    if (!mChanges.front().problems.isEmpty())
+        found.push_back(std::move(mChanges.front()));
+    for (int f = 1; f <= sources.count(); ++f) {
+        removeUnclaimed(f);
+        FileChanges &changes = mChanges[size_t(f)];
+        if (changes.changeCount > 0 || !changes.problems.isEmpty())
+            found.push_back(std::move(changes));
+    }
+    return found;
+}
+
+// An element the document holds as read from a file; each record is held by
+// one element only (a second one holding it counts as new).
+bool ChangeFinder::claim(const clsElement &element, int file)
+{
+    const SkinSourceFile *source = mDocument.Sources().file(file);
+    if (!source || element.sourceFile() != file || element.sourceRecord() >= quint32(source->elementCount()))
+        return false;
+    std::vector<bool> &claimed = mClaimed[size_t(file)];
+    if (claimed[element.sourceRecord()])
+        return false;
+    claimed[element.sourceRecord()] = true;
+    return true;
+}
+
+FileChanges &ChangeFinder::changesOf(int file)
+{
+    return mChanges[size_t(file)];
+}
+
+const QByteArray &ChangeFinder::lineEndOf(int file)
+{
+    QByteArray &lineEnd = mLineEnds[size_t(file)];
+    if (lineEnd.isEmpty())
+        lineEnd = SourceScan::dominantLineEnd(mDocument.Sources().file(file)->bytes());
+    return lineEnd;
+}
+
+// A new line inserted at the end of a file that does not end its last line
+// first ends that line.
+QByteArray ChangeFinder::lineBreakBefore(const QByteArray &bytes, qsizetype at, const QByteArray &lineEnd) const
+{
+    return at == bytes.size() && !bytes.isEmpty() && !endsWithLineEnd(bytes) ? lineEnd : QByteArray();
+}
+
+void ChangeFinder::visit(const clsElement &element)
+{
+    const int file = element.sourceFile();
+    const SkinSourceFile &source = *mDocument.Sources().file(file);
+    const ElementSource &record = source.element(element.sourceRecord());
+    // Most elements are as read, and said so by their tag line alone: a
+    // quick look, before the element is read again in full.
+    const bool unchanged = record.moreLines == ElementSource::kNone
+        && mTagLineCheck.sameAsRead(source.bytes(), record.tagLine, element);
+    std::optional<SourceElement> read;
+    FileChanges &changes = changesOf(file);
+    if (!unchanged) {
+        read = SourceElement::read(source, element.sourceRecord());
+        const int before = changes.changeCount;
+        compareTag(element, *read, changes);
+        compareProperties(element, *read, changes);
+        if (changes.changeCount > before) {
+            changes.edited.push_back(&element);
+            if (record.moreLines != ElementSource::kNone || element.ElementType() == "SCRIPT")
+                changes.onlyTagLines = false;
+        }
+    }
+    std::vector<const clsElement *> added;
+    if (element.subElementCount() > 0) {
+        for (const clsElement *child : element.SubElements()) {
+            if (claim(*child, file))
+                visit(*child);
+            else
+                added.push_back(child);
+        }
+    }
+    if (!added.empty()) {
+        if (!read)
+            read = SourceElement::read(source, element.sourceRecord());
+        addChildren(element, *read, added, changes);
+    }
+}
+
+void ChangeFinder::compareTag(const clsElement &element, const SourceElement &read, FileChanges &changes)
+{
+    const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
+    const QByteArray word = bytes.mid(read.tag.wordBegin, read.tag.wordEnd - read.tag.wordBegin);
+    if (AsciiCase::uppered(word) != element.ElementType()) {
+        changes.onlyTagLines = false;
+        if (!NameWord::isNameWord(element.ElementType()))
+            changes.problems << QStringLiteral("%1: the type is not one word").arg(described(element));
+        changes.edits.replace(read.tag.wordBegin, read.tag.wordEnd, element.ElementType());
+        ++changes.changeCount;
+    }
+    if (element.ElementType() == "VAR" || AsciiCase::uppered(word) == "VAR")
+        return;
+    const QByteArray name = bytes.mid(read.tag.nameBegin, read.tag.nameEnd - read.tag.nameBegin);
+    if (name == element.strName())
+        return;
+    changes.onlyTagLines = false;
+    const QString problem = NameWord::problemWithName(QString::fromLatin1(element.strName()));
+    if (!problem.isEmpty())
+        changes.problems << problem;
+    if (read.tag.nameBegin == read.tag.nameEnd)
+        changes.edits.insert(read.tag.wordEnd, ' ' + element.strName());
+    else
+        changes.edits.replace(read.tag.nameBegin, read.tag.nameEnd, element.strName());
+    ++changes.changeCount;
+}
+
+// Properties are matched in order. Those the same at the start and at the
+// end (plain key and value) are unchanged; keys may have been numbered anew
+// since reading ("x[1]" may come back as "x[0]"), so they are compared
+// without their numbers. In between, each is matched by its key, or else by
+// the next one read under the same plain key: a different value is a changed
+// value. One read and no longer there is removed; one that is new, and every
+// one after it, is written at the end, so that the file reads back in the
+// document's order.
+void ChangeFinder::compareProperties(const clsElement &element, const SourceElement &read, FileChanges &changes)
+{
+    const clsProperties &props = element.Properties();
+    const int n = props.Count();
+    const int m = int(read.properties.size());
+    const auto same = [&](int i, int j) {
+        return props.valueAt(i) == read.properties[size_t(j)].value
+            && KeyIndex::sameKey(clsProperty::idKeyView(props.keyAt(i)), clsProperty::idKeyView(read.properties[size_t(j)].key));
+    };
+    int prefix = 0;
+    while (prefix < n && prefix < m && same(prefix, prefix))
+        ++prefix;
+    int suffix = 0;
+    while (suffix < n - prefix && suffix < m - prefix && same(n - 1 - suffix, m - 1 - suffix))
+        ++suffix;
+    if (prefix == n && prefix == m)
+        return;
+    std::vector<bool> kept(size_t(m), false);
+    for (int j = 0; j < prefix; ++j)
+        kept[size_t(j)] = true;
+    QHash<QByteArray, int> byKey;
+    for (int j = prefix; j < m - suffix; ++j)
+        byKey.insert(AsciiCase::lowered(read.properties[size_t(j)].key), j);
+    std::vector<int> added;
+    int last = prefix - 1;
+    for (int i = prefix; i < n - suffix; ++i) {
+        int j = byKey.value(AsciiCase::lowered(props.keyAt(i).toByteArray()), -1);
+        if (j <= last) {
+            j = -1;
+            const QByteArrayView plain = clsProperty::idKeyView(props.keyAt(i));
+            for (int k = last + 1; k < m - suffix && j < 0; ++k) {
+                if (KeyIndex::sameKey(clsProperty::idKeyView(read.properties[size_t(k)].key), plain))
+                    j = k;
+            }
+        }
+        if (added.empty() && j > last) {
+            kept[size_t(j)] = true;
+            last = j;
+            if (props.valueAt(i) != read.properties[size_t(j)].value)
+                changeValue(read, size_t(j), props.valueAt(i).toByteArray(), changes);
+        } else {
+            added.push_back(i);
+        }
+    }
+    // After a new property, the ones that end the list are new too.
+    for (int k = 0; k < suffix; ++k) {
+        if (added.empty())
+            kept[size_t(m - suffix + k)] = true;
+        else
+            added.push_back(n - suffix + k);
+    }
+    for (int j = 0; j < m; ++j) {
+        if (!kept[size_t(j)])
+            removeProperty(read, size_t(j), changes);
+    }
+    if (!added.empty())
+        addProperties(element, read, added, changes);
+}
+
+void ChangeFinder::changeValue(const SourceElement &read, size_t index, const QByteArray &value, FileChanges &changes)
+{
+    const SourceElement::Property &property = read.properties[index];
+    const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
+    ++changes.changeCount;
+    if (property.isScriptLine) {
+        if (!ValueSpelling::readsBackAsScriptLine(value))
+            changes.problems << QStringLiteral("the script line %1 does not read back as it is").arg(QString::fromLatin1(value));
+        changes.edits.replace(property.line.textBegin, property.line.textEnd, value);
+        return;
+    }
+    const SourceScan::Attribute &a = property.attribute;
+    if (value == clsProperty::noValue()) {
+        // A flag: the key alone.
+        changes.edits.replace(a.keyEnd, a.valueEnd, {});
+        return;
+    }
+    if (!ValueSpelling::readsBack(value)) {
+        changes.problems << QStringLiteral("the value %1 of %2 does not read back as it is")
+                                .arg(QString::fromLatin1(value), QString::fromLatin1(property.key));
+    }
+    // A value that does not end in a quote ends at the first byte that is no
+    // value character: one that would go on is kept apart by a blank.
+    const qsizetype after = a.hasValue ? a.valueEnd : a.keyEnd;
+    QByteArray text = a.hasValue ? value : '=' + value;
+    const bool quoted = value.endsWith('"') || value.endsWith('\'');
+    if (!quoted && after < bytes.size()) {
+        const unsigned char next = static_cast<unsigned char>(bytes.at(after));
+        if (UiLineScanner::isValueChar(next) || next == '"' || next == '\'')
+            text += ' ';
+    }
+    changes.edits.replace(a.hasValue ? a.valueBegin : a.keyEnd, after, text);
+}
+
+// An attribute goes with one blank before it; a script line goes whole.
+void ChangeFinder::removeProperty(const SourceElement &read, size_t index, FileChanges &changes)
+{
+    const SourceElement::Property &property = read.properties[index];
+    ++changes.changeCount;
+    if (property.isScriptLine) {
+        changes.edits.replace(property.line.begin, property.line.next, {});
+        return;
+    }
+    const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
+    qsizetype begin = property.attribute.keyBegin;
+    if (begin > 0 && isBlank(bytes.at(begin - 1)))
+        --begin;
+    changes.edits.replace(begin, property.attribute.valueEnd, {});
+}
+
+// New attributes go at the end of the tag's attributes; a script's new lines
+// go before its closing tag, or after its last line.
+void ChangeFinder::addProperties(const clsElement &element, const SourceElement &read, const std::vector<int> &added,
+                                 FileChanges &changes)
+{
+    const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
+    const clsProperties &props = element.Properties();
+    changes.changeCount += int(added.size());
+    QString problem;
+    QByteArray text;
+    if (element.ElementType() == "SCRIPT") {
+        qsizetype at = read.tag.next;
+        QByteArray indent = SourceScan::indentationAt(bytes, read.tag.begin) + '\t';
+        for (const SourceElement::Property &property : read.properties) {
+            if (property.isScriptLine) {
+                at = qMax(at, property.line.next);
+                indent = SourceScan::indentationAt(bytes, property.line.begin);
+            }
+        }
+        if (read.closingBegin >= 0)
+            at = read.closingBegin;
+        const QByteArray &lineEnd = lineEndOf(changes.file);
+        text = lineBreakBefore(bytes, at, lineEnd);
+        for (const int i : added) {
+            const QByteArray line = props.valueAt(i).toByteArray();
+            if (!ValueSpelling::readsBackAsScriptLine(line) || AsciiCase::lowered(clsProperty::idKeyOf(props.keyAt(i))) != "scriptline")
+                problem = QStringLiteral("%1: the script line %2 does not read back as it is").arg(described(element), QString::fromLatin1(line));
+            text += indent + line + lineEnd;
+        }
+        if (!problem.isEmpty())
+            changes.problems << problem;
+        changes.edits.insert(at, text);
+        return;
+    }
+    const qsizetype at = attributeInsertionPoint(bytes, read.tag);
+    for (const int i : added) {
+        text += ElementText::attribute(props.keyAt(i), props.valueAt(i), problem);
+        if (!problem.isEmpty()) {
+            changes.problems << QStringLiteral("%1: %2").arg(described(element), problem);
+            return;
+        }
+    }
+    // A "/" right after a value would become part of it.
+    if (at < bytes.size() && bytes.at(at) == '/')
+        text += ' ';
+    changes.edits.insert(at, text);
+}
+
+// The end of the last line an element and its children were read from,
+// its closing tag not included.
+qsizetype ChangeFinder::endOfContent(const clsElement &element, int file) const
+{
+    const SkinSourceFile &source = *mDocument.Sources().file(file);
+    const QByteArray &bytes = source.bytes();
+    const ElementSource &record = source.element(element.sourceRecord());
+    qsizetype end = SourceScan::scanLine(bytes, record.tagLine).next;
+    for (const quint32 line : source.moreLines(element.sourceRecord()))
+        end = qMax(end, SourceScan::scanLine(bytes, line).next);
+    if (element.subElementCount() == 0)
+        return end;
+    for (const clsElement *child : element.SubElements()) {
+        if (child->sourceFile() != file || !DocumentMatch::isFromAFile(mDocument, *child))
+            continue;
+        end = qMax(end, endOfContent(*child, file));
+        const ElementSource &childRecord = source.element(child->sourceRecord());
+        if (childRecord.closingLine != ElementSource::kNone)
+            end = qMax(end, SourceScan::scanLine(bytes, childRecord.closingLine).next);
+    }
+    return end;
+}
+
+// New children are new lines after the last line of the block's content,
+// indented like their elder siblings.
+void ChangeFinder::addChildren(const clsElement &element, const SourceElement &read,
+                               const std::vector<const clsElement *> &children, FileChanges &changes)
+{
+    const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
+    const qsizetype at = read.closingBegin >= 0 ? read.closingBegin : endOfContent(element, changes.file);
+    QByteArray indent = SourceScan::indentationAt(bytes, read.tag.begin) + '\t';
+    for (const clsElement *sibling : element.SubElements()) {
+        if (sibling->sourceFile() == changes.file && DocumentMatch::isFromAFile(mDocument, *sibling))
+            indent = SourceScan::indentationAt(bytes, mDocument.Sources().file(changes.file)->element(sibling->sourceRecord()).tagLine);
+    }
+    const QByteArray &lineEnd = lineEndOf(changes.file);
+    QByteArray text = lineBreakBefore(bytes, at, lineEnd);
+    for (const clsElement *child : children) {
+        QString problem;
+        text += ElementText(lineEnd, indent).of(*child, problem);
+        if (!problem.isEmpty())
+            changes.problems << problem;
+    }
+    changes.changeCount += int(children.size());
+    changes.onlyTagLines = false;
+    changes.edits.insert(at, text);
+}
+
+// A new layer, template, font type or header variable is added at the end of
+// the file that receives new elements.
+void ChangeFinder::addTopLevel(const clsElement &element, Collection collection)
+{
+    if (!mDocument.Sources().file(mFileForNewElements)) {
+        mChanges.front().problems << QStringLiteral("%1 is new, and no file is to receive it").arg(described(element));
+        return;
+    }
+    FileChanges &changes = changesOf(mFileForNewElements);
+    const QByteArray &bytes = mDocument.Sources().file(mFileForNewElements)->bytes();
+    const QByteArray &lineEnd = lineEndOf(mFileForNewElements);
+    QString problem;
+    ++changes.changeCount;
+    changes.onlyTagLines = false;
+    if (collection == Collection::Headers) {
+        mNewHeaders += ElementText(lineEnd, "\t").of(element, problem);
+    } else {
+        const QByteArray text = ElementText(lineEnd, {}).of(element, problem);
+        changes.edits.insert(bytes.size(), lineBreakBefore(bytes, bytes.size(), lineEnd) + text);
+    }
+    if (!problem.isEmpty())
+        changes.problems << problem;
+}
+
+// Elements the document no longer holds: each takes exactly its own lines,
+// its tag line, its script lines and its closing tag. One with its block
+// gone too is part of that removal.
+void ChangeFinder::removeUnclaimed(int file)
+{
+    const SkinSourceFile &source = *mDocument.Sources().file(file);
+    const std::vector<bool> &claimed = mClaimed[size_t(file)];
+    FileChanges &changes = changesOf(file);
+    for (quint32 r = 0; r < claimed.size(); ++r) {
+        if (claimed[r])
+            continue;
+        changes.onlyTagLines = false;
+        const SourceElement read = SourceElement::read(source, r);
+        changes.edits.replace(read.tag.begin, read.tag.next, {});
+        for (const SourceElement::Property &property : read.properties) {
+            if (property.isScriptLine)
+                changes.edits.replace(property.line.begin, property.line.next, {});
+        }
+        if (read.closingBegin >= 0)
+            changes.edits.replace(read.closingBegin, read.closingNext, {});
+        const quint32 parent = source.element(r).parent;
+        if (parent == ElementSource::kNone || claimed[parent])
+            ++changes.changeCount;
+    }
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "SourceEdits.h"
+#include "TagLineCheck.h"
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+class SkinSourceFile;
+class clsElement;
+class clsElements;
+class clsKorviInterface;
+struct SourceElement;
+
+// What one file read into the document needs to hold the document's changes:
+// its bytes with exactly the changed parts rewritten.
+struct FileChanges
+{
+    // The file's number in the document's SkinSources, and its path.
+    int file = 0;
+    QString path;
+    // Changed values, removed or added properties, removed or added elements
+    // (an element with its children counts once).
+    int changeCount = 0;
+    SourceEdits edits;
+    // Why some change cannot be written into the file so that it reads back.
+    QStringList problems;
+    // Whether every edit lies in the tag line of an element in `edited` (no
+    // line comes or goes, no tag word or name changes): the new text can then
+    // be checked one tag line at a time.
+    bool onlyTagLines = true;
+    std::vector<const clsElement *> edited;
+};
+
+// Finds the changes by comparing the document with what its files' bytes say,
+// whatever made them: an element or a property the same as when read is no
+// change, however it came back to that. Each element goes back into the file it
+// was read from; new top-level elements go into one file the caller names.
+class ChangeFinder
+{
+public:
+    // `fileForNewElements`: the number of the file that receives new layers,
+    // templates and other top-level elements (0: none does).
+    ChangeFinder(const clsKorviInterface &document, int fileForNewElements);
+
+    // The files that hold a change (or a problem), in reading order; first,
+    // with file number 0, the problems of new elements no file is to receive.
+    std::vector<FileChanges> find();
+
+private:
+    enum class Collection { Headers, Templates, Fonts, Layers };
+
+    bool claim(const clsElement &element, int file);
+    FileChanges &changesOf(int file);
+    void visit(const clsElement &element);
+    void compareTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
+    void compareProperties(const clsElement &element, const SourceElement &read, FileChanges &changes);
+    void changeValue(const SourceElement &read, size_t index, const QByteArray &value, FileChanges &changes);
+    void removeProperty(const SourceElement &read, size_t index, FileChanges &changes);
+    void addProperties(const clsElement &element, const SourceElement &read, const std::vector<int> &added,
+                       FileChanges &changes);
+    void addChildren(const clsElement &element, const SourceElement &read,
+                     const std::vector<const clsElement *> &children, FileChanges &changes);
+    void addTopLevel(const clsElement &element, Collection collection);
+    void removeUnclaimed(int file);
+    qsizetype endOfContent(const clsElement &element, int file) const;
+    QByteArray lineBreakBefore(const QByteArray &bytes, qsizetype at, const QByteArray &lineEnd) const;
+
+    const clsKorviInterface &mDocument;
+    int mFileForNewElements;
+    // By file number: the changes, and which records the document still holds.
+    std::vector<FileChanges> mChanges;
+    std::vector<std::vector<bool>> mClaimed;
+    // The line end of each file, worked out when first needed.
+    std::vector<QByteArray> mLineEnds;
+    const QByteArray &lineEndOf(int file);
+    QByteArray mNewHeaders;
+    TagLineCheck mTagLineCheck;
+};

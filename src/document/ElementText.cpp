@@ -1,0 +1,92 @@
+#include "ElementText.h"
+
+#include "AsciiCase.h"
+#include "NameWord.h"
+#include "ValueSpelling.h"
+#include "clsElements.h"
+
+namespace {
+
+QString described(const clsElement &element)
+{
+    return QStringLiteral("%1 %2").arg(QString::fromLatin1(element.ElementType()), QString::fromLatin1(element.strName()));
+}
+
+} // namespace
+
+QByteArray ElementText::of(const clsElement &element, QString &problem) const
+{
+    QByteArray out;
+    append(out, element, mIndent, problem);
+    return problem.isEmpty() ? out : QByteArray();
+}
+
+bool ElementText::opensBlock(const QByteArray &type)
+{
+    return type == "LAYER" || type == "ELEMENT_TEMPLATE" || type == "OBSERVER" || type == "STATE" || type == "SCRIPT";
+}
+
+QByteArray ElementText::attribute(QByteArrayView key, QByteArrayView value, QString &problem)
+{
+    const QByteArray plainKey = clsProperty::idKeyOf(key);
+    const QString keyProblem = NameWord::problemWithKey(QString::fromLatin1(plainKey));
+    if (!keyProblem.isEmpty()) {
+        problem = keyProblem;
+        return {};
+    }
+    if (value == clsProperty::noValue())
+        return ' ' + plainKey;
+    const QByteArray bytes = value.toByteArray();
+    if (!ValueSpelling::readsBack(bytes)) {
+        problem = QStringLiteral("the value %1 of %2 does not read back as it is").arg(QString::fromLatin1(bytes),
+                                                                                      QString::fromLatin1(plainKey));
+        return {};
+    }
+    return ' ' + plainKey + '=' + bytes;
+}
+
+void ElementText::append(QByteArray &out, const clsElement &element, const QByteArray &indent, QString &problem) const
+{
+    const QByteArray type = element.ElementType();
+    const QByteArray name = element.strName();
+    if (!NameWord::isNameWord(type) || type.contains('/')
+        || (!name.isEmpty() && !NameWord::problemWithName(QString::fromLatin1(name)).isEmpty())) {
+        problem = QStringLiteral("%1 cannot be written: its type or name is not one word").arg(described(element));
+        return;
+    }
+    const bool isScript = type == "SCRIPT";
+    out += indent + '<' + type;
+    // A var tag has no name word: its name is that of the tag before it.
+    if (!name.isEmpty() && type != "VAR")
+        out += ' ' + name;
+    const clsProperties &props = element.Properties();
+    if (!isScript) {
+        for (int i = 0; i < props.Count() && problem.isEmpty(); ++i)
+            out += attribute(props.keyAt(i), props.valueAt(i), problem);
+    }
+    // A used layer's tag ends in "/>" as the skins write it; a blank keeps
+    // the "/" out of a last value.
+    if (type == "USELAYER")
+        out += props.Count() > 0 ? " />" : "/>";
+    else
+        out += '>';
+    out += mLineEnd;
+    if (isScript) {
+        for (int i = 0; i < props.Count() && problem.isEmpty(); ++i) {
+            const QByteArray line = props.valueAt(i).toByteArray();
+            if (!ValueSpelling::readsBackAsScriptLine(line) || AsciiCase::lowered(clsProperty::idKeyOf(props.keyAt(i))) != "scriptline")
+                problem = QStringLiteral("%1 cannot be written: a script line does not read back as it is").arg(described(element));
+            out += indent + '\t' + line + mLineEnd;
+        }
+    }
+    if (element.subElementCount() > 0 && !opensBlock(type)) {
+        problem = QStringLiteral("%1 cannot be written: only blocks hold elements").arg(described(element));
+        return;
+    }
+    for (const clsElement *child : element.SubElements()) {
+        if (problem.isEmpty())
+            append(out, *child, indent + '\t', problem);
+    }
+    if (opensBlock(type))
+        out += indent + "</" + type + '>' + mLineEnd;
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+class clsElement;
+
+// The lines of an element made by an edit, written into a file where it must
+// read back as it is: its tag line with its properties, its script lines, its
+// children, and a closing tag where the element opens a block.
+class ElementText
+{
+public:
+    // `lineEnd` ends every line; `indent` begins the element's own lines and
+    // one tab more its children's.
+    ElementText(const QByteArray &lineEnd, const QByteArray &indent) : mLineEnd(lineEnd), mIndent(indent) { }
+
+    // The text, or empty with `problem` set when some part of the element
+    // cannot be written so that it reads back.
+    QByteArray of(const clsElement &element, QString &problem) const;
+
+    // " key=value" (" key" for a flag) as an attribute is added to a tag
+    // line, or empty with `problem` set.
+    static QByteArray attribute(QByteArrayView key, QByteArrayView value, QString &problem);
+    // Whether a tag of this type opens a block that a closing tag ends.
+    static bool opensBlock(const QByteArray &type);
+
+private:
+    void append(QByteArray &out, const clsElement &element, const QByteArray &indent, QString &problem) const;
+
+    QByteArray mLineEnd;
+    QByteArray mIndent;
+};

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "ChangeFinder.h"
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class clsKorviInterface;
+
+// Saving a document's changes in place: every file that holds a change is
+// written back as its own bytes with exactly the changed parts rewritten;
+// every other file is not touched. Each element goes back to the file it was
+// read from. Each written file gets one backup (UiFileWriter::backupPathFor)
+// and is replaced atomically.
+//
+// Before anything is written, the new text of each file is read back and must
+// give exactly the document's elements of that file; a file changed on disk
+// since it was read takes the changes onto its new text when every changed
+// part still stands there, and otherwise the caller is asked whether to
+// overwrite it.
+class SaveChanges
+{
+public:
+    explicit SaveChanges(clsKorviInterface &document);
+
+    // The file that receives new layers and other new top-level elements: the
+    // file that was opened. Empty: none does.
+    void setFileForNewElements(const QString &path);
+    // Writes the changes of the file read from `source` to `output` instead,
+    // leaving `source` alone (written even without changes).
+    void redirect(const QString &source, const QString &output);
+
+    // What is unsaved: the files that hold a change, with how many.
+    struct Pending
+    {
+        QString path;
+        int changes = 0;
+        // Why some change cannot be saved in place.
+        QStringList problems;
+    };
+    std::vector<Pending> pending() const;
+    // "N changes in M files", for the status bar; empty when nothing is unsaved.
+    static QString summary(const std::vector<Pending> &pending);
+
+    // The question asked for a file changed on disk since it was read.
+    static QString changedOnDiskQuestion(const QString &path);
+    // Answers it: true to overwrite the file with the document's version.
+    using AskOverwrite = std::function<bool(const QString &path)>;
+
+    struct Result
+    {
+        enum class Outcome { Saved, NothingToSave, Cancelled, Failed };
+        Outcome outcome = Outcome::NothingToSave;
+        // The files written, in reading order.
+        QStringList written;
+        // On failure, why; "Error saving file: " and the system's description
+        // when writing failed.
+        QString error;
+        // Files whose newer text on disk took the changes, and that hold more
+        // than the document shows: reopen them to see it.
+        QStringList reopen;
+        bool ok() const { return outcome == Outcome::Saved || outcome == Outcome::NothingToSave; }
+    };
+    Result save(const AskOverwrite &askOverwrite);
+
+private:
+    struct Plan
+    {
+        int file = 0;
+        QString target;
+        SourceEdits edits;
+        QByteArray newBytes;
+        // The file alone as the new bytes read, when they give the document's
+        // elements of that file.
+        std::shared_ptr<clsKorviInterface> alone;
+        // Checked one tag line at a time: the records only move.
+        bool quick = false;
+        bool merged = false;
+    };
+    bool tagLinesReadBack(const FileChanges &changes, const QByteArray &newBytes) const;
+    int fileForNewElements() const;
+    std::shared_ptr<clsKorviInterface> readAlone(int file, const QByteArray &bytes) const;
+    bool prepare(Plan &plan, const AskOverwrite &askOverwrite, Result &result) const;
+    bool write(const Plan &plan, Result &result) const;
+    void takeNewRecords(const Plan &plan, Result &result);
+
+    clsKorviInterface &mDocument;
+    QString mFileForNewElements;
+    QHash<QString, QString> mRedirects;
+};

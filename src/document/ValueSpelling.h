@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// How a value typed by the user is stored, so that reading the saved file
+// gives the same value: as typed when the reader reads "key=VALUE" back as
+// exactly VALUE (also with another attribute after it); otherwise in double
+// quotes; in single quotes when it holds a double quote. A value with both
+// kinds of quotes, or with a line break, has no spelling that reads back.
+class ValueSpelling
+{
+public:
+    // The bytes to store for `typed`; empty `problem` when there is a spelling.
+    struct Result
+    {
+        QByteArray spelling;
+        QString problem;
+        bool ok() const { return problem.isEmpty(); }
+    };
+    static Result of(const QByteArray &typed);
+
+    // Whether the reader reads "key=VALUE" back as exactly `value`, at the end
+    // of a line and before another attribute.
+    static bool readsBack(const QByteArray &value);
+    // Whether `text` kept as a line of a script block reads back as itself.
+    static bool readsBackAsScriptLine(const QByteArray &text);
+};
