@@ -15,6 +15,7 @@
 
 #include <QVarLengthArray>
 #include <algorithm>
+#include <cstring>
 
 using ProblemText::shown;
 using Severity = Problem::Severity;
@@ -43,18 +44,25 @@ bool isBlockType(const QByteArray &type)
     return type == "LAYER" || type == "ELEMENT_TEMPLATE" || type == "STATE";
 }
 
-// A tag line worth reading again exactly: one with a quote (a value may go on
-// over the next lines, or end where a flag follows at once), a byte the scanner
-// passes over or ends a value at (as "|", "$", ":" or any byte above 0x7F), or
-// a value whose first bytes are passed over ("x=.5").
-bool needsExactScan(const char *p, const char *end)
+// A tag line worth reading again exactly: one with a byte the scanner passes
+// over or ends a value at (as "|", "$", ":" or any byte above 0x7F), a value
+// whose first bytes are passed over ("x=.5"), or a quote other than those of a
+// plain quoted value: one that opens right after the "=" of a key and closes
+// on the same line before a blank or the end of the tag. Only such a value can
+// run on over the next lines, or end where a flag follows at once.
+bool needsExactScan(const char *begin, const char *end)
 {
-    for (; p < end; ++p) {
+    for (const char *p = begin; p < end; ++p) {
         const char c = *p;
-        const unsigned char cls = classOf(c);
-        if (c == '"' || c == '\'')
-            return true;
-        if (!(cls & (UiCharClasses::TokenStart | UiCharClasses::ValueChar)) && !isBlank(c))
+        if (c == '"' || c == '\'') {
+            const bool afterKey = p - begin >= 2 && p[-1] == '=' && (classOf(p[-2]) & UiCharClasses::NameChar);
+            const char *close = afterKey ? static_cast<const char *>(memchr(p + 1, c, size_t(end - p - 1))) : nullptr;
+            if (!close || (close + 1 < end && !isBlank(close[1]) && close[1] != '>'))
+                return true;
+            p = close;
+            continue;
+        }
+        if (!(classOf(c) & (UiCharClasses::TokenStart | UiCharClasses::ValueChar)) && !isBlank(c))
             return true;
         if (c == '=') {
             const char *q = p + 1;
@@ -109,17 +117,30 @@ DocumentChecker::~DocumentChecker() = default;
 
 QVector<Problem> DocumentChecker::check(const QVector<SkinReadError> &readingErrors)
 {
+    begin();
+    SkinElementWalk::forEach(mDocument, [this](const SkinElementWalk::Visit &visit) { this->visit(visit); });
+    return finish(readingErrors);
+}
+
+void DocumentChecker::begin()
+{
     mProblems.clear();
     mLineProblems.clear();
     for (int number = 1; number <= mDocument.Sources().count(); ++number) {
         if (mDocument.Sources().file(number))
             scanFile(number);
     }
-    SkinElementWalk::forEach(mDocument, [this](const SkinElementWalk::Visit &visit) {
-        checkElement(visit);
-        if (!mLineProblems.isEmpty())
-            giveLineProblemsNodeKeys(visit);
-    });
+}
+
+void DocumentChecker::visit(const SkinElementWalk::Visit &visit)
+{
+    checkElement(visit);
+    if (!mLineProblems.isEmpty())
+        giveLineProblemsNodeKeys(visit);
+}
+
+QVector<Problem> DocumentChecker::finish(const QVector<SkinReadError> &readingErrors)
+{
     checkCycles(mDocument.Templates(), "template", QStringLiteral("templates"), 'T');
     checkCycles(mDocument.Fonts(), "fonttype", QStringLiteral("font types"), 0);
     for (const SkinReadError &error : readingErrors) {
@@ -171,44 +192,55 @@ void DocumentChecker::checkElement(const SkinElementWalk::Visit &visit)
         mPlaces.placeAtElement(problem, element);
         return;
     }
-    checkLinks(visit, "template", mDocument.Templates(), ProblemCodes::UnknownTemplate, QStringLiteral("template"));
-    checkLinks(visit, "fonttype", mDocument.Fonts(), ProblemCodes::UnknownFontType, QStringLiteral("font type"));
+    checkProperties(visit);
     if (element.IsList() || element.IsTemplate())
         checkElementTemplates(visit);
     if (element.IsUseLayer())
         checkUsedLayer(visit);
-    checkRepeatedKeys(visit);
     checkDuplicateName(visit);
     checkClosingTag(visit);
 }
 
-// Every "template" property is followed in turn when a value is looked up,
-// with its value taken as stored: a quoted name finds nothing.
-void DocumentChecker::checkLinks(const SkinElementWalk::Visit &visit, QByteArrayView linkKey,
-                                 const clsElements &targets, const QString &code, const QString &what)
+// One pass over the element's properties: the links, and the keys written
+// twice. Both link keys have eight letters, which most keys have not.
+void DocumentChecker::checkProperties(const SkinElementWalk::Visit &visit)
 {
     const clsProperties &props = visit.element.Properties();
     for (int i = 0; i < props.Count(); ++i) {
-        if (!KeyIndex::sameKey(clsProperty::idKeyView(props.keyAt(i)), linkKey))
-            continue;
-        const QByteArrayView name = props.valueAt(i);
-        if (targets.Find(name))
-            continue;
-        const QString key = shown(linkKey);
-        QString message;
-        if (name == kNoValue) {
-            message = QStringLiteral("%1 is written without a name: it finds no %2").arg(key, what);
-        } else {
-            message = QStringLiteral("%1=%2 names no %3 of the skin, so the values it would give are missing")
-                          .arg(key, shown(name), what);
-            const QByteArray unquoted = clsProperty::stringValueOf(name);
-            if (unquoted != name && targets.Find(unquoted))
-                message = QStringLiteral("%1=%2 names no %3: the quotes are read as part of the name; write %1=%4")
-                              .arg(key, shown(name), what, shown(unquoted));
-        }
-        Problem &problem = add(Severity::Error, code, visit.nodeKey, message);
-        mPlaces.placeAtElement(problem, visit.element, props.keyAt(i));
+        const QByteArrayView key = props.keyAt(i);
+        const QByteArrayView plain = clsProperty::idKeyView(key);
+        if (plain.size() == 8 && KeyIndex::sameKey(plain, "template"))
+            checkLink(visit, i, "template", mDocument.Templates(), ProblemCodes::UnknownTemplate, QStringLiteral("template"));
+        else if (plain.size() == 8 && KeyIndex::sameKey(plain, "fonttype"))
+            checkLink(visit, i, "fonttype", mDocument.Fonts(), ProblemCodes::UnknownFontType, QStringLiteral("font type"));
+        else if (plain.size() != key.size())
+            checkRepeatedKey(visit, i);
     }
+}
+
+// Every "template" property is followed in turn when a value is looked up,
+// with its value taken as stored: a quoted name finds nothing.
+void DocumentChecker::checkLink(const SkinElementWalk::Visit &visit, int index, QByteArrayView linkKey,
+                                const clsElements &targets, const QString &code, const QString &what)
+{
+    const clsProperties &props = visit.element.Properties();
+    const QByteArrayView name = props.valueAt(index);
+    if (targets.Find(name))
+        return;
+    const QString key = shown(linkKey);
+    QString message;
+    if (name == kNoValue) {
+        message = QStringLiteral("%1 is written without a name: it finds no %2").arg(key, what);
+    } else {
+        message = QStringLiteral("%1=%2 names no %3 of the skin, so the values it would give are missing")
+                      .arg(key, shown(name), what);
+        const QByteArray unquoted = clsProperty::stringValueOf(name);
+        if (unquoted != name && targets.Find(unquoted))
+            message = QStringLiteral("%1=%2 names no %3: the quotes are read as part of the name; write %1=%4")
+                          .arg(key, shown(name), what, shown(unquoted));
+    }
+    Problem &problem = add(Severity::Error, code, visit.nodeKey, message);
+    mPlaces.placeAtElement(problem, visit.element, props.keyAt(index));
 }
 
 // A list draws the children of the blocks its "element_template" names (quotes
@@ -255,27 +287,23 @@ void DocumentChecker::checkUsedLayer(const SkinElementWalk::Visit &visit)
 
 // A key written twice on one tag is kept twice ("text", "text[0]"), but a
 // value is looked up by its plain key: only the first is ever used. Links are
-// the exception: every "template" and "fonttype" is followed in turn.
-void DocumentChecker::checkRepeatedKeys(const SkinElementWalk::Visit &visit)
+// the exception: every "template" and "fonttype" is followed in turn. Script
+// lines all share one key.
+void DocumentChecker::checkRepeatedKey(const SkinElementWalk::Visit &visit, int index)
 {
     const clsProperties &props = visit.element.Properties();
-    for (int i = 0; i < props.Count(); ++i) {
-        const QByteArrayView key = props.keyAt(i);
-        if (!key.contains('['))
-            continue;
-        const QByteArrayView plain = clsProperty::idKeyView(key);
-        if (KeyIndex::sameKey(plain, "template") || KeyIndex::sameKey(plain, "fonttype")
-            || KeyIndex::sameKey(plain, "ScriptLine"))
-            continue;
-        const clsProperty first = props.Find(plain);
-        if (!first)
-            continue;
-        Problem &problem = add(Severity::Warning, ProblemCodes::DuplicateName, visit.nodeKey,
-                               QStringLiteral("%1 is written more than once on this tag: %2 is used, %3 never is; remove one")
-                                   .arg(shown(plain), NodeKey::propertyText(first),
-                                        NodeKey::propertyText(clsProperty(&props, i))));
-        mPlaces.placeAtElement(problem, visit.element, key);
-    }
+    const QByteArrayView key = props.keyAt(index);
+    const QByteArrayView plain = clsProperty::idKeyView(key);
+    if (KeyIndex::sameKey(plain, "ScriptLine"))
+        return;
+    const clsProperty first = props.Find(plain);
+    if (!first)
+        return;
+    Problem &problem = add(Severity::Warning, ProblemCodes::DuplicateName, visit.nodeKey,
+                           QStringLiteral("%1 is written more than once on this tag: %2 is used, %3 never is; remove one")
+                               .arg(shown(plain), NodeKey::propertyText(first),
+                                    NodeKey::propertyText(clsProperty(&props, index))));
+    mPlaces.placeAtElement(problem, visit.element, key);
 }
 
 // A second element of one name in the same collection is kept under "name[0]";

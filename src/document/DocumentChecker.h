@@ -31,13 +31,21 @@ public:
     // the open met (SkinOpenPlan::readInto).
     QVector<Problem> check(const QVector<SkinReadError> &readingErrors = {});
 
+    // The same in steps, so that one walk of the document serves several
+    // checkers: begin() reads the files' lines, visit() takes every element
+    // of the walk (SkinElementWalk) in turn, finish() gives the problems.
+    void begin();
+    void visit(const SkinElementWalk::Visit &visit);
+    QVector<Problem> finish(const QVector<SkinReadError> &readingErrors);
+
 private:
     void checkElement(const SkinElementWalk::Visit &visit);
-    void checkLinks(const SkinElementWalk::Visit &visit, QByteArrayView linkKey, const clsElements &targets,
-                    const QString &code, const QString &what);
+    void checkProperties(const SkinElementWalk::Visit &visit);
+    void checkLink(const SkinElementWalk::Visit &visit, int index, QByteArrayView linkKey, const clsElements &targets,
+                   const QString &code, const QString &what);
     void checkElementTemplates(const SkinElementWalk::Visit &visit);
     void checkUsedLayer(const SkinElementWalk::Visit &visit);
-    void checkRepeatedKeys(const SkinElementWalk::Visit &visit);
+    void checkRepeatedKey(const SkinElementWalk::Visit &visit, int index);
     void checkDuplicateName(const SkinElementWalk::Visit &visit);
     void checkScriptClosed(const SkinElementWalk::Visit &visit);
     void checkClosingTag(const SkinElementWalk::Visit &visit);

@@ -2,11 +2,13 @@
 
 #include "Problem.h"
 #include "SourceLines.h"
+#include "SourceScan.h"
 
 #include <QByteArrayView>
 #include <memory>
 #include <unordered_map>
 
+class SkinSourceFile;
 class clsElement;
 class clsKorviInterface;
 
@@ -32,7 +34,11 @@ public:
 
 private:
     const SourceLines &linesOf(int fileNumber);
+    qsizetype propertyOffset(const SkinSourceFile &file, const clsElement &element, const SourceScan::Line &tag,
+                             QByteArrayView key, qsizetype fallback);
 
     const clsKorviInterface &mDocument;
     std::unordered_map<int, std::unique_ptr<SourceLines>> mLines;
+    const clsElement *mLastElement = nullptr;
+    SourceScan::Line mLastTag;
 };

@@ -63,15 +63,28 @@ PictureChecker::PictureChecker(const clsKorviInterface &document, const SkinCont
 
 QVector<Problem> PictureChecker::check(bool wholeSkin)
 {
+    begin();
+    SkinElementWalk::forEach(mDocument, [this](const SkinElementWalk::Visit &visit) { this->visit(visit); });
+    return finish(wholeSkin);
+}
+
+void PictureChecker::begin()
+{
     mProblems.clear();
     mScreen = CanvasSize::forSkin(mContext, mCache);
-    SkinElementWalk::forEach(mDocument, [this](const SkinElementWalk::Visit &visit) {
-        if (visit.element.ElementType() == "SCRIPT")
-            return;
-        checkPictures(visit);
-        if (isDrawnObject(visit))
-            checkOnScreen(visit);
-    });
+}
+
+void PictureChecker::visit(const SkinElementWalk::Visit &visit)
+{
+    if (visit.element.ElementType() == "SCRIPT")
+        return;
+    checkPictures(visit);
+    if (isDrawnObject(visit))
+        checkOnScreen(visit);
+}
+
+QVector<Problem> PictureChecker::finish(bool wholeSkin)
+{
     if (wholeSkin)
         checkUnusedPictures();
     return mProblems;
@@ -187,7 +200,14 @@ QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeabl
     const int Y = Number(value("y"));
     const int W = Number(value("w"));
     const int H = Number(value("h"));
+    const bool box = W > 0 && H > 0;
     QVector<QRect> parts;
+    if (box) {
+        parts << QRect(X, Y, W, H);
+        // Most objects show their box on the screen: nothing more to read.
+        if (parts.first().intersects(QRect(QPoint(0, 0), mScreen)))
+            return parts;
+    }
     if (element.IsList()) {
         parts << QRect(X, Y, clampCoordinate(qint64(Number(value("cellw"))) * Number(value("col"))),
                        clampCoordinate(qint64(Number(value("cellh"))) * Number(value("row"))));
@@ -197,32 +217,17 @@ QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeabl
     if (!bmp.isEmpty()) {
         const Resolution &r = resolve(bmp);
         if (r.file.spriteCount != 0) {
-            const QSize size = sizeOf(r.file.path);
-            const int PW = size.width();
-            const int PH = r.file.stripes >= 1 ? r.file.stripes : size.height() / r.file.spriteCount;
-            int horizontal = ParseAlign(value("bmpalign"), AlignLeft).code;
-            int vertical = ParseAlign(value("bmpvalign"), AlignTop).code;
-            if (r.file.grabCenter)
-                horizontal = vertical = AlignCenter;
-            int px = X;
-            int py = Y;
-            if (horizontal == AlignRight)
-                px -= PW;
-            else if (horizontal == AlignCenter)
-                px -= PW / 2;
-            if (element.IsSprite() && ParseAlign(value("align"), AlignLeft).code == AlignCenter && W != 0)
-                px += (W - PW) / 2;
-            if (vertical == AlignBottom)
-                py -= PH;
-            else if (vertical == AlignCenter)
-                py -= PH / 2;
-            parts << QRect(px, py, PW, PH);
             picture = true;
+            // A frame with its corner inside the screen shows, however it is
+            // aligned: it can only move left and up by its own size (a sprite
+            // that is centred within its width moves further).
+            const QSize size = sizeOf(r.file.path);
+            const bool cornerInside = X > 0 && Y > 0 && X < mScreen.width() && Y < mScreen.height();
+            if (cornerInside && size.width() > 0 && size.height() > 0 && !(element.IsSprite() && W != 0))
+                return {};
+            parts << pictureFrame(element, r, X, Y, W);
         }
     }
-    const bool box = W > 0 && H > 0;
-    if (box)
-        parts << QRect(X, Y, W, H);
     const bool text = !value("text").isEmpty() || element.IsText() || element.IsTemplate() || element.IsSlider();
     const bool icon = !value("iconspr").isEmpty();
     placeable = !((text || icon) && !box && !picture);
@@ -232,6 +237,32 @@ QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeabl
             drawn << part;
     }
     return drawn;
+}
+
+// The main picture's frame, aligned as the renderer aligns it.
+QRect PictureChecker::pictureFrame(const clsElement &element, const Resolution &r, int X, int Y, int W)
+{
+    const auto value = [&](const char *key) { return mDocument.GetElementValue(key, &element); };
+    const QSize size = sizeOf(r.file.path);
+    const int PW = size.width();
+    const int PH = r.file.stripes >= 1 ? r.file.stripes : size.height() / r.file.spriteCount;
+    int horizontal = ParseAlign(value("bmpalign"), AlignLeft).code;
+    int vertical = ParseAlign(value("bmpvalign"), AlignTop).code;
+    if (r.file.grabCenter)
+        horizontal = vertical = AlignCenter;
+    int px = X;
+    int py = Y;
+    if (horizontal == AlignRight)
+        px -= PW;
+    else if (horizontal == AlignCenter)
+        px -= PW / 2;
+    if (element.IsSprite() && ParseAlign(value("align"), AlignLeft).code == AlignCenter && W != 0)
+        px += (W - PW) / 2;
+    if (vertical == AlignBottom)
+        py -= PH;
+    else if (vertical == AlignCenter)
+        py -= PH / 2;
+    return QRect(px, py, PW, PH);
 }
 
 void PictureChecker::checkOnScreen(const SkinElementWalk::Visit &visit)

@@ -33,6 +33,11 @@ public:
     // nothing of the pictures the skin's other files name.
     QVector<Problem> check(bool wholeSkin);
 
+    // The same in steps, for one walk that serves several checkers.
+    void begin();
+    void visit(const SkinElementWalk::Visit &visit);
+    QVector<Problem> finish(bool wholeSkin);
+
 private:
     struct Resolution
     {
@@ -50,6 +55,7 @@ private:
     void checkOnScreen(const SkinElementWalk::Visit &visit);
     bool isDrawnObject(const SkinElementWalk::Visit &visit) const;
     QVector<QRect> partsOf(const clsElement &element, bool &placeable);
+    QRect pictureFrame(const clsElement &element, const Resolution &resolution, int X, int Y, int W);
     void checkUnusedPictures();
     QStringList pictureFolders() const;
     void add(const SkinElementWalk::Visit &visit, Problem::Severity severity, const QString &code,

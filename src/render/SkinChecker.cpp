@@ -3,6 +3,7 @@
 #include "DocumentChecker.h"
 #include "PictureChecker.h"
 #include "ProblemPlaces.h"
+#include "SkinElementWalk.h"
 #include "ValueChecker.h"
 
 #include <algorithm>
@@ -14,9 +15,20 @@ QVector<Problem> check(const clsKorviInterface &document, const SkinContext &con
                        const QVector<SkinReadError> &readingErrors, bool wholeSkin)
 {
     ProblemPlaces places(document);
-    QVector<Problem> problems = DocumentChecker(document, places).check(readingErrors);
-    problems += ValueChecker(document, places).check();
-    problems += PictureChecker(document, context, places).check(wholeSkin);
+    DocumentChecker documentChecker(document, places);
+    ValueChecker valueChecker(document, places);
+    PictureChecker pictureChecker(document, context, places);
+    documentChecker.begin();
+    pictureChecker.begin();
+    // One walk for all: a large skin has hundreds of thousands of elements.
+    SkinElementWalk::forEach(document, [&](const SkinElementWalk::Visit &visit) {
+        documentChecker.visit(visit);
+        valueChecker.visit(visit);
+        pictureChecker.visit(visit);
+    });
+    QVector<Problem> problems = documentChecker.finish(readingErrors);
+    problems += valueChecker.problems();
+    problems += pictureChecker.finish(wholeSkin);
     sort(problems);
     return problems;
 }

@@ -14,7 +14,7 @@ namespace {
 const QByteArray kNoValue = QByteArrayLiteral("<NOV>");
 
 // The properties the renderer reads with leading-number semantics.
-const char *const kNumberKeys[] = { "x", "y", "w", "h", "cellw", "cellh", "col", "row", "fontsize",
+constexpr QByteArrayView kNumberKeys[] = { "x", "y", "w", "h", "cellw", "cellh", "col", "row", "fontsize",
                                     "padding", "paddingleft", "paddingright", "iconphase" };
 
 bool isHexDigit(char c)
@@ -36,6 +36,28 @@ QString numberText(double value)
     return QString::number(SkinNumber::roundHalfEven(value));
 }
 
+// Most numbers are written as plain digits, which need no full reading.
+bool isPlainInteger(QByteArrayView text)
+{
+    qsizetype i = !text.isEmpty() && text.at(0) == '-' ? 1 : 0;
+    if (i >= text.size())
+        return false;
+    for (; i < text.size(); ++i) {
+        if (text.at(i) < '0' || text.at(i) > '9')
+            return false;
+    }
+    return true;
+}
+
+bool isNumberKey(QByteArrayView key)
+{
+    for (const QByteArrayView number : kNumberKeys) {
+        if (key == number)
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 ValueChecker::ValueChecker(const clsKorviInterface &document, ProblemPlaces &places)
@@ -47,13 +69,16 @@ ValueChecker::ValueChecker(const clsKorviInterface &document, ProblemPlaces &pla
 QVector<Problem> ValueChecker::check()
 {
     mProblems.clear();
-    SkinElementWalk::forEach(mDocument, [this](const SkinElementWalk::Visit &visit) {
-        if (visit.element.ElementType() == "SCRIPT")
-            return;
-        checkNumbers(visit);
-        checkColour(visit);
-    });
+    SkinElementWalk::forEach(mDocument, [this](const SkinElementWalk::Visit &visit) { this->visit(visit); });
     return mProblems;
+}
+
+void ValueChecker::visit(const SkinElementWalk::Visit &visit)
+{
+    if (visit.element.ElementType() == "SCRIPT")
+        return;
+    checkNumbers(visit);
+    checkColour(visit);
 }
 
 void ValueChecker::add(const SkinElementWalk::Visit &visit, const QString &code, QByteArrayView key,
@@ -68,34 +93,37 @@ void ValueChecker::add(const SkinElementWalk::Visit &visit, const QString &code,
     mProblems.append(problem);
 }
 
-// The first property of a key is the one read. An empty value counts as
-// absent (the default is used), so it is no problem. "z" is read whole or not
-// at all: a z that is no number gives way to the layer's own z.
+// The first property of a key is the one read: a repeated one ("x[0]") is
+// never read. An empty value counts as absent (the default is used), so it is
+// no problem. "z" is read whole or not at all: a z that is no number gives way
+// to the layer's own z. Keys are stored in lower case.
 void ValueChecker::checkNumbers(const SkinElementWalk::Visit &visit)
 {
     const clsProperties &props = visit.element.Properties();
-    for (const char *key : kNumberKeys) {
-        const clsProperty property = props.Find(key);
-        if (!property || property.valueView().isEmpty() || SkinNumber::isWholeNumber(property.valueView()))
+    for (int i = 0; i < props.Count(); ++i) {
+        const QByteArrayView key = props.keyAt(i);
+        const bool isZ = key == QByteArrayView("z");
+        if (!isZ && !isNumberKey(key))
             continue;
-        const QByteArrayView value = property.valueView();
-        const QString name = QLatin1String(key);
+        const QByteArrayView value = props.valueAt(i);
+        if (value.isEmpty() || isPlainInteger(value) || SkinNumber::isWholeNumber(value))
+            continue;
+        if (isZ) {
+            add(visit, ProblemCodes::NotANumber, key,
+                QStringLiteral("z=%1 is no number: the object is put in the layer's own z instead")
+                    .arg(value == kNoValue ? QStringLiteral("(no value)") : shown(value)));
+            continue;
+        }
+        const QString name = shown(key);
         if (value == kNoValue) {
-            add(visit, ProblemCodes::NotANumber, property.Key(),
-                QStringLiteral("%1 is written without a value: it reads as 0").arg(name));
+            add(visit, ProblemCodes::NotANumber, key, QStringLiteral("%1 is written without a value: it reads as 0").arg(name));
             continue;
         }
         qsizetype used = 0;
         const double number = SkinNumber::leading(value, &used);
-        add(visit, ProblemCodes::NotANumber, property.Key(),
+        add(visit, ProblemCodes::NotANumber, key,
             used > 0 ? QStringLiteral("%1=%2 reads as %1=%3: write %1=%3").arg(name, shown(value), numberText(number))
                      : QStringLiteral("%1=%2 is no number: it reads as 0").arg(name, shown(value)));
-    }
-    const clsProperty z = props.Find("z");
-    if (z && !z.valueView().isEmpty() && !SkinNumber::isWholeNumber(z.valueView())) {
-        add(visit, ProblemCodes::NotANumber, z.Key(),
-            QStringLiteral("z=%1 is no number: the object is put in the layer's own z instead")
-                .arg(z.valueView() == kNoValue ? QStringLiteral("(no value)") : shown(z.valueView())));
     }
 }
 

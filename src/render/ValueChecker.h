@@ -19,6 +19,9 @@ public:
     ValueChecker(const clsKorviInterface &document, ProblemPlaces &places);
 
     QVector<Problem> check();
+    // One element of a walk that serves several checkers, and what was found.
+    void visit(const SkinElementWalk::Visit &visit);
+    QVector<Problem> problems() const { return mProblems; }
 
 private:
     void checkNumbers(const SkinElementWalk::Visit &visit);
