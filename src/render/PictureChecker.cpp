@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <iterator>
 
 using ProblemText::shown;
 using namespace SkinValues;
@@ -60,6 +61,58 @@ PictureChecker::PictureChecker(const clsKorviInterface &document, const SkinCont
     , mLookup(context, mReport)
 {
 }
+
+// The values an object's place depends on, read in one pass over its own
+// properties (the first of each key, as a look-up finds it). A value it lacks
+// comes through its templates and font types, when it has any.
+class PictureChecker::PlaceValues
+{
+public:
+    PlaceValues(const clsKorviInterface &document, const clsElement &element)
+        : mDocument(document)
+        , mElement(element)
+    {
+        const clsProperties &props = element.Properties();
+        for (int i = 0; i < props.Count(); ++i) {
+            const QByteArrayView key = props.keyAt(i);
+            if (key == QByteArrayView("template") || key == QByteArrayView("fonttype"))
+                mLinked = true;
+            const int slot = slotOf(key);
+            if (slot >= 0 && !mFound[slot]) {
+                mFound[slot] = true;
+                mValues[slot] = props.valueAt(i).toByteArray();
+            }
+        }
+    }
+
+    QByteArray operator()(QByteArrayView key) const
+    {
+        const int slot = slotOf(key);
+        if (slot >= 0 && (mFound[slot] || !mLinked))
+            return mValues[slot];
+        return mDocument.GetElementValue(key, &mElement);
+    }
+
+private:
+    static constexpr QByteArrayView kKeys[] = { "x", "y", "w", "h", "bmp", "text", "iconspr", "bmpalign",
+                                                "bmpvalign", "align", "cellw", "cellh", "col", "row" };
+    static constexpr int kCount = int(std::size(kKeys));
+
+    static int slotOf(QByteArrayView key)
+    {
+        for (int i = 0; i < kCount; ++i) {
+            if (kKeys[i] == key)
+                return i;
+        }
+        return -1;
+    }
+
+    const clsKorviInterface &mDocument;
+    const clsElement &mElement;
+    bool mLinked = false;
+    bool mFound[kCount] = {};
+    QByteArray mValues[kCount];
+};
 
 QVector<Problem> PictureChecker::check(bool wholeSkin)
 {
@@ -195,7 +248,7 @@ bool PictureChecker::isDrawnObject(const SkinElementWalk::Visit &visit) const
 // not placeable, and is never called off the screen.
 QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeable)
 {
-    const auto value = [&](const char *key) { return mDocument.GetElementValue(key, &element); };
+    const PlaceValues value(mDocument, element);
     const int X = Number(value("x"));
     const int Y = Number(value("y"));
     const int W = Number(value("w"));
@@ -225,7 +278,7 @@ QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeabl
             const bool cornerInside = X > 0 && Y > 0 && X < mScreen.width() && Y < mScreen.height();
             if (cornerInside && size.width() > 0 && size.height() > 0 && !(element.IsSprite() && W != 0))
                 return {};
-            parts << pictureFrame(element, r, X, Y, W);
+            parts << pictureFrame(element, value, r, X, Y, W);
         }
     }
     const bool text = !value("text").isEmpty() || element.IsText() || element.IsTemplate() || element.IsSlider();
@@ -240,9 +293,9 @@ QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeabl
 }
 
 // The main picture's frame, aligned as the renderer aligns it.
-QRect PictureChecker::pictureFrame(const clsElement &element, const Resolution &r, int X, int Y, int W)
+QRect PictureChecker::pictureFrame(const clsElement &element, const PlaceValues &value, const Resolution &r, int X,
+                                   int Y, int W)
 {
-    const auto value = [&](const char *key) { return mDocument.GetElementValue(key, &element); };
     const QSize size = sizeOf(r.file.path);
     const int PW = size.width();
     const int PH = r.file.stripes >= 1 ? r.file.stripes : size.height() / r.file.spriteCount;

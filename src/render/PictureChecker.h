@@ -39,6 +39,7 @@ public:
     QVector<Problem> finish(bool wholeSkin);
 
 private:
+    class PlaceValues;
     struct Resolution
     {
         ImageFile file;
@@ -55,7 +56,8 @@ private:
     void checkOnScreen(const SkinElementWalk::Visit &visit);
     bool isDrawnObject(const SkinElementWalk::Visit &visit) const;
     QVector<QRect> partsOf(const clsElement &element, bool &placeable);
-    QRect pictureFrame(const clsElement &element, const Resolution &resolution, int X, int Y, int W);
+    QRect pictureFrame(const clsElement &element, const PlaceValues &values, const Resolution &resolution, int X,
+                       int Y, int W);
     void checkUnusedPictures();
     QStringList pictureFolders() const;
     void add(const SkinElementWalk::Visit &visit, Problem::Severity severity, const QString &code,
