@@ -29,9 +29,11 @@ QByteArray attribute(QRandomGenerator &rng, int k)
     return " " + key + "=" + QByteArray::number(rng.bounded(800));
 }
 
-// A realistic skin: templates, font types, layers of objects with 5 to 15
-// attributes, scripts, about `targetBytes` long.
-QByteArray generateSkin(qsizetype targetBytes)
+} // namespace
+
+namespace BenchSkin {
+
+QByteArray generate(qsizetype targetBytes)
 {
     QRandomGenerator rng(42);
     QByteArray text;
@@ -69,14 +71,10 @@ QByteArray generateSkin(qsizetype targetBytes)
     return text;
 }
 
-} // namespace
-
-namespace BenchSkin {
-
 const QByteArray &largeSkin()
 {
     // KORVI_BENCH_MB sets another size, e.g. for a quick look under a profiler.
-    static const QByteArray text = generateSkin(qEnvironmentVariableIntValue("KORVI_BENCH_MB") > 0
+    static const QByteArray text = generate(qEnvironmentVariableIntValue("KORVI_BENCH_MB") > 0
                                                     ? qEnvironmentVariableIntValue("KORVI_BENCH_MB") * 1024 * 1024
                                                     : 50 * 1024 * 1024);
     return text;

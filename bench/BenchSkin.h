@@ -7,6 +7,9 @@
 // (KORVI_BENCH_MB sets another size), made once per process.
 namespace BenchSkin {
 
+// A realistic skin of that kind, about `targetBytes` long, the same at every run.
+QByteArray generate(qsizetype targetBytes);
+
 const QByteArray &largeSkin();
 
 } // namespace BenchSkin

@@ -13,10 +13,8 @@
 #include <malloc.h>
 #endif
 
-#include <QRandomGenerator>
 #include <algorithm>
 #include <cstring>
-#include <numeric>
 #include <memory>
 
 namespace {

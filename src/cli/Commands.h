@@ -14,3 +14,4 @@ int runRender(const QStringList &args);
 int runSet(const QStringList &args);
 int runUnset(const QStringList &args);
 int runRemove(const QStringList &args);
+int runLint(const QStringList &args);

@@ -26,6 +26,7 @@ const Subcommand kSubcommands[] = {
     { "render", runRender, "render FILE.ui (--layer NAME | --all-layers) -o OUT [...]  draw layers to PNG pictures" },
     { "set", runSet, "set FILE.ui NODEKEY KEY=VALUE... [-o OUT]   set properties, saving only what changed" },
     { "unset", runUnset, "unset FILE.ui NODEKEY KEY... [-o OUT]       remove properties, saving only what changed" },
+    { "lint", runLint, "lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]  report problems" },
     { "remove", runRemove, "remove FILE.ui NODEKEY [-o OUT]            remove an element with its children, likewise" },
 };
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Problem.h"
+#include "SourceLines.h"
+#include "SourceScan.h"
+
+#include <QByteArrayView>
+#include <memory>
+#include <unordered_map>
+
+class SkinSourceFile;
+class clsElement;
+class clsKorviInterface;
+
+// Puts problems where they stand in the skin's files: the file's path and the
+// 1-based line and column of an element's tag, of one of its properties, or of
+// any offset of a file read into the document. Each file's lines are counted
+// once, when a problem first needs them.
+class ProblemPlaces
+{
+public:
+    explicit ProblemPlaces(const clsKorviInterface &document);
+    ~ProblemPlaces();
+
+    // At the "<" of the element's tag, or, given the key of one of its
+    // properties as the element holds it ("x", "x[0]"), at that property's key
+    // (a script line: at its text). An element made by an edit stands nowhere:
+    // the problem keeps no file.
+    void placeAtElement(Problem &problem, const clsElement &element, QByteArrayView propertyKey = {});
+    // At a byte offset of a file, by its number in the document's sources.
+    void placeAt(Problem &problem, int fileNumber, qsizetype offset);
+    // "FILE:LINE" of an element's tag, for messages that point elsewhere.
+    QString whereIs(const clsElement &element);
+
+private:
+    const SourceLines &linesOf(int fileNumber);
+    qsizetype propertyOffset(const SkinSourceFile &file, const clsElement &element, const SourceScan::Line &tag,
+                             QByteArrayView key, qsizetype fallback);
+
+    const clsKorviInterface &mDocument;
+    std::unordered_map<int, std::unique_ptr<SourceLines>> mLines;
+    const clsElement *mLastElement = nullptr;
+    SourceScan::Line mLastTag;
+};
