@@ -4,6 +4,7 @@
 #include <QPageLayout>
 #include <QPrinter>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -20,9 +21,9 @@ class Dialogs
 {
 public:
     enum class Icon { None, Information, Question, Warning, Critical };
-    enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel, AbortRetryIgnore };
+    enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel, AbortRetryIgnore, OverwriteCancel };
     // The values are those of the classic message box answers.
-    enum class Button { Ok = 1, Cancel = 2, Abort = 3, Retry = 4, Ignore = 5, Yes = 6, No = 7 };
+    enum class Button { Ok = 1, Cancel = 2, Abort = 3, Retry = 4, Ignore = 5, Yes = 6, No = 7, Overwrite = 8 };
 
     // What the print dialog is asked with, and what it gives back. The dialog
     // works on `printer` itself: on confirmation the printer carries the chosen
@@ -53,6 +54,8 @@ public:
                                  const QString &filter) = 0;
     // A folder; empty when cancelled.
     virtual QString folder(const QString &title, const QString &start) = 0;
+    // One of `choices`, picked from a list; empty when cancelled.
+    virtual QString choose(const QString &title, const QString &prompt, const QStringList &choices) = 0;
     // A colour; nothing when cancelled.
     virtual std::optional<QColor> color(const QColor &initial) = 0;
     // The print dialog; true when the user confirmed.

@@ -5,6 +5,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPrintDialog>
+#include <QPushButton>
 
 namespace {
 
@@ -31,6 +32,7 @@ QMessageBox::StandardButtons toolkitButtons(Dialogs::Buttons buttons)
     case Dialogs::Buttons::RetryCancel: return QMessageBox::Retry | QMessageBox::Cancel;
     case Dialogs::Buttons::AbortRetryIgnore:
         return QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore;
+    case Dialogs::Buttons::OverwriteCancel: return QMessageBox::Cancel;
     }
     return QMessageBox::Ok;
 }
@@ -62,6 +64,12 @@ Dialogs::Button QtDialogs::message(const QString &title, const QString &text, Ic
                                    Buttons buttons)
 {
     QMessageBox box(toolkitIcon(icon), title, text, toolkitButtons(buttons), mParent);
+    if (buttons == Buttons::OverwriteCancel) {
+        QAbstractButton *overwrite = box.addButton(QStringLiteral("Overwrite"), QMessageBox::AcceptRole);
+        box.setDefaultButton(QMessageBox::Cancel);
+        box.exec();
+        return box.clickedButton() == overwrite ? Button::Overwrite : Button::Cancel;
+    }
     return ourButton(box.exec());
 }
 
@@ -74,12 +82,21 @@ QString QtDialogs::openFileName(const QString &title, const QString &directory,
 QString QtDialogs::saveFileName(const QString &title, const QString &directory,
                                 const QString &filter)
 {
-    return QFileDialog::getSaveFileName(mParent, title, directory, toolkitFilter(filter));
+    // The program asks its own overwrite question: the dialog asks none.
+    return QFileDialog::getSaveFileName(mParent, title, directory, toolkitFilter(filter), nullptr,
+                                        QFileDialog::DontConfirmOverwrite);
 }
 
 QString QtDialogs::folder(const QString &title, const QString &start)
 {
     return QFileDialog::getExistingDirectory(mParent, title, start);
+}
+
+QString QtDialogs::choose(const QString &title, const QString &prompt, const QStringList &choices)
+{
+    bool ok = false;
+    const QString chosen = QInputDialog::getItem(mParent, title, prompt, choices, 0, false, &ok);
+    return ok ? chosen : QString();
 }
 
 std::optional<QColor> QtDialogs::color(const QColor &initial)

@@ -20,6 +20,7 @@ public:
     QString saveFileName(const QString &title, const QString &directory,
                          const QString &filter) override;
     QString folder(const QString &title, const QString &start) override;
+    QString choose(const QString &title, const QString &prompt, const QStringList &choices) override;
     std::optional<QColor> color(const QColor &initial) override;
     bool print(PrintRequest &request) override;
 

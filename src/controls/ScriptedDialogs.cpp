@@ -16,7 +16,7 @@ Dialogs::Button cancelAnswer(Dialogs::Buttons buttons)
 
 int ScriptedDialogs::unanswered() const
 {
-    return int(mTexts.size() + mButtons.size() + mPaths.size() + mColors.size() + mPrints.size());
+    return int(mTexts.size() + mButtons.size() + mPaths.size() + mChoices.size() + mColors.size() + mPrints.size());
 }
 
 QString ScriptedDialogs::askText(const QString &title, const QString &prompt,
@@ -81,6 +81,17 @@ QString ScriptedDialogs::folder(const QString &title, const QString &start)
     a.value = start;
     mAsked << a;
     return nextPath();
+}
+
+QString ScriptedDialogs::choose(const QString &title, const QString &prompt, const QStringList &choices)
+{
+    Asked a;
+    a.kind = QStringLiteral("choice");
+    a.title = title;
+    a.text = prompt;
+    a.choices = choices;
+    mAsked << a;
+    return mChoices.isEmpty() ? QString() : mChoices.dequeue();
 }
 
 std::optional<QColor> ScriptedDialogs::color(const QColor &initial)

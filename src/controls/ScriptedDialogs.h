@@ -14,11 +14,12 @@ public:
     // One question the program asked.
     struct Asked
     {
-        QString kind;   // "text", "message", "open", "save", "folder", "color", "print"
+        QString kind;   // "text", "message", "open", "save", "folder", "choice", "color", "print"
         QString title;
         QString text;   // prompt or message text
         QString value;  // default text, initial directory or folder, initial colour name
         QString filter; // file filter as given
+        QStringList choices; // what a choice offered
         Icon icon = Icon::None;
         Buttons buttons = Buttons::Ok;
         int Min = 0, Max = 0, FromPage = 0, ToPage = 0; // print dialog
@@ -39,6 +40,8 @@ public:
     void answerButton(Button button) { mButtons.enqueue(button); }
     // For the open, save and folder dialogs alike.
     void answerPath(const QString &path) { mPaths.enqueue(path); }
+    // The entry a list choice picks (empty: cancel).
+    void answerChoice(const QString &choice) { mChoices.enqueue(choice); }
     void answerColor(std::optional<QColor> color) { mColors.enqueue(color); }
     void answerPrint(const PrintAnswer &answer) { mPrints.enqueue(answer); }
 
@@ -55,6 +58,7 @@ public:
     QString saveFileName(const QString &title, const QString &directory,
                          const QString &filter) override;
     QString folder(const QString &title, const QString &start) override;
+    QString choose(const QString &title, const QString &prompt, const QStringList &choices) override;
     std::optional<QColor> color(const QColor &initial) override;
     bool print(PrintRequest &request) override;
 
@@ -64,6 +68,7 @@ private:
     QQueue<QString> mTexts;
     QQueue<Button> mButtons;
     QQueue<QString> mPaths;
+    QQueue<QString> mChoices;
     QQueue<std::optional<QColor>> mColors;
     QQueue<PrintAnswer> mPrints;
     QList<Asked> mAsked;

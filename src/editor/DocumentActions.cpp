@@ -1,7 +1,6 @@
 #include "DocumentActions.h"
 
 #include "ApplicationInfo.h"
-#include "AsciiCase.h"
 #include "Dialogs.h"
 #include "ElementCommands.h"
 #include "ChangeValueCommand.h"
@@ -10,6 +9,7 @@
 #include "PropertyCommands.h"
 #include "PropertyKinds.h"
 #include "SkinDocument.h"
+#include "TypedText.h"
 #include "clsElement.h"
 
 #include <QAction>
@@ -176,8 +176,11 @@ void DocumentActions::nodeDoubleClicked(const QModelIndex &node)
                                             QString::fromLatin1(target.property.value()));
     if (answer.isEmpty() || answer.toLatin1() == target.property.value())
         return;
+    const std::optional<QByteArray> value = TypedText::value(mDialogs, answer);
+    if (!value || *value == target.property.value())
+        return;
     const QByteArray key = mTree.nodeKey(node);
-    mDocument.undoStack().push(new SetPropertyValueCommand(mDocument, key, answer.toLatin1(), key));
+    mDocument.undoStack().push(new SetPropertyValueCommand(mDocument, key, *value, key));
 }
 
 // ---- menu commands ---------------------------------------------------------------------
@@ -189,8 +192,10 @@ void DocumentActions::AddElement(const QString &type)
     const QString name = mDialogs.askText(QStringLiteral("Add Element"), QStringLiteral("Type New Object Name"));
     if (name.isEmpty())
         return;
-    mDocument.undoStack().push(
-        new AddElementCommand(mDocument, mTree.nodeKey(currentNode()), name.toLatin1(), type.toLatin1()));
+    const std::optional<QByteArray> word = TypedText::name(mDialogs, name);
+    if (!word)
+        return;
+    mDocument.undoStack().push(new AddElementCommand(mDocument, mTree.nodeKey(currentNode()), *word, type.toLatin1()));
 }
 
 void DocumentActions::AddLayer()
@@ -198,7 +203,10 @@ void DocumentActions::AddLayer()
     const QString name = mDialogs.askText(QStringLiteral("Add Layer"), QStringLiteral("Type New Layer Name"));
     if (name.isEmpty())
         return;
-    mDocument.undoStack().push(new AddElementCommand(mDocument, QByteArray(), name.toLatin1(), QByteArrayLiteral("LAYER")));
+    const std::optional<QByteArray> word = TypedText::name(mDialogs, name);
+    if (!word)
+        return;
+    mDocument.undoStack().push(new AddElementCommand(mDocument, QByteArray(), *word, QByteArrayLiteral("LAYER")));
 }
 
 void DocumentActions::AddProperty()
@@ -206,12 +214,14 @@ void DocumentActions::AddProperty()
     const char letter = mTree.nodeLetter(currentNode());
     if (letter != 'E' && letter != 'T')
         return;
-    const QByteArray name = AsciiCase::lowered(
-        mDialogs.askText(QStringLiteral("Add Property"), QStringLiteral("Type New Property Name")).toLatin1());
-    if (name.isEmpty())
+    const QString typed = mDialogs.askText(QStringLiteral("Add Property"), QStringLiteral("Type New Property Name"));
+    if (typed.isEmpty())
         return;
-    mDocument.undoStack().push(new AddPropertyCommand(mDocument, mTree.nodeKey(currentNode()), name,
-                                                      PropertyKinds::defaultValueOf(name)));
+    const std::optional<QByteArray> name = TypedText::key(mDialogs, typed);
+    if (!name)
+        return;
+    mDocument.undoStack().push(new AddPropertyCommand(mDocument, mTree.nodeKey(currentNode()), *name,
+                                                      PropertyKinds::defaultValueOf(*name)));
 }
 
 // One removal for the three menus; no confirmation is asked, since undo brings

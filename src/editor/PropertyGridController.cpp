@@ -11,6 +11,7 @@
 #include "ResourceLookup.h"
 #include "ShownSelection.h"
 #include "SkinDocument.h"
+#include "TypedText.h"
 #include "clsKorviInterface.h"
 
 #include <QFileInfo>
@@ -96,14 +97,23 @@ void PropertyGridController::valueCommitted(PowGridItem *item)
     const NodeTarget target = mDocument.resolve(key);
     if (target.property.isNull())
         return;
-    const QByteArray value = item->CellText(PropertyGridFiller::ColValue).toLatin1();
+    const QString typed = item->CellText(PropertyGridFiller::ColValue);
     const QByteArray old = target.property.value();
     // A flag shows an empty value; leaving it empty keeps the flag.
-    if (value == old || (old == clsProperty::noValue() && value.isEmpty()))
+    if (typed.toLatin1() == old || (old == clsProperty::noValue() && typed.isEmpty()))
+        return;
+    const std::optional<QByteArray> value = TypedText::value(mDialogs, typed);
+    if (!value) {
+        // The cell shows the value kept, not the one refused.
+        if (const clsElement *current = mSelection.currentObject())
+            fill(*current, mSelection.currentNodeKey());
+        return;
+    }
+    if (*value == old)
         return;
     // The grid shows the property's owner; that stays the node shown.
     const QByteArray shown = mSelection.currentNodeKey().isEmpty() ? key : mSelection.currentNodeKey();
-    mDocument.undoStack().push(new SetPropertyValueCommand(mDocument, key, value, shown));
+    mDocument.undoStack().push(new SetPropertyValueCommand(mDocument, key, *value, shown));
 }
 
 void PropertyGridController::chooseColour(PowGridItem *item)

@@ -13,6 +13,7 @@
 #include "PowGrid.h"
 #include "PropertyGridController.h"
 #include "RenderSetup.h"
+#include "SaveChangesFlow.h"
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
@@ -141,7 +142,9 @@ void frmEditor::createControllers()
 {
     mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects,
                                    { mnuProperty, mnuLayer, mnuElement, mnuAddElement }, mEnv.dialogs, this);
+    mSaveFlow = new SaveChangesFlow(*mSkin, mEnv.document, mEnv.dialogs, this);
     mActions->save = [this] { SaveCommand(); };
+    createFileMenu();
     QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
     edit->setObjectName(QStringLiteral("mnuEdit"));
     edit->addAction(mActions->undoAction());
@@ -150,6 +153,7 @@ void frmEditor::createControllers()
     tlbMain->addAction(mActions->undoAction());
     tlbMain->addAction(mActions->redoAction());
     stbMain->addPermanentWidget(mActions->modifiedPanel());
+    stbMain->addPermanentWidget(mSaveFlow->changesPanel());
 
     mCanvas = new CanvasController({ pctTemplate, mshObject, canvasArea, button(QStringLiteral("Lock")) },
                                    mRendering->renderer, *mSkin, *this, this);
@@ -159,6 +163,27 @@ void frmEditor::createControllers()
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
+}
+
+void frmEditor::createFileMenu()
+{
+    QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->setObjectName(QStringLiteral("mnuFile"));
+    const auto add = [this, file](const char *name, const QString &text, const QKeySequence &keys, auto command) {
+        QAction *action = file->addAction(text, this, command);
+        action->setObjectName(QString::fromLatin1(name));
+        action->setShortcut(keys);
+        return action;
+    };
+    add("mnuOpen", QStringLiteral("&Open..."), QKeySequence::Open, &frmEditor::OpenCommand);
+    add("mnuOpenFolder", QStringLiteral("Open &Folder..."), QKeySequence(), &frmEditor::DirCommand);
+    file->addSeparator();
+    add("mnuSaveChanges", QStringLiteral("&Save Changes"), QKeySequence(Qt::CTRL | Qt::Key_S),
+        &frmEditor::SaveChangesCommand)->setEnabled(false);
+    add("mnuSaveAs", QStringLiteral("Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+        &frmEditor::SaveCommand)->setEnabled(false);
+    file->addSeparator();
+    add("mnuQuit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &QWidget::close);
 }
 
 // The views follow the document: a new current node is shown whole; a change
@@ -353,6 +378,7 @@ void frmEditor::openSkinFile(const QString &path)
         context.SkinFormat = format;
     context.UiFilePath = file.absoluteFilePath();
     mSkin->setContext(context);
+    mSaveFlow->openedFile(context.UiFilePath);
     mSkin->reload([this, &path](clsKorviInterface &document) {
         SkinLoader::openSkinFile(document, path, [this](const SkinReadError &error) {
             reportReadError(error.file(), error.line(), error.message());
@@ -381,6 +407,7 @@ void frmEditor::openSkinFolder(const QString &folder)
     // Everything is read as part of the skin here, the shared scheme and the
     // common files included, unlike Open, which marks templates as imported.
     SkinContext context = mSkin->context();
+    mSaveFlow->openedFolder(folder);
     mSkin->reload([this, &folder, &context](clsKorviInterface &) {
         QString lastFile;
         for (const QString &file : SkinFolderListing::uiFilesIn(folder)) {
@@ -420,6 +447,7 @@ bool frmEditor::readSkinFile(const QString &path, bool imported)
 // still read.
 void frmEditor::reportReadError(const QString &file, qint64 line, const QString &message)
 {
+    mSaveFlow->noteReadError(file, line);
     askWithArrow(mEnv.dialogs, QStringLiteral("Read Skin File"),
                  QStringLiteral("Error reading %1, line %2:\r\n%3").arg(file).arg(line).arg(message),
                  Dialogs::Icon::Warning);
@@ -439,12 +467,16 @@ void frmEditor::finishLoading()
     // The canvas shows the skin's background until a node is chosen.
     DrawLayer(nullptr);
     button(QStringLiteral("Save"))->setEnabled(true);
+    for (const char *name : { "mnuSaveChanges", "mnuSaveAs" })
+        findChild<QAction *>(QString::fromLatin1(name))->setEnabled(true);
 }
 
 void frmEditor::SaveCommand()
 {
-    const QString path = mEnv.dialogs.saveFileName(QStringLiteral("Save Skin"), mEnv.context.UiFilePath,
-                                                   kSkinFilter);
+    if (!mSaveFlow->mayWriteWholeDocument())
+        return;
+    const QString path = mEnv.dialogs.saveFileName(QStringLiteral("Save Skin"),
+                                                   mSaveFlow->saveAsStart(mEnv.context.UiFilePath), kSkinFilter);
     if (path.isEmpty())
         return;
     if (SkinFileNames::FileExists(path)) {
@@ -464,6 +496,11 @@ void frmEditor::SaveCommand()
         mActions->markSaved();
     if (saved)
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
+}
+
+void frmEditor::SaveChangesCommand()
+{
+    mSaveFlow->saveChanges();
 }
 
 void frmEditor::LockCommand()

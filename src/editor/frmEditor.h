@@ -18,6 +18,7 @@ class MovableShape;
 class ObjectTreeModel;
 class PowGrid;
 class PropertyGridController;
+class SaveChangesFlow;
 struct RenderSetup;
 class QAction;
 class QLabel;
@@ -65,6 +66,8 @@ public:
     void OpenCommand();
     void DirCommand();
     void SaveCommand();
+    // File > Save Changes: every changed file written in place, nothing else.
+    void SaveChangesCommand();
     void LockCommand();
     void SettingsCommand();
     void AboutCommand();
@@ -125,6 +128,7 @@ private:
     void createPanes();
     void createStatusBar();
     void createControllers();
+    void createFileMenu();
     void followDocument();
 
     void ClearDocument();
@@ -178,6 +182,7 @@ private:
     DocumentActions *mActions = nullptr;
     CanvasController *mCanvas = nullptr;
     PropertyGridController *mGrid = nullptr;
+    SaveChangesFlow *mSaveFlow = nullptr;
 
     clsElement *mCurrentObject = nullptr;
     const clsElement *mShownLayer = nullptr;

@@ -1,0 +1,218 @@
+#include "SaveChangesFlow.h"
+
+#include "Dialogs.h"
+#include "HourglassCursor.h"
+#include "SkinDocument.h"
+#include "clsKorviInterface.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QTimer>
+#include <QUndoStack>
+
+namespace {
+
+const QString kTitle = QStringLiteral("Save Changes");
+
+// A change made after the last one within this time is counted with it.
+constexpr int kSummaryDelayMs = 150;
+
+// The entry for new elements that no file is to receive has no path.
+bool needsFileForNewElements(const std::vector<SaveChanges::Pending> &pending)
+{
+    for (const SaveChanges::Pending &p : pending) {
+        if (p.path.isEmpty() && !p.problems.isEmpty())
+            return true;
+    }
+    return false;
+}
+
+QStringList problemsOf(const std::vector<SaveChanges::Pending> &pending)
+{
+    QStringList problems;
+    for (const SaveChanges::Pending &p : pending)
+        problems += p.problems;
+    return problems;
+}
+
+} // namespace
+
+SaveChangesFlow::SaveChangesFlow(SkinDocument &skin, clsKorviInterface &document, Dialogs &dialogs,
+                                 QObject *parent)
+    : QObject(parent)
+    , mSkin(skin)
+    , mDocument(document)
+    , mDialogs(dialogs)
+{
+    setObjectName(QStringLiteral("SaveChangesFlow"));
+    mPanel = new QLabel;
+    mPanel->setObjectName(QStringLiteral("stbChanges"));
+    mPanel->setMinimumWidth(140);
+    mDelay = new QTimer(this);
+    mDelay->setSingleShot(true);
+    mDelay->setInterval(kSummaryDelayMs);
+    connect(mDelay, &QTimer::timeout, this, &SaveChangesFlow::updateNow);
+    connect(&skin.undoStack(), &QUndoStack::indexChanged, this, &SaveChangesFlow::updateSoon);
+    connect(&skin, &SkinDocument::reset, this, &SaveChangesFlow::updateNow);
+}
+
+void SaveChangesFlow::openedFile(const QString &path)
+{
+    mFileForNewElements = path;
+    mWholeFolder = false;
+    mReadErrorFile.clear();
+    mReadErrorLine = 0;
+    updateNow();
+}
+
+void SaveChangesFlow::openedFolder(const QString &folder)
+{
+    mFileForNewElements.clear();
+    mWholeFolder = true;
+    mFolder = folder;
+    mReadErrorFile.clear();
+    mReadErrorLine = 0;
+    updateNow();
+}
+
+QString SaveChangesFlow::saveAsStart(const QString &openedFile) const
+{
+    return mWholeFolder ? mFolder + QLatin1Char('/') : openedFile;
+}
+
+// The first error is the one asked about: the files read after it were read whole.
+void SaveChangesFlow::noteReadError(const QString &file, qint64 line)
+{
+    if (!mReadErrorFile.isEmpty())
+        return;
+    mReadErrorFile = file;
+    mReadErrorLine = line;
+}
+
+void SaveChangesFlow::updateSoon()
+{
+    mDelay->start();
+}
+
+void SaveChangesFlow::updateNow()
+{
+    mDelay->stop();
+    if (mSkin.undoStack().isClean()) {
+        mPanel->clear();
+        return;
+    }
+    SaveChanges saver(mDocument);
+    saver.setFileForNewElements(mFileForNewElements);
+    mPanel->setText(SaveChanges::summary(saver.pending()));
+}
+
+bool SaveChangesFlow::mayWriteWholeDocument()
+{
+    if (mReadErrorFile.isEmpty())
+        return true;
+    const QString question = QStringLiteral("%1 was not read whole (line %2). Saving writes only what was read. Save anyway?")
+                                 .arg(QFileInfo(mReadErrorFile).fileName())
+                                 .arg(mReadErrorLine);
+    return mDialogs.message(QStringLiteral("Save File"), question, Dialogs::Icon::Question, Dialogs::Buttons::YesNo)
+        == Dialogs::Button::Yes;
+}
+
+bool SaveChangesFlow::saveChanges()
+{
+    std::vector<SaveChanges::Pending> pending;
+    {
+        HourglassCursor hourglass;
+        SaveChanges saver(mDocument);
+        saver.setFileForNewElements(mFileForNewElements);
+        pending = saver.pending();
+    }
+    if (mWholeFolder && mFileForNewElements.isEmpty() && needsFileForNewElements(pending)) {
+        if (!chooseFileForNewLayers())
+            return false;
+        SaveChanges saver(mDocument);
+        saver.setFileForNewElements(mFileForNewElements);
+        pending = saver.pending();
+    }
+    const QStringList problems = problemsOf(pending);
+    if (!problems.isEmpty()) {
+        mDialogs.message(kTitle, QStringLiteral("The changes cannot be saved:\n") + problems.join(QLatin1Char('\n')),
+                         Dialogs::Icon::Warning);
+        return false;
+    }
+    if (pending.empty()) {
+        // Undone edits leave nothing to write: the files already hold the document.
+        mSkin.undoStack().setClean();
+        updateNow();
+        return true;
+    }
+    if (!confirmWriting(pending))
+        return false;
+
+    SaveChanges saver(mDocument);
+    saver.setFileForNewElements(mFileForNewElements);
+    HourglassCursor hourglass;
+    const SaveChanges::Result result = saver.save([this, &hourglass](const QString &path) {
+        hourglass.restore();
+        return mDialogs.message(kTitle, SaveChanges::changedOnDiskQuestion(path), Dialogs::Icon::Warning,
+                                Dialogs::Buttons::OverwriteCancel)
+            == Dialogs::Button::Overwrite;
+    });
+    hourglass.restore();
+    reportResult(result);
+    return result.ok();
+}
+
+// A whole folder has no one file that was opened: the user says which file a
+// new layer goes into, from the files of the skin.
+bool SaveChangesFlow::chooseFileForNewLayers()
+{
+    const QString chosen = mDialogs.choose(kTitle, QStringLiteral("Which file receives the new layers?"), filesOfSkin());
+    if (chosen.isEmpty())
+        return false;
+    mFileForNewElements = chosen;
+    return true;
+}
+
+QStringList SaveChangesFlow::filesOfSkin() const
+{
+    QStringList files;
+    const SkinSources &sources = mDocument.Sources();
+    for (int number = 1; number <= sources.count(); ++number) {
+        const SkinSourceFile *file = sources.file(number);
+        if (file && !file->imported() && !files.contains(file->path()))
+            files << file->path();
+    }
+    return files;
+}
+
+bool SaveChangesFlow::confirmWriting(const std::vector<SaveChanges::Pending> &pending)
+{
+    QStringList lines;
+    for (const SaveChanges::Pending &p : pending)
+        lines << QStringLiteral("%1 (%2 %3)").arg(p.path).arg(p.changes).arg(p.changes == 1 ? QStringLiteral("change") : QStringLiteral("changes"));
+    const QString text = QStringLiteral("These files will be written:\n") + lines.join(QLatin1Char('\n'));
+    return mDialogs.message(kTitle, text, Dialogs::Icon::Question, Dialogs::Buttons::OkCancel) == Dialogs::Button::Ok;
+}
+
+void SaveChangesFlow::reportResult(const SaveChanges::Result &result)
+{
+    switch (result.outcome) {
+    case SaveChanges::Result::Outcome::Saved:
+    case SaveChanges::Result::Outcome::NothingToSave:
+        mSkin.undoStack().setClean();
+        updateNow();
+        if (!result.reopen.isEmpty()) {
+            mDialogs.message(kTitle,
+                             QStringLiteral("These files had changed on disk and now hold more than the editor shows; "
+                                            "open them again to see it:\n")
+                                 + result.reopen.join(QLatin1Char('\n')));
+        }
+        break;
+    case SaveChanges::Result::Outcome::Cancelled:
+        break;
+    case SaveChanges::Result::Outcome::Failed:
+        mDialogs.message(kTitle, result.error, Dialogs::Icon::Warning);
+        updateNow();
+        break;
+    }
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "SaveChanges.h"
+
+#include <QObject>
+#include <QString>
+
+class Dialogs;
+class QLabel;
+class QTimer;
+class SkinDocument;
+class clsKorviInterface;
+
+// Saving the changes in place, as the user sees it: which files will be
+// written (asked before writing), the question for a file changed on disk,
+// which file receives a new layer when a whole folder is open, and the status
+// bar panel that tells how many changes in how many files are unsaved. It
+// also keeps the first reading error of the skin open, so that saving the
+// whole document over a file read only in part is asked first.
+class SaveChangesFlow : public QObject
+{
+    Q_OBJECT
+
+public:
+    SaveChangesFlow(SkinDocument &skin, clsKorviInterface &document, Dialogs &dialogs,
+                    QObject *parent = nullptr);
+
+    // "N changes in M files", empty while nothing is unsaved.
+    QLabel *changesPanel() const { return mPanel; }
+
+    // A skin was opened: one file, which receives new layers, or a whole
+    // folder, where the user is asked once a new layer needs a file.
+    void openedFile(const QString &path);
+    void openedFolder(const QString &folder);
+    // Where Save As starts: the file that was opened, or, for a whole folder,
+    // the folder with no file name (no file of it is the one to write over).
+    QString saveAsStart(const QString &openedFile) const;
+    // A file could not be read past `line`.
+    void noteReadError(const QString &file, qint64 line);
+
+    // Writes every file that holds a change, after showing which. True when
+    // everything was saved (or nothing was unsaved).
+    bool saveChanges();
+    // Before the whole document is written over a file: when a file of the
+    // skin was not read whole, asks whether to write anyway. True to go on.
+    bool mayWriteWholeDocument();
+
+    // The panel is computed again a moment after the last change, so that a
+    // burst of edits on a large skin compares the document once.
+    void updateSoon();
+    void updateNow();
+
+private:
+    bool chooseFileForNewLayers();
+    bool confirmWriting(const std::vector<SaveChanges::Pending> &pending);
+    void reportResult(const SaveChanges::Result &result);
+    QStringList filesOfSkin() const;
+
+    SkinDocument &mSkin;
+    clsKorviInterface &mDocument;
+    Dialogs &mDialogs;
+    QLabel *mPanel = nullptr;
+    QTimer *mDelay = nullptr;
+    QString mFileForNewElements;
+    bool mWholeFolder = false;
+    QString mFolder;
+    QString mReadErrorFile;
+    qint64 mReadErrorLine = 0;
+};

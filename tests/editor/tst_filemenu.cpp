@@ -1,0 +1,450 @@
+// Saving changes in place from the window: File > Save Changes and Ctrl+S,
+// the list of files shown before writing, a file changed on disk, a new layer
+// of a whole folder, the count of unsaved changes, Save As after a reading
+// error or a whole folder, and what typed values and names become.
+
+#include "EditorFixture.h"
+
+#include "NodeKey.h"
+#include "ObjectTreeModel.h"
+#include "PowGridItem.h"
+#include "PropertyGridFiller.h"
+#include "SkinDocument.h"
+#include "clsPowGridItems.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QUndoStack>
+
+namespace {
+
+struct SaveFixture : EditorFixture
+{
+    SmallSkin skin;
+    QByteArray mainBefore;
+    QByteArray templatesBefore;
+
+    SaveFixture()
+    {
+        mainBefore = readTestFile(skin.mainFile());
+        templatesBefore = readTestFile(templatesFile());
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    QString templatesFile() const { return skin.uiFolder() + "/templates_a.ui"; }
+
+    ObjectTreeModel &tree() { return *window->objectTree(); }
+    QUndoStack &stack() { return window->skinDocument().undoStack(); }
+
+    QModelIndex node(const QByteArray &key)
+    {
+        const QModelIndex index = tree().indexOfKey(key);
+        for (QModelIndex up = index.parent(); up.isValid(); up = up.parent())
+            tvwObjects()->expand(up);
+        tvwObjects()->scrollTo(index);
+        return index;
+    }
+
+    QByteArray value(const QByteArray &propertyNodeKey)
+    {
+        const NodeTarget target = tree().ResolveNodeKey(propertyNodeKey);
+        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
+    }
+
+    // The value prompt behind a double click on a property node, answered.
+    void typeValue(const QByteArray &propertyKey, const QString &typed)
+    {
+        dialogs.answerText(typed);
+        const QPoint at = tvwObjects()->visualRect(node(propertyKey)).center();
+        QTest::mouseClick(tvwObjects()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseDClick(tvwObjects()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    }
+
+    void pressCtrl(Qt::Key key) { QTest::keyClick(window.get(), key, Qt::ControlModifier); }
+
+    ScriptedDialogs::Asked lastAsked() const
+    {
+        return dialogs.asked().isEmpty() ? ScriptedDialogs::Asked() : dialogs.asked().last();
+    }
+
+    QList<ScriptedDialogs::Asked> askedOfKind(const QString &kind) const
+    {
+        QList<ScriptedDialogs::Asked> found;
+        for (const ScriptedDialogs::Asked &asked : dialogs.asked()) {
+            if (asked.kind == kind)
+                found << asked;
+        }
+        return found;
+    }
+
+    QLabel *changesPanel() const { return control<QLabel>("stbChanges"); }
+    QAction *fileEntry(const char *name) const { return control<QAction>(name); }
+
+    PowGridItem *gridRow(const QString &name)
+    {
+        clsPowGridItems *items = pgrProperty()->Items();
+        for (int i = 1; i <= items->Count(); ++i) {
+            if (items->Item(i)->CellText(PropertyGridFiller::ColProperty) == name)
+                return items->Item(i);
+        }
+        return nullptr;
+    }
+};
+
+QByteArray replaced(QByteArray bytes, const QByteArray &from, const QByteArray &to)
+{
+    return bytes.replace(from, to);
+}
+
+} // namespace
+
+class TestFileMenu : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // ---- Save Changes --------------------------------------------------------------------------
+
+    void ctrlSWritesOnlyTheChangedValueAfterShowingTheFile()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Px"), QByteArray("7"));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+
+        const auto asked = f.lastAsked();
+        QCOMPARE(asked.kind, QStringLiteral("message"));
+        QCOMPARE(asked.title, QStringLiteral("Save Changes"));
+        QCOMPARE(asked.buttons, Dialogs::Buttons::OkCancel);
+        QVERIFY(asked.text.contains(QFileInfo(f.skin.mainFile()).fileName() + QStringLiteral(" (1 change)")));
+        QVERIFY(!asked.text.contains(QStringLiteral("templates_a.ui")));
+        QVERIFY(f.askedOfKind(QStringLiteral("save")).isEmpty());
+        QCOMPARE(readTestFile(f.skin.mainFile()), replaced(f.mainBefore, "txtTitle x=100", "txtTitle x=7"));
+        QCOMPARE(readTestFile(f.templatesFile()), f.templatesBefore);
+        QVERIFY(f.stack().isClean());
+    }
+
+    void theFileMenuEntrySavesTheSameWay()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EbtnOk|Py", QStringLiteral("210"));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.fileEntry("mnuSaveChanges")->trigger();
+        QCOMPARE(readTestFile(f.skin.mainFile()), replaced(f.mainBefore, "y=200", "y=210"));
+    }
+
+    void cancellingTheListOfFilesWritesNothing()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        f.dialogs.answerButton(Dialogs::Button::Cancel);
+        f.pressCtrl(Qt::Key_S);
+        QCOMPARE(f.lastAsked().title, QStringLiteral("Save Changes"));
+        QCOMPARE(readTestFile(f.skin.mainFile()), f.mainBefore);
+        QVERIFY(!f.stack().isClean());
+    }
+
+    void saveChangesIsOfferedOnceASkinIsOpen()
+    {
+        SaveFixture f;
+        QVERIFY(!f.fileEntry("mnuSaveChanges")->isEnabled());
+        f.window->openSkinFile(f.skin.mainFile());
+        QVERIFY(f.fileEntry("mnuSaveChanges")->isEnabled());
+    }
+
+    void aFileChangedOnDiskIsAskedAboutAndCancelWritesNothing()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        // Someone else changed the same line meanwhile.
+        const QByteArray theirs = replaced(f.mainBefore, "txtTitle x=100", "txtTitle x=999");
+        QVERIFY(writeTestFile(f.skin.mainFile(), theirs));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.dialogs.answerButton(Dialogs::Button::Cancel);
+        f.pressCtrl(Qt::Key_S);
+
+        const auto asked = f.lastAsked();
+        QCOMPARE(asked.text, QStringLiteral("main_800_480.ui changed on disk since it was opened. "
+                                            "Overwrite it with your version?"));
+        QCOMPARE(asked.buttons, Dialogs::Buttons::OverwriteCancel);
+        QCOMPARE(readTestFile(f.skin.mainFile()), theirs);
+        QVERIFY(!f.stack().isClean());
+    }
+
+    void aFileChangedOnDiskIsOverwrittenWhenTheUserSaysSo()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        QVERIFY(writeTestFile(f.skin.mainFile(), replaced(f.mainBefore, "txtTitle x=100", "txtTitle x=999")));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.dialogs.answerButton(Dialogs::Button::Overwrite);
+        f.pressCtrl(Qt::Key_S);
+        QCOMPARE(readTestFile(f.skin.mainFile()), replaced(f.mainBefore, "txtTitle x=100", "txtTitle x=7"));
+        QVERIFY(f.stack().isClean());
+    }
+
+    void aNewLayerAfterAllGoesIntoTheFileTheUserChooses()
+    {
+        SaveFixture f;
+        f.window->openSkinFolder(f.skin.uiFolder());
+        f.dialogs.answerText(QStringLiteral("ui_New"));
+        f.actions()->AddLayer();
+        QVERIFY(f.tree().indexOfKey("Lui_New").isValid());
+        f.dialogs.answerChoice(f.skin.mainFile());
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+
+        const auto choices = f.askedOfKind(QStringLiteral("choice"));
+        QCOMPARE(choices.size(), 1);
+        bool offered = false;
+        for (const QString &choice : choices.first().choices)
+            offered = offered || QFileInfo(choice) == QFileInfo(f.skin.mainFile());
+        QVERIFY(offered);
+        const QByteArray saved = readTestFile(f.skin.mainFile());
+        QVERIFY(saved.startsWith(f.mainBefore));
+        QVERIFY(saved.mid(f.mainBefore.size()).contains("<LAYER ui_New"));
+        QCOMPARE(readTestFile(f.templatesFile()), f.templatesBefore);
+    }
+
+    void afterAllNoFileIsAskedForWithoutANewLayer()
+    {
+        SaveFixture f;
+        f.window->openSkinFolder(f.skin.uiFolder());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+        QVERIFY(f.askedOfKind(QStringLiteral("choice")).isEmpty());
+        QCOMPARE(readTestFile(f.skin.mainFile()), replaced(f.mainBefore, "txtTitle x=100", "txtTitle x=7"));
+    }
+
+    void cancellingTheChoiceOfFileWritesNothing()
+    {
+        SaveFixture f;
+        f.window->openSkinFolder(f.skin.uiFolder());
+        f.dialogs.answerText(QStringLiteral("ui_New"));
+        f.actions()->AddLayer();
+        f.pressCtrl(Qt::Key_S);
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("choice"));
+        QCOMPARE(readTestFile(f.skin.mainFile()), f.mainBefore);
+    }
+
+    void theStatusBarCountsUnsavedChangesAndFiles()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        QCOMPARE(f.changesPanel()->text(), QString());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        QTRY_COMPARE(f.changesPanel()->text(), QStringLiteral("1 change in 1 file"));
+        f.typeValue("Lui_Main|EbtnOk|Py", QStringLiteral("210"));
+        QTRY_COMPARE(f.changesPanel()->text(), QStringLiteral("2 changes in 1 file"));
+        f.stack().undo();
+        f.stack().undo();
+        QTRY_COMPARE(f.changesPanel()->text(), QString());
+        f.stack().redo();
+        QTRY_COMPARE(f.changesPanel()->text(), QStringLiteral("1 change in 1 file"));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+        QCOMPARE(f.changesPanel()->text(), QString());
+    }
+
+    // ---- Save As ---------------------------------------------------------------------------------
+
+    void saveAsAfterAReadingErrorAsksFirstAndNoWritesNothing()
+    {
+        SaveFixture f;
+        const QString file = f.skin.uiFolder() + "/broken_800_480.ui";
+        const QByteArray broken = "<LAYER ui_A>\r\n</LAYER>\r\n<TEXT stray x=1>\r\n<LAYER ui_B>\r\n</LAYER>\r\n";
+        QVERIFY(writeTestFile(file, broken));
+        f.window->openSkinFile(file);
+        f.dialogs.answerButton(Dialogs::Button::No);
+        f.fileEntry("mnuSaveAs")->trigger();
+        const auto asked = f.lastAsked();
+        QCOMPARE(asked.kind, QStringLiteral("message"));
+        QCOMPARE(asked.text, QStringLiteral("broken_800_480.ui was not read whole (line 3). "
+                                            "Saving writes only what was read. Save anyway?"));
+        QCOMPARE(asked.buttons, Dialogs::Buttons::YesNo);
+        QVERIFY(f.askedOfKind(QStringLiteral("save")).isEmpty());
+        QCOMPARE(readTestFile(file), broken);
+    }
+
+    void saveAsAfterAReadingErrorAnsweredYesGoesOn()
+    {
+        SaveFixture f;
+        const QString file = f.skin.uiFolder() + "/broken_800_480.ui";
+        QVERIFY(writeTestFile(file, "<LAYER ui_A>\r\n</LAYER>\r\n<TEXT stray x=1>\r\n"));
+        f.window->openSkinFile(file);
+        f.dialogs.answerButton(Dialogs::Button::Yes);
+        f.window->button(QStringLiteral("Save"))->trigger();
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("save"));
+    }
+
+    void saveAsWithoutAReadingErrorAsksNothingFirst()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->button(QStringLiteral("Save"))->trigger();
+        QCOMPARE(f.dialogs.asked().size(), 1);
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("save"));
+        QCOMPARE(f.lastAsked().value, QFileInfo(f.skin.mainFile()).absoluteFilePath());
+    }
+
+    void saveAsAfterAllStartsInTheFolderWithNoFileName()
+    {
+        SaveFixture f;
+        f.window->openSkinFolder(f.skin.uiFolder());
+        f.fileEntry("mnuSaveAs")->trigger();
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("save"));
+        QCOMPARE(f.lastAsked().value, f.skin.uiFolder() + QLatin1Char('/'));
+    }
+
+    // ---- the File menu -----------------------------------------------------------------------------
+
+    void theFileMenuComesFirstWithItsEntriesAndKeys()
+    {
+        SaveFixture f;
+        QMenu *file = f.control<QMenu>("mnuFile");
+        QCOMPARE(f.window->menuBar()->actions().first(), file->menuAction());
+        QStringList names;
+        for (QAction *action : file->actions()) {
+            if (!action->isSeparator())
+                names << action->objectName();
+        }
+        QCOMPARE(names, QStringList({ "mnuOpen", "mnuOpenFolder", "mnuSaveChanges", "mnuSaveAs", "mnuQuit" }));
+        QCOMPARE(f.fileEntry("mnuOpen")->shortcut(), QKeySequence(QKeySequence::Open));
+        QCOMPARE(f.fileEntry("mnuSaveChanges")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_S));
+        QCOMPARE(f.fileEntry("mnuQuit")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    }
+
+    void ctrlOShowsTheOpenDialog()
+    {
+        SaveFixture f;
+        f.dialogs.answerPath(f.skin.mainFile());
+        f.pressCtrl(Qt::Key_O);
+        QCOMPARE(f.askedOfKind(QStringLiteral("open")).size(), 1);
+        QVERIFY(f.tree().indexOfKey("Lui_Main").isValid());
+    }
+
+    void openFolderIsTheWholeFolderCommand()
+    {
+        SaveFixture f;
+        f.dialogs.answerPath(f.skin.uiFolder());
+        f.fileEntry("mnuOpenFolder")->trigger();
+        QCOMPARE(f.lastAsked().title, QStringLiteral("Select Skin ui Directory"));
+        QVERIFY(f.tree().indexOfKey("Lui_Common").isValid());
+    }
+
+    void ctrlQClosesTheWindow()
+    {
+        SaveFixture f;
+        QVERIFY(f.window->isVisible());
+        f.pressCtrl(Qt::Key_Q);
+        QVERIFY(!f.window->isVisible());
+    }
+
+    // ---- typed values and names ---------------------------------------------------------------------
+
+    void aTypedValueWithSpacesIsStoredInQuotes()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Ptext", QStringLiteral("Go home now"));
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Ptext"), QByteArray("\"Go home now\""));
+    }
+
+    void aTypedValueWithBothQuotesIsRefusedAndNothingChanges()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Ptext", QStringLiteral("say \"it's\""));
+        QCOMPARE(f.lastAsked().icon, Dialogs::Icon::Warning);
+        QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be stored")));
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Ptext"), QByteArray("Title"));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
+    void aTypedValueOutsideTheSkinsCharactersIsRefused()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Ptext", QString::fromUtf8("\xe2\x86\x92 Home"));
+        QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be stored")));
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Ptext"), QByteArray("Title"));
+    }
+
+    void aGridValueWithSpacesIsStoredInQuotes()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->selectNode(f.node("Lui_Main|EtxtTitle"));
+        PowGridItem *row = f.gridRow(QStringLiteral("text"));
+        QVERIFY(row);
+        row->setCellText(PropertyGridFiller::ColValue, QStringLiteral("Go home now"));
+        emit f.pgrProperty()->ItemChanged(row, PropertyGridFiller::ColValue);
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Ptext"), QByteArray("\"Go home now\""));
+    }
+
+    void aRefusedGridValueLeavesTheValueAndTheCell()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->selectNode(f.node("Lui_Main|EtxtTitle"));
+        PowGridItem *row = f.gridRow(QStringLiteral("text"));
+        row->setCellText(PropertyGridFiller::ColValue, QStringLiteral("two\nlines"));
+        emit f.pgrProperty()->ItemChanged(row, PropertyGridFiller::ColValue);
+        QVERIFY(f.lastAsked().text.contains(QStringLiteral("line break")));
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Ptext"), QByteArray("Title"));
+        QCOMPARE(f.gridRow(QStringLiteral("text"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("Title"));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
+    void aLayerNameThatIsNotOneWordIsRefused()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.dialogs.answerText(QStringLiteral("big button"));
+        f.actions()->AddLayer();
+        QCOMPARE(f.lastAsked().text,
+                 QString::fromUtf8("\xe2\x80\x9c" "big button" "\xe2\x80\x9d cannot be a name: use letters, digits, _ and /"));
+        QCOMPARE(f.stack().count(), 0);
+        QVERIFY(!f.tree().indexOfKey("Lbig").isValid());
+    }
+
+    void anObjectNameThatIsNotOneWordIsRefused()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->selectNode(f.node("Lui_Main"));
+        f.dialogs.answerText(QStringLiteral("btn Home"));
+        f.actions()->AddElement(QStringLiteral("BUTTON"));
+        QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be a name")));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
+    void aPropertyKeyThatIsNotOneWordIsRefusedAndAGoodOneIsLowerCased()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->selectNode(f.node("Lui_Main|EtxtTitle"));
+        f.dialogs.answerText(QStringLiteral("my key"));
+        f.actions()->AddProperty();
+        QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be a name")));
+        QCOMPARE(f.stack().count(), 0);
+        f.dialogs.answerText(QStringLiteral("Padding"));
+        f.actions()->AddProperty();
+        QCOMPARE(f.stack().count(), 1);
+        QVERIFY(f.value("Lui_Main|EtxtTitle|Ppadding") != QByteArray("(none)"));
+    }
+};
+
+QTEST_MAIN(TestFileMenu)
+#include "tst_filemenu.moc"
