@@ -3,6 +3,7 @@
 #include "Dialogs.h"
 #include "HourglassCursor.h"
 #include "SkinDocument.h"
+#include "StatusProgress.h"
 #include "clsKorviInterface.h"
 
 #include <QFileInfo>
@@ -13,6 +14,9 @@
 namespace {
 
 const QString kTitle = QStringLiteral("Save Changes");
+
+// Saving more files than this shows a progress bar while they are written.
+constexpr size_t kManyFiles = 10;
 
 // A change made after the last one within this time is counted with it.
 constexpr int kSummaryDelayMs = 150;
@@ -38,11 +42,12 @@ QStringList problemsOf(const std::vector<SaveChanges::Pending> &pending)
 } // namespace
 
 SaveChangesFlow::SaveChangesFlow(SkinDocument &skin, clsKorviInterface &document, Dialogs &dialogs,
-                                 QObject *parent)
+                                 StatusProgress &progress, QObject *parent)
     : QObject(parent)
     , mSkin(skin)
     , mDocument(document)
     , mDialogs(dialogs)
+    , mProgress(progress)
 {
     setObjectName(QStringLiteral("SaveChangesFlow"));
     mPanel = new QLabel;
@@ -151,6 +156,9 @@ bool SaveChangesFlow::saveChanges()
     SaveChanges saver(mDocument);
     saver.setFileForNewElements(mFileForNewElements);
     HourglassCursor hourglass;
+    // The files are written in one call: the bar says the window is busy.
+    if (pending.size() > kManyFiles)
+        mProgress.begin(0);
     const SaveChanges::Result result = saver.save([this, &hourglass](const QString &path) {
         hourglass.restore();
         return mDialogs.message(kTitle, SaveChanges::changedOnDiskQuestion(path), Dialogs::Icon::Warning,
@@ -158,6 +166,7 @@ bool SaveChangesFlow::saveChanges()
             == Dialogs::Button::Overwrite;
     });
     hourglass.restore();
+    mProgress.end();
     reportResult(result);
     return result.ok();
 }

@@ -13,7 +13,10 @@
 #include "PowGrid.h"
 #include "PropertyGridController.h"
 #include "RenderSetup.h"
+#include "PictureExport.h"
+#include "RecentFiles.h"
 #include "SaveChangesFlow.h"
+#include "StatusProgress.h"
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
@@ -40,6 +43,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QToolBar>
@@ -47,6 +51,9 @@
 #include <QUndoStack>
 
 namespace {
+
+// A folder holding more than this shows a progress bar while it is read.
+constexpr qint64 kLargeFolderBytes = 2 * 1024 * 1024;
 
 const QString kSkinFilter = QStringLiteral("User Interface File Korvi8|*.ui");
 
@@ -142,7 +149,8 @@ void frmEditor::createControllers()
 {
     mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects,
                                    { mnuProperty, mnuLayer, mnuElement, mnuAddElement }, mEnv.dialogs, this);
-    mSaveFlow = new SaveChangesFlow(*mSkin, mEnv.document, mEnv.dialogs, this);
+    mProgress = new StatusProgress(this);
+    mSaveFlow = new SaveChangesFlow(*mSkin, mEnv.document, mEnv.dialogs, *mProgress, this);
     mActions->save = [this] { SaveCommand(); };
     createFileMenu();
     QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
@@ -154,6 +162,7 @@ void frmEditor::createControllers()
     tlbMain->addAction(mActions->redoAction());
     stbMain->addPermanentWidget(mActions->modifiedPanel());
     stbMain->addPermanentWidget(mSaveFlow->changesPanel());
+    stbMain->addPermanentWidget(mProgress->bar());
 
     mCanvas = new CanvasController({ pctTemplate, mshObject, canvasArea, button(QStringLiteral("Lock")) },
                                    mRendering->renderer, *mSkin, *this, this);
@@ -177,13 +186,30 @@ void frmEditor::createFileMenu()
     };
     add("mnuOpen", QStringLiteral("&Open..."), QKeySequence::Open, &frmEditor::OpenCommand);
     add("mnuOpenFolder", QStringLiteral("Open &Folder..."), QKeySequence(), &frmEditor::DirCommand);
+    QMenu *recent = file->addMenu(QStringLiteral("Recent &Files"));
+    recent->setObjectName(QStringLiteral("mnuRecent"));
+    mRecent = new RecentFiles(RecentFiles::storePathBeside(mEnv.settings.path()), recent, this);
+    connect(mRecent, &RecentFiles::openRequested, this, &frmEditor::openRecent);
     file->addSeparator();
     add("mnuSaveChanges", QStringLiteral("&Save Changes"), QKeySequence(Qt::CTRL | Qt::Key_S),
         &frmEditor::SaveChangesCommand)->setEnabled(false);
     add("mnuSaveAs", QStringLiteral("Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
         &frmEditor::SaveCommand)->setEnabled(false);
     file->addSeparator();
+    add("mnuExportPicture", QStringLiteral("&Export Picture..."), QKeySequence(), &frmEditor::ExportPictureCommand);
+    file->addSeparator();
     add("mnuQuit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &QWidget::close);
+}
+
+// A recent file opens as Open opens it, a recent folder as Open Folder.
+void frmEditor::openRecent(const QString &path)
+{
+    if (!mActions->mayDiscardChanges())
+        return;
+    if (QFileInfo(path).isDir())
+        openSkinFolder(path);
+    else
+        openSkinFile(path);
 }
 
 // The views follow the document: a new current node is shown whole; a change
@@ -379,6 +405,7 @@ void frmEditor::openSkinFile(const QString &path)
     context.UiFilePath = file.absoluteFilePath();
     mSkin->setContext(context);
     mSaveFlow->openedFile(context.UiFilePath);
+    mRecent->add(path);
     mSkin->reload([this, &path](clsKorviInterface &document) {
         SkinLoader::openSkinFile(document, path, [this](const SkinReadError &error) {
             reportReadError(error.file(), error.line(), error.message());
@@ -408,10 +435,14 @@ void frmEditor::openSkinFolder(const QString &folder)
     // common files included, unlike Open, which marks templates as imported.
     SkinContext context = mSkin->context();
     mSaveFlow->openedFolder(folder);
+    mRecent->add(folder);
     mSkin->reload([this, &folder, &context](clsKorviInterface &) {
         QString lastFile;
-        for (const QString &file : SkinFolderListing::uiFilesIn(folder)) {
+        const QStringList files = SkinFolderListing::uiFilesIn(folder);
+        mProgress->beginFiles(files, kLargeFolderBytes);
+        for (const QString &file : files) {
             readSkinFile(file, false);
+            mProgress->fileDone(file);
             const QString format = SkinLoader::skinFormatFromFileName(file);
             if (!format.isEmpty())
                 context.SkinFormat = format;
@@ -427,6 +458,7 @@ void frmEditor::openSkinFolder(const QString &folder)
         const QString common = QDir::cleanPath(folder + QStringLiteral("/../../common/ui"));
         for (const QString &file : SkinFolderListing::uiFilesIn(common))
             readSkinFile(file, false);
+        mProgress->end();
     });
     mSkin->setContext(context);
     finishLoading();
@@ -501,6 +533,13 @@ void frmEditor::SaveCommand()
 void frmEditor::SaveChangesCommand()
 {
     mSaveFlow->saveChanges();
+}
+
+void frmEditor::ExportPictureCommand()
+{
+    const QString start = mEnv.context.UiFilePath.isEmpty() ? mEnv.context.SkinDirectory
+                                                            : QFileInfo(mEnv.context.UiFilePath).absolutePath();
+    PictureExport::ask(mEnv.dialogs, pctTmp, start);
 }
 
 void frmEditor::LockCommand()

@@ -18,7 +18,9 @@ class MovableShape;
 class ObjectTreeModel;
 class PowGrid;
 class PropertyGridController;
+class RecentFiles;
 class SaveChangesFlow;
+class StatusProgress;
 struct RenderSetup;
 class QAction;
 class QLabel;
@@ -68,6 +70,8 @@ public:
     void SaveCommand();
     // File > Save Changes: every changed file written in place, nothing else.
     void SaveChangesCommand();
+    // File > Export Picture: the canvas's picture as a PNG file.
+    void ExportPictureCommand();
     void LockCommand();
     void SettingsCommand();
     void AboutCommand();
@@ -129,6 +133,7 @@ private:
     void createStatusBar();
     void createControllers();
     void createFileMenu();
+    void openRecent(const QString &path);
     void followDocument();
 
     void ClearDocument();
@@ -183,6 +188,8 @@ private:
     CanvasController *mCanvas = nullptr;
     PropertyGridController *mGrid = nullptr;
     SaveChangesFlow *mSaveFlow = nullptr;
+    RecentFiles *mRecent = nullptr;
+    StatusProgress *mProgress = nullptr;
 
     clsElement *mCurrentObject = nullptr;
     const clsElement *mShownLayer = nullptr;

@@ -16,6 +16,8 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProgressBar>
+#include <QSignalSpy>
 #include <QUndoStack>
 
 namespace {
@@ -319,7 +321,9 @@ private slots:
             if (!action->isSeparator())
                 names << action->objectName();
         }
-        QCOMPARE(names, QStringList({ "mnuOpen", "mnuOpenFolder", "mnuSaveChanges", "mnuSaveAs", "mnuQuit" }));
+        QCOMPARE(names, QStringList({ "mnuOpen", "mnuOpenFolder", QString(), "mnuSaveChanges", "mnuSaveAs",
+                                      "mnuExportPicture", "mnuQuit" }));
+        QCOMPARE(file->actions().at(2)->menu(), f.control<QMenu>("mnuRecent"));
         QCOMPARE(f.fileEntry("mnuOpen")->shortcut(), QKeySequence(QKeySequence::Open));
         QCOMPARE(f.fileEntry("mnuSaveChanges")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_S));
         QCOMPARE(f.fileEntry("mnuQuit")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -349,6 +353,152 @@ private slots:
         QVERIFY(f.window->isVisible());
         f.pressCtrl(Qt::Key_Q);
         QVERIFY(!f.window->isVisible());
+    }
+
+    // ---- recent files ---------------------------------------------------------------------------------
+
+    void openedFilesAndFoldersAreRecentNewestFirstAndKeptForTheNextRun()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->openSkinFolder(f.skin.uiFolder());
+        QMenu *recent = f.control<QMenu>("mnuRecent");
+        emit recent->aboutToShow();
+        QCOMPARE(recent->actions().size(), 2);
+        QCOMPARE(recent->actions().at(0)->data().toString(), QFileInfo(f.skin.uiFolder()).absoluteFilePath());
+        QCOMPARE(recent->actions().at(1)->data().toString(), QFileInfo(f.skin.mainFile()).absoluteFilePath());
+
+        frmEditor next(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
+        QMenu *nextRecent = next.findChild<QMenu *>(QStringLiteral("mnuRecent"));
+        emit nextRecent->aboutToShow();
+        QCOMPARE(nextRecent->actions().size(), 2);
+        QCOMPARE(nextRecent->actions().at(0)->data().toString(), QFileInfo(f.skin.uiFolder()).absoluteFilePath());
+    }
+
+    void aRecentEntryOpensItsFileAndAMissingOneIsGreyed()
+    {
+        SaveFixture f;
+        const QString gone = f.skin.uiFolder() + "/gone_800_480.ui";
+        QVERIFY(writeTestFile(gone, "<LAYER ui_Gone>\r\n</LAYER>\r\n"));
+        f.window->openSkinFile(gone);
+        f.window->openSkinFile(f.skin.mainFile());
+        QVERIFY(QFile::remove(gone));
+        f.window->openSkinFolder(f.skin.uiFolder());
+        QMenu *recent = f.control<QMenu>("mnuRecent");
+        emit recent->aboutToShow();
+        QCOMPARE(recent->actions().size(), 3);
+        QVERIFY(!recent->actions().at(2)->isEnabled());
+        QVERIFY(recent->actions().at(1)->isEnabled());
+        recent->actions().at(1)->trigger();
+        QCOMPARE(f.window->windowTitle(), QStringLiteral("Korvi8 Template Editor <main_800_480.ui>"));
+        QVERIFY(!f.tree().indexOfKey("Lui_Common").isValid());
+    }
+
+    void onlyTheLastTenAreKept()
+    {
+        SaveFixture f;
+        for (int i = 0; i < 12; ++i) {
+            const QString file = f.skin.uiFolder() + QStringLiteral("/skin%1.ui").arg(i);
+            QVERIFY(writeTestFile(file, "<LAYER ui_A>\r\n</LAYER>\r\n"));
+            f.window->openSkinFile(file);
+        }
+        QMenu *recent = f.control<QMenu>("mnuRecent");
+        emit recent->aboutToShow();
+        QCOMPARE(recent->actions().size(), 10);
+        QVERIFY(recent->actions().first()->data().toString().endsWith(QStringLiteral("skin11.ui")));
+        QVERIFY(recent->actions().last()->data().toString().endsWith(QStringLiteral("skin2.ui")));
+    }
+
+    // ---- export picture --------------------------------------------------------------------------------
+
+    void exportPictureWritesTheCanvasAsPng()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->selectNode(f.node("Lui_Main"));
+        QTemporaryDir out;
+        const QString path = out.filePath(QStringLiteral("main.png"));
+        f.dialogs.answerPath(path);
+        f.fileEntry("mnuExportPicture")->trigger();
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("save"));
+        QCOMPARE(f.lastAsked().filter, QStringLiteral("PNG Picture|*.png"));
+        const QImage written(path);
+        QVERIFY(!written.isNull());
+        QCOMPARE(written.convertToFormat(QImage::Format_RGB32), f.window->offScreenPicture());
+    }
+
+    void exportPictureOverAFileAsksOnceAndNoLeavesIt()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->selectNode(f.node("Lui_Main"));
+        QTemporaryDir out;
+        const QString path = out.filePath(QStringLiteral("main.png"));
+        QVERIFY(writeTestFile(path, "old"));
+        f.dialogs.answerPath(path);
+        f.dialogs.answerButton(Dialogs::Button::No);
+        f.fileEntry("mnuExportPicture")->trigger();
+        QCOMPARE(f.askedOfKind(QStringLiteral("message")).size(), 1);
+        QCOMPARE(f.lastAsked().text, QStringLiteral("File already exists, do you want to overwrite?"));
+        QCOMPARE(readTestFile(path), QByteArray("old"));
+    }
+
+    // ---- progress -----------------------------------------------------------------------------------------
+
+    void aLargeFolderShowsProgressWhileItIsRead()
+    {
+        SaveFixture f;
+        QByteArray big = "<LAYER ui_Big>\r\n";
+        while (big.size() < 2200 * 1024)
+            big += "\t<TEXT txtLine x=1 y=2 w=3 h=4 text=Some_text_to_make_the_file_large>\r\n";
+        big += "</LAYER>\r\n";
+        QVERIFY(writeTestFile(f.skin.uiFolder() + "/big_800_480.ui", big));
+        auto *bar = f.control<QProgressBar>("stbProgress");
+        QSignalSpy steps(bar, &QProgressBar::valueChanged);
+        f.window->openSkinFolder(f.skin.uiFolder());
+        QVERIFY(steps.count() >= 2);
+        QVERIFY(bar->isHidden());
+    }
+
+    void aSmallFolderShowsNoProgress()
+    {
+        SaveFixture f;
+        auto *bar = f.control<QProgressBar>("stbProgress");
+        QSignalSpy steps(bar, &QProgressBar::valueChanged);
+        f.window->openSkinFolder(f.skin.uiFolder());
+        QCOMPARE(steps.count(), 0);
+    }
+
+    void savingChangesInMoreThanTenFilesShowsProgress()
+    {
+        SaveFixture f;
+        for (int i = 0; i < 11; ++i) {
+            QVERIFY(writeTestFile(f.skin.uiFolder() + QStringLiteral("/part%1.ui").arg(i),
+                                  QStringLiteral("<LAYER ui_P%1>\r\n\t<TEXT t x=1>\r\n</LAYER>\r\n").arg(i).toLatin1()));
+        }
+        f.window->openSkinFolder(f.skin.uiFolder());
+        for (int i = 0; i < 11; ++i)
+            f.typeValue(QStringLiteral("Lui_P%1|Et|Px").arg(i).toLatin1(), QStringLiteral("2"));
+        QCOMPARE(f.stack().count(), 11);
+        auto *bar = f.control<QProgressBar>("stbProgress");
+        QSignalSpy shown(bar, &QProgressBar::valueChanged);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+        QVERIFY(shown.count() >= 1);
+        QVERIFY(bar->isHidden());
+        QVERIFY(readTestFile(f.skin.uiFolder() + "/part10.ui").contains("x=2"));
+    }
+
+    void savingChangesInAFewFilesShowsNoProgress()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        auto *bar = f.control<QProgressBar>("stbProgress");
+        QSignalSpy shown(bar, &QProgressBar::valueChanged);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+        QCOMPARE(shown.count(), 0);
     }
 
     // ---- typed values and names ---------------------------------------------------------------------

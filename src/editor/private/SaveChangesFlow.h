@@ -9,6 +9,7 @@ class Dialogs;
 class QLabel;
 class QTimer;
 class SkinDocument;
+class StatusProgress;
 class clsKorviInterface;
 
 // Saving the changes in place, as the user sees it: which files will be
@@ -23,7 +24,7 @@ class SaveChangesFlow : public QObject
 
 public:
     SaveChangesFlow(SkinDocument &skin, clsKorviInterface &document, Dialogs &dialogs,
-                    QObject *parent = nullptr);
+                    StatusProgress &progress, QObject *parent = nullptr);
 
     // "N changes in M files", empty while nothing is unsaved.
     QLabel *changesPanel() const { return mPanel; }
@@ -59,6 +60,7 @@ private:
     SkinDocument &mSkin;
     clsKorviInterface &mDocument;
     Dialogs &mDialogs;
+    StatusProgress &mProgress;
     QLabel *mPanel = nullptr;
     QTimer *mDelay = nullptr;
     QString mFileForNewElements;
