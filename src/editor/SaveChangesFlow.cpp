@@ -58,6 +58,7 @@ SaveChangesFlow::SaveChangesFlow(SkinDocument &skin, clsKorviInterface &document
     mDelay->setInterval(kSummaryDelayMs);
     connect(mDelay, &QTimer::timeout, this, &SaveChangesFlow::updateNow);
     connect(&skin.undoStack(), &QUndoStack::indexChanged, this, &SaveChangesFlow::updateSoon);
+    connect(&skin.undoStack(), &QUndoStack::cleanChanged, this, &SaveChangesFlow::updateSoon);
     connect(&skin, &SkinDocument::reset, this, &SaveChangesFlow::updateNow);
 }
 

@@ -62,6 +62,28 @@ private slots:
         QVERIFY(!dialogs.print(request));
     }
 
+    void aChoiceIsRecordedWithWhatItOfferedAndAnsweredInOrder()
+    {
+        ScriptedDialogs dialogs;
+        const QStringList offered{ QStringLiteral("/skins/a.ui"), QStringLiteral("/skins/b.ui") };
+        dialogs.answerChoice(QStringLiteral("/skins/b.ui"));
+        QCOMPARE(dialogs.choose(QStringLiteral("t"), QStringLiteral("Which?"), offered), QStringLiteral("/skins/b.ui"));
+        QCOMPARE(dialogs.choose(QStringLiteral("t"), QStringLiteral("Which?"), offered), QString());
+        QCOMPARE(dialogs.asked().size(), 2);
+        QCOMPARE(dialogs.asked().first().kind, QStringLiteral("choice"));
+        QCOMPARE(dialogs.asked().first().text, QStringLiteral("Which?"));
+        QCOMPARE(dialogs.asked().first().choices, offered);
+        QCOMPARE(dialogs.unanswered(), 0);
+    }
+
+    void anUnansweredOverwriteQuestionIsCancelled()
+    {
+        ScriptedDialogs dialogs;
+        QCOMPARE(dialogs.message(QStringLiteral("t"), QStringLiteral("m"), Dialogs::Icon::Warning,
+                                 Dialogs::Buttons::OverwriteCancel),
+                 Dialogs::Button::Cancel);
+    }
+
     void filtersAreWrittenTheToolkitsWay()
     {
         QCOMPARE(Dialogs::toolkitFilter(QStringLiteral("User Interface File Korvi8|*.ui")),
