@@ -127,6 +127,33 @@ clsElement *SkinDocument::insertElement(const QByteArray &parentKey, int index,
     return inserted;
 }
 
+clsElement *SkinDocument::insertNewElement(const QByteArray &parentKey, int index,
+                                           std::unique_ptr<clsElement> element)
+{
+    clsElements *children = childrenOf(parentKey);
+    if (!children || !element)
+        return nullptr;
+    element->setElementKey(children->uniqueKeyFor(element->strName()));
+    return insertElement(parentKey, index, std::move(element));
+}
+
+// The element goes out and comes back at its place: the tree and the
+// collection's keys follow as for any removal and insertion, told as one change.
+QByteArray SkinDocument::renameElement(const QByteArray &nodeKey, const QByteArray &name, const QByteArray &key)
+{
+    const NodeKey parent = NodeKey(nodeKey).parent();
+    clsElements *children = childrenOf(parent);
+    const int index = children ? children->IndexOf(elementAt(nodeKey)) : -1;
+    if (index < 0 || (!key.isEmpty() && children->ItemExist(key) && children->indexOf(key) != index))
+        return {};
+    ChangeBatch batch(*this);
+    std::unique_ptr<clsElement> element = takeElement(parent, index);
+    element->setStrName(name);
+    element->setElementKey(key.isEmpty() ? children->uniqueKeyFor(name) : key);
+    const clsElement *renamed = insertElement(parent, index, std::move(element));
+    return parent.isEmpty() ? NodeKey::block(*renamed) : parent.child(*renamed);
+}
+
 std::unique_ptr<clsElement> SkinDocument::takeElement(const QByteArray &parentKey, int index)
 {
     clsElements *children = childrenOf(parentKey);

@@ -13,6 +13,7 @@
 
 class CanvasController;
 class DocumentActions;
+class EditActions;
 class LayerRenderer;
 class MovableShape;
 class ObjectTreeModel;
@@ -32,6 +33,7 @@ class SkinDocument;
 class Splitter;
 class TextBoxInfoSink;
 class ToolbarImages;
+class TreeFilter;
 class clsElement;
 
 // The editor's main window: the document's tree, the canvas with the selected
@@ -176,6 +178,8 @@ private:
     std::unique_ptr<TextBoxInfoSink> mInfoSink;
     std::unique_ptr<RenderSetup> mRendering;
     DocumentActions *mActions = nullptr;
+    EditActions *mEdit = nullptr;
+    TreeFilter *mTreeFilter = nullptr;
     CanvasController *mCanvas = nullptr;
     PropertyGridController *mGrid = nullptr;
 
