@@ -61,11 +61,6 @@ clsElement *clsElements::Insert(int position, std::unique_ptr<clsElement> elemen
     return raw;
 }
 
-QByteArray clsElements::uniqueKeyFor(const QByteArray &name)
-{
-    return indexOf(name) < 0 ? name : mIndex.numberedKey(name, keys());
-}
-
 std::unique_ptr<clsElement> clsElements::Take(int position)
 {
     if (position < 0 || position >= Count())

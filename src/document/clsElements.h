@@ -27,9 +27,6 @@ public:
     // Puts an element back at a 0-based position under exactly its own
     // ElementKey (which must be free); used to undo a removal.
     clsElement *Insert(int position, std::unique_ptr<clsElement> element);
-    // The key an element named `name` gets when it is stored here now: the
-    // name itself when it is free, else the first free "name[n]".
-    QByteArray uniqueKeyFor(const QByteArray &name);
     // Takes the element at a 0-based position out of the collection, whole.
     std::unique_ptr<clsElement> Take(int position);
 

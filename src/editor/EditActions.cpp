@@ -88,8 +88,9 @@ void EditActions::updateActions()
     mCopy->setEnabled(element);
     mDuplicate->setEnabled(element);
     mRename->setEnabled(element);
+    // The Remove menus take away objects, layers and properties.
     const char letter = currentLetter();
-    mDelete->setEnabled(element || letter == 'P');
+    mDelete->setEnabled(letter == 'E' || letter == 'L' || letter == 'P');
 }
 
 // ---- delete and rename ----------------------------------------------------------------

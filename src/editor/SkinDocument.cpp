@@ -6,6 +6,23 @@
 
 #include <QUndoStack>
 
+namespace {
+
+// The key the collection gives a new element named `name`: the name itself
+// when it is free, else the first free "name[n]", counting from 0.
+QByteArray uniqueKeyIn(const clsElements &children, const QByteArray &name)
+{
+    if (!children.ItemExist(name))
+        return name;
+    for (int n = 0;; ++n) {
+        const QByteArray key = name + '[' + QByteArray::number(n) + ']';
+        if (!children.ItemExist(key))
+            return key;
+    }
+}
+
+} // namespace
+
 SkinDocument::SkinDocument(clsKorviInterface &document, SkinContext &context, QObject *parent)
     : QObject(parent)
     , mDocument(document)
@@ -133,7 +150,7 @@ clsElement *SkinDocument::insertNewElement(const QByteArray &parentKey, int inde
     clsElements *children = childrenOf(parentKey);
     if (!children || !element)
         return nullptr;
-    element->setElementKey(children->uniqueKeyFor(element->strName()));
+    element->setElementKey(uniqueKeyIn(*children, element->strName()));
     return insertElement(parentKey, index, std::move(element));
 }
 
@@ -149,7 +166,7 @@ QByteArray SkinDocument::renameElement(const QByteArray &nodeKey, const QByteArr
     ChangeBatch batch(*this);
     std::unique_ptr<clsElement> element = takeElement(parent, index);
     element->setStrName(name);
-    element->setElementKey(key.isEmpty() ? children->uniqueKeyFor(name) : key);
+    element->setElementKey(key.isEmpty() ? uniqueKeyIn(*children, name) : key);
     const clsElement *renamed = insertElement(parent, index, std::move(element));
     return parent.isEmpty() ? NodeKey::block(*renamed) : parent.child(*renamed);
 }

@@ -8,6 +8,7 @@
 #include "ElementText.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
+#include "SaveChanges.h"
 #include "SkinDocument.h"
 
 #include <QClipboard>
@@ -27,10 +28,11 @@ const QByteArray kSkin = "<LAYER ui_Main>\r\n"
 struct EditFixture : EditorFixture
 {
     QTemporaryDir skinFolder;
+    QString file;
 
     explicit EditFixture(const QByteArray &skin = kSkin)
     {
-        const QString file = skinFolder.path() + "/800_480/ui/edit_800_480.ui";
+        file = skinFolder.path() + "/800_480/ui/edit_800_480.ui";
         QVERIFY(writeTestFile(file, skin));
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
@@ -174,6 +176,27 @@ private slots:
         QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be a name")));
         QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
         QCOMPARE(f.stack().count(), 0);
+    }
+
+    void saveChangesWritesTheNewNameInPlaceAndTheCopyBesideIt()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.dialogs.answerText(QStringLiteral("txtFirst"));
+        f.press(Qt::Key_F2);
+        f.select("Lui_Other|EtxtTwo");
+        f.press(Qt::Key_D, Qt::ControlModifier);
+        SaveChanges saver(f.document);
+        saver.setFileForNewElements(f.file);
+        QVERIFY(saver.save([](const QString &) { return false; }).ok());
+        QFile written(f.file);
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        const QByteArray bytes = written.readAll();
+        QVERIFY(bytes.startsWith("<LAYER ui_Main>\r\n"
+                                 "\t<TEXT txtFirst x=5 y=5 w=50 h=20 text=One>\r\n"
+                                 "\t<BUTTON btnOk x=300 y=200 w=80 h=40 visible>\r\n"
+                                 "</LAYER>\r\n"));
+        QCOMPARE(bytes.count("<TEXT txtTwo x=5 y=50 w=50 h=20 text=Two>"), 2);
     }
 
     // ---- clipboard ----------------------------------------------------------------------
