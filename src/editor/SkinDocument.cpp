@@ -6,6 +6,23 @@
 
 #include <QUndoStack>
 
+namespace {
+
+// The key the collection gives a new element named `name`: the name itself
+// when it is free, else the first free "name[n]", counting from 0.
+QByteArray uniqueKeyIn(const clsElements &children, const QByteArray &name)
+{
+    if (!children.ItemExist(name))
+        return name;
+    for (int n = 0;; ++n) {
+        const QByteArray key = name + '[' + QByteArray::number(n) + ']';
+        if (!children.ItemExist(key))
+            return key;
+    }
+}
+
+} // namespace
+
 SkinDocument::SkinDocument(clsKorviInterface &document, SkinContext &context, QObject *parent)
     : QObject(parent)
     , mDocument(document)
@@ -125,6 +142,33 @@ clsElement *SkinDocument::insertElement(const QByteArray &parentKey, int index,
     emit elementInserted(parentKey, index);
     changeMade();
     return inserted;
+}
+
+clsElement *SkinDocument::insertNewElement(const QByteArray &parentKey, int index,
+                                           std::unique_ptr<clsElement> element)
+{
+    clsElements *children = childrenOf(parentKey);
+    if (!children || !element)
+        return nullptr;
+    element->setElementKey(uniqueKeyIn(*children, element->strName()));
+    return insertElement(parentKey, index, std::move(element));
+}
+
+// The element goes out and comes back at its place: the tree and the
+// collection's keys follow as for any removal and insertion, told as one change.
+QByteArray SkinDocument::renameElement(const QByteArray &nodeKey, const QByteArray &name, const QByteArray &key)
+{
+    const NodeKey parent = NodeKey(nodeKey).parent();
+    clsElements *children = childrenOf(parent);
+    const int index = children ? children->IndexOf(elementAt(nodeKey)) : -1;
+    if (index < 0 || (!key.isEmpty() && children->ItemExist(key) && children->indexOf(key) != index))
+        return {};
+    ChangeBatch batch(*this);
+    std::unique_ptr<clsElement> element = takeElement(parent, index);
+    element->setStrName(name);
+    element->setElementKey(key.isEmpty() ? uniqueKeyIn(*children, name) : key);
+    const clsElement *renamed = insertElement(parent, index, std::move(element));
+    return parent.isEmpty() ? NodeKey::block(*renamed) : parent.child(*renamed);
 }
 
 std::unique_ptr<clsElement> SkinDocument::takeElement(const QByteArray &parentKey, int index)

@@ -5,6 +5,7 @@
 #include "CanvasSize.h"
 #include "Dialogs.h"
 #include "DocumentActions.h"
+#include "EditActions.h"
 #include "HourglassCursor.h"
 #include "LayerRenderer.h"
 #include "MovableShape.h"
@@ -28,6 +29,7 @@
 #include "Splitter.h"
 #include "TextBoxInfoSink.h"
 #include "ToolbarImages.h"
+#include "TreeFilter.h"
 #include "UiFileReader.h"
 #include "UiFileWriter.h"
 #include "clsKorviInterface.h"
@@ -119,6 +121,8 @@ LayerRenderer &frmEditor::renderer() const
 frmEditor::~frmEditor()
 {
     // The controllers watch the controls' events; they go before them.
+    delete mEdit;
+    delete mTreeFilter;
     delete mActions;
     delete mCanvas;
     delete mGrid;
@@ -153,10 +157,8 @@ void frmEditor::createControllers()
     mSaveFlow = new SaveChangesFlow(*mSkin, mEnv.document, mEnv.dialogs, *mProgress, this);
     mActions->save = [this] { SaveCommand(); };
     createFileMenu();
-    QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    edit->setObjectName(QStringLiteral("mnuEdit"));
-    edit->addAction(mActions->undoAction());
-    edit->addAction(mActions->redoAction());
+    mEdit = new EditActions(*mSkin, *mTree, *mActions, mEnv.dialogs, this);
+    mEdit->addMenuTo(*menuBar(), { mTreeFilter->findAction() });
     tlbMain->addSeparator();
     tlbMain->addAction(mActions->undoAction());
     tlbMain->addAction(mActions->redoAction());
@@ -277,7 +279,8 @@ void frmEditor::createPanes()
     splProperty = new Splitter;
     splProperty->setObjectName(QStringLiteral("splProperty"));
     splProperty->setSplitterOrientation(Splitter::OneAboveTheOther);
-    splProperty->setControls(tvwObjects, pgrProperty);
+    mTreeFilter = new TreeFilter(*tvwObjects, *mTree, *mSkin, this);
+    splProperty->setControls(mTreeFilter->pane(), pgrProperty);
     splProperty->setSplitterPosition(6600);
 
     splInfo = new Splitter;

@@ -13,6 +13,7 @@
 
 class CanvasController;
 class DocumentActions;
+class EditActions;
 class LayerRenderer;
 class MovableShape;
 class ObjectTreeModel;
@@ -35,6 +36,7 @@ class SkinDocument;
 class Splitter;
 class TextBoxInfoSink;
 class ToolbarImages;
+class TreeFilter;
 class clsElement;
 
 // The editor's main window: the document's tree, the canvas with the selected
@@ -185,6 +187,8 @@ private:
     std::unique_ptr<TextBoxInfoSink> mInfoSink;
     std::unique_ptr<RenderSetup> mRendering;
     DocumentActions *mActions = nullptr;
+    EditActions *mEdit = nullptr;
+    TreeFilter *mTreeFilter = nullptr;
     CanvasController *mCanvas = nullptr;
     PropertyGridController *mGrid = nullptr;
     SaveChangesFlow *mSaveFlow = nullptr;

@@ -64,6 +64,14 @@ public:
     clsElement *addElement(const QByteArray &parentKey, const QByteArray &name, const QByteArray &type);
     // Puts an element back at a 0-based index under its own key.
     clsElement *insertElement(const QByteArray &parentKey, int index, std::unique_ptr<clsElement> element);
+    // Puts an element made elsewhere (with its children) at a 0-based index,
+    // under the unique key made from its name, as a new entry is numbered.
+    clsElement *insertNewElement(const QByteArray &parentKey, int index, std::unique_ptr<clsElement> element);
+    // Gives the element a new name, keeping its place, its properties and its
+    // children; it is stored under `key`, or, when none is given, under the
+    // unique key made from the name. Its new node key, empty when the key
+    // names no element of a collection or `key` is taken.
+    QByteArray renameElement(const QByteArray &nodeKey, const QByteArray &name, const QByteArray &key = {});
     // Takes the element at a 0-based index out, whole with its children.
     std::unique_ptr<clsElement> takeElement(const QByteArray &parentKey, int index);
     // The collection the children of `parentKey` are stored in.

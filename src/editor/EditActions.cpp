@@ -1,0 +1,203 @@
+#include "EditActions.h"
+
+#include "Dialogs.h"
+#include "DocumentActions.h"
+#include "ElementClipboard.h"
+#include "NameWord.h"
+#include "NodeKey.h"
+#include "ObjectTreeModel.h"
+#include "PasteElementsCommand.h"
+#include "RenameElementCommand.h"
+#include "SkinDocument.h"
+#include "clsKorviInterface.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QUndoStack>
+
+EditActions::EditActions(SkinDocument &document, ObjectTreeModel &tree, DocumentActions &actions,
+                         Dialogs &dialogs, QObject *parent)
+    : QObject(parent)
+    , mDocument(document)
+    , mTree(tree)
+    , mActions(actions)
+    , mDialogs(dialogs)
+{
+    setObjectName(QStringLiteral("EditActions"));
+    mCopy = makeAction(QStringLiteral("mnuCopy"), QStringLiteral("&Copy"), QKeySequence::Copy,
+                       &EditActions::copySelected);
+    mPaste = makeAction(QStringLiteral("mnuPaste"), QStringLiteral("&Paste"), QKeySequence::Paste,
+                        &EditActions::paste);
+    mDuplicate = makeAction(QStringLiteral("mnuDuplicate"), QStringLiteral("D&uplicate"),
+                            QKeySequence(Qt::CTRL | Qt::Key_D), &EditActions::duplicateSelected);
+    mDelete = makeAction(QStringLiteral("mnuDelete"), QStringLiteral("&Delete"), QKeySequence::Delete,
+                         &EditActions::deleteSelected);
+    mRename = makeAction(QStringLiteral("mnuRename"), QStringLiteral("&Rename..."), QKeySequence(Qt::Key_F2),
+                         &EditActions::renameSelected);
+    connect(&document, &SkinDocument::currentChanged, this, &EditActions::updateActions);
+    connect(&document, &SkinDocument::changed, this, &EditActions::updateActions);
+    connect(&document, &SkinDocument::reset, this, &EditActions::updateActions);
+    updateActions();
+}
+
+QAction *EditActions::makeAction(const QString &name, const QString &text, const QKeySequence &keys,
+                                 void (EditActions::*slot)())
+{
+    auto *action = new QAction(text, this);
+    action->setObjectName(name);
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, slot);
+    return action;
+}
+
+QMenu *EditActions::addMenuTo(QMenuBar &bar, const QList<QAction *> &more)
+{
+    QMenu *edit = bar.addMenu(QStringLiteral("&Edit"));
+    edit->setObjectName(QStringLiteral("mnuEdit"));
+    edit->addAction(mActions.undoAction());
+    edit->addAction(mActions.redoAction());
+    edit->addSeparator();
+    edit->addActions({ mCopy, mPaste, mDuplicate, mDelete, mRename });
+    if (!more.isEmpty()) {
+        edit->addSeparator();
+        edit->addActions(more);
+    }
+    return edit;
+}
+
+char EditActions::currentLetter() const
+{
+    return mTree.nodeLetter(mTree.indexOfKey(mDocument.currentKey()));
+}
+
+// Objects, layers and states live in a collection the document can take
+// them out of; a used layer's key names the layer it uses instead.
+QByteArray EditActions::currentElementKey() const
+{
+    const char letter = currentLetter();
+    return letter == 'E' || letter == 'L' || letter == 'S' ? mDocument.currentKey() : QByteArray();
+}
+
+void EditActions::updateActions()
+{
+    const bool element = !currentElementKey().isEmpty();
+    mCopy->setEnabled(element);
+    mDuplicate->setEnabled(element);
+    mRename->setEnabled(element);
+    // The Remove menus take away objects, layers and properties.
+    const char letter = currentLetter();
+    mDelete->setEnabled(letter == 'E' || letter == 'L' || letter == 'P');
+}
+
+// ---- delete and rename ----------------------------------------------------------------
+
+// The same removal as the tree's Remove menus, without a question: undo
+// brings the entry back.
+void EditActions::deleteSelected()
+{
+    mActions.RemoveSelected();
+}
+
+void EditActions::renameSelected()
+{
+    const QByteArray key = currentElementKey();
+    const clsElement *element = mDocument.elementAt(key);
+    if (!element)
+        return;
+    const QString title = QStringLiteral("Rename");
+    const QString name = mDialogs.askText(title, QStringLiteral("Type New Name"),
+                                          QString::fromLatin1(element->strName()));
+    if (name.isEmpty() || name.toLatin1() == element->strName())
+        return;
+    const QString problem = NameWord::problemWithName(name);
+    if (!problem.isEmpty()) {
+        mDialogs.message(title, problem, Dialogs::Icon::Warning);
+        return;
+    }
+    auto command = std::make_unique<RenameElementCommand>(mDocument, key, name.toLatin1());
+    if (command->isValid())
+        mDocument.undoStack().push(command.release());
+}
+
+// ---- clipboard -----------------------------------------------------------------------------
+
+void EditActions::copySelected()
+{
+    const QByteArray key = currentElementKey();
+    const clsElement *element = mDocument.elementAt(key);
+    if (!element)
+        return;
+    const bool isBlock = NodeKey(key).parent().isEmpty();
+    QGuiApplication::clipboard()->setMimeData(ElementClipboard::dataFor(*element, isBlock).release());
+}
+
+void EditActions::duplicateSelected()
+{
+    const QByteArray key = currentElementKey();
+    const clsElement *element = mDocument.elementAt(key);
+    if (!element)
+        return;
+    const QByteArray parent = NodeKey(key).parent();
+    std::vector<PasteElementsCommand::Entry> entries;
+    entries.push_back({ parent, mDocument.childrenOf(parent)->IndexOf(element) + 1,
+                        ElementClipboard::copyOf(*element) });
+    mDocument.undoStack().push(new PasteElementsCommand(
+        mDocument, std::move(entries), QStringLiteral("Duplicate %1").arg(QString::fromLatin1(element->strName()))));
+}
+
+// Objects go into the selected layer or block, or after the selected object in
+// its own; layers and blocks go after the block that holds the selection, or
+// at the end when nothing is selected.
+void EditActions::paste()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    ElementClipboard::Pasted pasted = data ? ElementClipboard::elementsIn(*data) : ElementClipboard::Pasted();
+    const QString title = QStringLiteral("Paste");
+    if (!pasted.problem.isEmpty() || (pasted.blocks.empty() && pasted.objects.empty())) {
+        mDialogs.message(title, pasted.problem.isEmpty() ? QStringLiteral("The clipboard holds no layers or objects.")
+                                                         : pasted.problem,
+                         Dialogs::Icon::Warning);
+        return;
+    }
+    QByteArray anchor = mDocument.currentKey();
+    const char letter = currentLetter();
+    if (letter == 'P' || letter == 'U')
+        anchor = NodeKey(anchor).parent();
+    const clsElement *anchorElement = mDocument.elementAt(anchor);
+    const clsElements &layers = mDocument.document().Layers();
+    const QByteArray top = anchor.isEmpty() ? QByteArray() : NodeKey(anchor).segments().first();
+    const int topIndex = layers.IndexOf(mDocument.elementAt(top));
+
+    QByteArray objectsParent;
+    int objectsIndex = -1;
+    if (anchorElement && NodeKey(anchor).parent().isEmpty() && anchorElement->IsBlock() && topIndex >= 0) {
+        objectsParent = anchor;
+        objectsIndex = anchorElement->subElementCount();
+    } else if (anchorElement && !NodeKey(anchor).parent().isEmpty()) {
+        objectsParent = NodeKey(anchor).parent();
+        const clsElements *siblings = mDocument.childrenOf(objectsParent);
+        objectsIndex = siblings ? siblings->IndexOf(anchorElement) + 1 : -1;
+    }
+    if (!pasted.objects.empty() && objectsIndex < 0) {
+        mDialogs.message(title, QStringLiteral("Select a layer or an object to paste objects into."),
+                         Dialogs::Icon::Warning);
+        return;
+    }
+    std::vector<PasteElementsCommand::Entry> entries;
+    for (auto &object : pasted.objects)
+        entries.push_back({ objectsParent, objectsIndex++, std::move(object) });
+    int blocksIndex = topIndex >= 0 ? topIndex + 1 : layers.Count();
+    for (auto &block : pasted.blocks)
+        entries.push_back({ QByteArray(), blocksIndex++, std::move(block) });
+    mDocument.undoStack().push(new PasteElementsCommand(mDocument, std::move(entries), QStringLiteral("Paste")));
+    if (pasted.leftOut > 0)
+        mDialogs.message(title,
+                         QStringLiteral("%1 templates, font types or header variables were not pasted: "
+                                        "they have no place in a layer.")
+                             .arg(pasted.leftOut),
+                         Dialogs::Icon::Information);
+}

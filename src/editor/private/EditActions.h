@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+
+class Dialogs;
+class DocumentActions;
+class ObjectTreeModel;
+class QAction;
+class QMenu;
+class QMenuBar;
+class SkinDocument;
+
+// The Edit menu: undo and redo, then the commands on the selected node with
+// the keys people expect: Copy, Paste, Duplicate, Delete and Rename. Each
+// acts on the document's current node and is one step of the history.
+class EditActions : public QObject
+{
+    Q_OBJECT
+
+public:
+    EditActions(SkinDocument &document, ObjectTreeModel &tree, DocumentActions &actions, Dialogs &dialogs,
+                QObject *parent = nullptr);
+
+    // Adds the "Edit" menu, with these actions and those given after them.
+    QMenu *addMenuTo(QMenuBar &bar, const QList<QAction *> &more = {});
+
+    QAction *copyAction() const { return mCopy; }
+    QAction *pasteAction() const { return mPaste; }
+    QAction *duplicateAction() const { return mDuplicate; }
+    QAction *deleteAction() const { return mDelete; }
+    QAction *renameAction() const { return mRename; }
+
+    void copySelected();
+    void paste();
+    void duplicateSelected();
+    // Asks for a new name for the selected object, layer or state; a name that
+    // would not read back as one word is refused with the reason, changing nothing.
+    void renameSelected();
+    void deleteSelected();
+
+private:
+    QAction *makeAction(const QString &name, const QString &text, const QKeySequence &keys,
+                        void (EditActions::*slot)());
+    // The current node's letter, and its key when it names an element of a
+    // collection (an object, a layer or a state); empty otherwise.
+    char currentLetter() const;
+    QByteArray currentElementKey() const;
+    void updateActions();
+
+    SkinDocument &mDocument;
+    ObjectTreeModel &mTree;
+    DocumentActions &mActions;
+    Dialogs &mDialogs;
+    QAction *mCopy = nullptr;
+    QAction *mPaste = nullptr;
+    QAction *mDuplicate = nullptr;
+    QAction *mDelete = nullptr;
+    QAction *mRename = nullptr;
+};

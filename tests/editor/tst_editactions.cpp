@@ -1,0 +1,298 @@
+// The Edit menu's keys on the selected node, pressed as a user does: Delete,
+// F2, Ctrl+C, Ctrl+V and Ctrl+D, each undone again.
+
+#include "EditorFixture.h"
+
+#include "EditActions.h"
+#include "ElementClipboard.h"
+#include "ElementText.h"
+#include "NodeKey.h"
+#include "ObjectTreeModel.h"
+#include "SaveChanges.h"
+#include "SkinDocument.h"
+
+#include <QClipboard>
+#include <QMimeData>
+#include <QUndoStack>
+
+namespace {
+
+const QByteArray kSkin = "<LAYER ui_Main>\r\n"
+                         "\t<TEXT txtOne x=5 y=5 w=50 h=20 text=One>\r\n"
+                         "\t<BUTTON btnOk x=300 y=200 w=80 h=40 visible>\r\n"
+                         "</LAYER>\r\n"
+                         "<LAYER ui_Other>\r\n"
+                         "\t<TEXT txtTwo x=5 y=50 w=50 h=20 text=Two>\r\n"
+                         "</LAYER>\r\n";
+
+struct EditFixture : EditorFixture
+{
+    QTemporaryDir skinFolder;
+    QString file;
+
+    explicit EditFixture(const QByteArray &skin = kSkin)
+    {
+        file = skinFolder.path() + "/800_480/ui/edit_800_480.ui";
+        QVERIFY(writeTestFile(file, skin));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        window->openSkinFile(file);
+        activate();
+    }
+
+    void activate()
+    {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    ScriptedDialogs::Asked lastAsked() const
+    {
+        return dialogs.asked().isEmpty() ? ScriptedDialogs::Asked() : dialogs.asked().last();
+    }
+
+    ObjectTreeModel &tree() { return *window->objectTree(); }
+    SkinDocument &skin() { return window->skinDocument(); }
+    QUndoStack &stack() { return skin().undoStack(); }
+    clsElement *element(const QByteArray &key) { return skin().elementAt(key); }
+
+    void select(const QByteArray &key)
+    {
+        window->selectNode(tree().indexOfKey(key));
+        tvwObjects()->setFocus();
+        QCOMPARE(skin().currentKey(), key);
+    }
+
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(tvwObjects(), Qt::Key(key), modifiers);
+    }
+
+    // The names of a block's children, in order.
+    QByteArrayList childNames(const QByteArray &key)
+    {
+        QByteArrayList names;
+        const clsElement *block = element(key);
+        if (block && block->subElementCount() > 0) {
+            for (const clsElement *child : block->SubElements())
+                names << child->ElementKey();
+        }
+        return names;
+    }
+
+    QByteArray value(const QByteArray &propertyKey)
+    {
+        const NodeTarget target = skin().resolve(propertyKey);
+        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
+    }
+};
+
+} // namespace
+
+class tst_EditActions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // ---- Delete ------------------------------------------------------------------------
+
+    void deleteRemovesTheSelectedObjectAndUndoBringsItBack()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.press(Qt::Key_Delete);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "btnOk" }));
+        QVERIFY(!f.tree().indexOfKey("Lui_Main|EtxtOne").isValid());
+        QCOMPARE(f.dialogs.asked().size(), 0);
+        f.stack().undo();
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+    }
+
+    void deleteRemovesTheSelectedPropertyAndALayer()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EbtnOk|Pvisible");
+        f.press(Qt::Key_Delete);
+        QCOMPARE(f.value("Lui_Main|EbtnOk|Pvisible"), QByteArray("(none)"));
+        f.select("Lui_Other");
+        f.press(Qt::Key_Delete);
+        QVERIFY(!f.element("Lui_Other"));
+        f.stack().undo();
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Main|EbtnOk|Pvisible"), QByteArray("<NOV>"));
+        QVERIFY(f.element("Lui_Other"));
+    }
+
+    // ---- F2 --------------------------------------------------------------------------------
+
+    void f2RenamesAnObjectKeepingItsPlaceAndProperties()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.dialogs.answerText(QStringLiteral("txtFirst"));
+        f.press(Qt::Key_F2);
+        QCOMPARE(f.lastAsked().title, QStringLiteral("Rename"));
+        QCOMPARE(f.lastAsked().value, QStringLiteral("txtOne"));
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtFirst", "btnOk" }));
+        QCOMPARE(f.value("Lui_Main|EtxtFirst|Ptext"), QByteArray("One"));
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtFirst"));
+        QCOMPARE(f.tree().nodeText(f.tree().indexOfKey("Lui_Main|EtxtFirst")), QStringLiteral("TEXT:txtFirst"));
+        QVERIFY(!f.tree().indexOfKey("Lui_Main|EtxtOne").isValid());
+        f.stack().undo();
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne"));
+    }
+
+    void f2RenamesALayerWhoseChildrenTakeTheNewKeys()
+    {
+        EditFixture f;
+        f.select("Lui_Main");
+        f.dialogs.answerText(QStringLiteral("ui_Front"));
+        f.press(Qt::Key_F2);
+        QCOMPARE(f.value("Lui_Front|EbtnOk|Px"), QByteArray("300"));
+        QVERIFY(f.tree().indexOfKey("Lui_Front|EbtnOk|Px").isValid());
+        QCOMPARE(f.skin().document().Layers().at(0)->strName(), QByteArray("ui_Front"));
+    }
+
+    void aNameTakenByASiblingIsNumbered()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EbtnOk");
+        f.dialogs.answerText(QStringLiteral("txtOne"));
+        f.press(Qt::Key_F2);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne[0]" }));
+        QCOMPARE(f.element("Lui_Main|EtxtOne[0]")->strName(), QByteArray("txtOne"));
+        f.stack().undo();
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+    }
+
+    void aRefusedNameShowsWhyAndChangesNothing()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.dialogs.answerText(QStringLiteral("two words"));
+        f.press(Qt::Key_F2);
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("message"));
+        QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be a name")));
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
+    void saveChangesWritesTheNewNameInPlaceAndTheCopyBesideIt()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.dialogs.answerText(QStringLiteral("txtFirst"));
+        f.press(Qt::Key_F2);
+        f.select("Lui_Other|EtxtTwo");
+        f.press(Qt::Key_D, Qt::ControlModifier);
+        SaveChanges saver(f.document);
+        saver.setFileForNewElements(f.file);
+        QVERIFY(saver.save([](const QString &) { return false; }).ok());
+        QFile written(f.file);
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        const QByteArray bytes = written.readAll();
+        QVERIFY(bytes.startsWith("<LAYER ui_Main>\r\n"
+                                 "\t<TEXT txtFirst x=5 y=5 w=50 h=20 text=One>\r\n"
+                                 "\t<BUTTON btnOk x=300 y=200 w=80 h=40 visible>\r\n"
+                                 "</LAYER>\r\n"));
+        QCOMPARE(bytes.count("<TEXT txtTwo x=5 y=50 w=50 h=20 text=Two>"), 2);
+    }
+
+    // ---- clipboard ----------------------------------------------------------------------
+
+    void copyPutsTheSkinLinesAndThePrivateFormOnTheClipboard()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EbtnOk");
+        f.press(Qt::Key_C, Qt::ControlModifier);
+        const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+        QVERIFY(data->hasFormat(ElementClipboard::kMimeType));
+        QCOMPARE(data->text(), QStringLiteral("<BUTTON btnOk x=300 y=200 w=80 h=40 visible>\r\n"));
+    }
+
+    void aClipboardRoundTripBetweenTwoWindows()
+    {
+        EditFixture from;
+        EditFixture to("<LAYER ui_Target>\r\n\t<TEXT txtHere x=1>\r\n</LAYER>\r\n");
+        from.activate();
+        from.select("Lui_Main");
+        from.press(Qt::Key_C, Qt::ControlModifier);
+        to.activate();
+        to.select("Lui_Target");
+        to.press(Qt::Key_V, Qt::ControlModifier);
+        // A layer goes after the layer selected, whole with its objects.
+        QCOMPARE(to.skin().document().Layers().at(1)->strName(), QByteArray("ui_Main"));
+        QCOMPARE(to.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+        QCOMPARE(to.value("Lui_Main|EbtnOk|Pvisible"), QByteArray("<NOV>"));
+        QCOMPARE(to.skin().currentKey(), QByteArray("Lui_Main"));
+        // An object goes into the layer selected.
+        from.activate();
+        from.select("Lui_Main|EtxtOne");
+        from.press(Qt::Key_C, Qt::ControlModifier);
+        to.activate();
+        to.select("Lui_Target");
+        to.press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(to.childNames("Lui_Target"), QByteArrayList({ "txtHere", "txtOne" }));
+        QCOMPARE(to.value("Lui_Target|EtxtOne|Ptext"), QByteArray("One"));
+        to.stack().undo();
+        to.stack().undo();
+        QCOMPARE(to.childNames("Lui_Target"), QByteArrayList({ "txtHere" }));
+        QCOMPARE(to.skin().document().Layers().Count(), 1);
+    }
+
+    void pastedNamesThatCollideAreNumbered()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.press(Qt::Key_C, Qt::ControlModifier);
+        f.press(Qt::Key_V, Qt::ControlModifier);
+        f.press(Qt::Key_V, Qt::ControlModifier);
+        // After the selected object, which the pasted copy then is.
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne[0]", "txtOne[1]", "btnOk" }));
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne[1]"));
+        QCOMPARE(f.value("Lui_Main|EtxtOne[1]|Px"), QByteArray("5"));
+    }
+
+    void textFromAnotherEditorIsReadAsASkinFile()
+    {
+        EditFixture f;
+        QGuiApplication::clipboard()->setText(QStringLiteral("\t<TEXT txtNew x=7 y=8>\n\t<SPRITE sprA bmp=\"a.bmp\">\n"));
+        f.select("Lui_Other");
+        f.press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo", "txtNew", "sprA" }));
+        QCOMPARE(f.value("Lui_Other|EsprA|Pbmp"), QByteArray("\"a.bmp\""));
+        QCOMPARE(f.stack().count(), 1);
+        f.stack().undo();
+        QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo" }));
+    }
+
+    void textThatIsNoSkinIsRefusedWithTheReason()
+    {
+        EditFixture f;
+        QGuiApplication::clipboard()->setText(QStringLiteral("just some words"));
+        f.select("Lui_Other");
+        f.press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("message"));
+        QCOMPARE(f.lastAsked().title, QStringLiteral("Paste"));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
+    void duplicatePutsANumberedCopyAfterTheOriginal()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.press(Qt::Key_D, Qt::ControlModifier);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne[0]", "btnOk" }));
+        QCOMPARE(f.value("Lui_Main|EtxtOne[0]|Ptext"), QByteArray("One"));
+        // A copy, not the same element.
+        QVERIFY(f.element("Lui_Main|EtxtOne[0]") != f.element("Lui_Main|EtxtOne"));
+        f.stack().undo();
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+        f.stack().redo();
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne[0]", "btnOk" }));
+    }
+};
+
+QTEST_MAIN(tst_EditActions)
+#include "tst_editactions.moc"
