@@ -36,6 +36,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -44,6 +45,7 @@
 #include <QToolBar>
 #include <QTreeView>
 #include <QUndoStack>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -159,6 +161,8 @@ void frmEditor::createControllers()
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
+    mGrid->keepColumnWidths(mEnv.settings);
+    mGrid->setFilterField(*txtPropertyFilter);
 }
 
 // The views follow the document: a new current node is shown whole; a change
@@ -203,6 +207,16 @@ void frmEditor::createPanes()
 
     pgrProperty = new PowGrid;
     pgrProperty->setObjectName(QStringLiteral("pgrProperty"));
+    txtPropertyFilter = new QLineEdit;
+    txtPropertyFilter->setObjectName(QStringLiteral("txtPropertyFilter"));
+    txtPropertyFilter->setPlaceholderText(QStringLiteral("Filter properties"));
+    txtPropertyFilter->setClearButtonEnabled(true);
+    auto *propertyPane = new QWidget;
+    auto *propertyLayout = new QVBoxLayout(propertyPane);
+    propertyLayout->setContentsMargins(0, 0, 0, 0);
+    propertyLayout->setSpacing(2);
+    propertyLayout->addWidget(txtPropertyFilter);
+    propertyLayout->addWidget(pgrProperty);
 
     pctTemplate = new SkinCanvas;
     pctTemplate->setObjectName(QStringLiteral("pctTemplate"));
@@ -226,7 +240,7 @@ void frmEditor::createPanes()
     splProperty = new Splitter;
     splProperty->setObjectName(QStringLiteral("splProperty"));
     splProperty->setSplitterOrientation(Splitter::OneAboveTheOther);
-    splProperty->setControls(tvwObjects, pgrProperty);
+    splProperty->setControls(tvwObjects, propertyPane);
     splProperty->setSplitterPosition(6600);
 
     splInfo = new Splitter;

@@ -21,6 +21,7 @@ class PropertyGridController;
 struct RenderSetup;
 class QAction;
 class QLabel;
+class QLineEdit;
 class QMenu;
 class QPlainTextEdit;
 class QScrollArea;
@@ -155,6 +156,7 @@ private:
     QImage pctTmp;
     MovableShape *mshObject = nullptr;
     PowGrid *pgrProperty = nullptr;
+    QLineEdit *txtPropertyFilter = nullptr;
     QPlainTextEdit *txtInfo = nullptr;
     QStatusBar *stbMain = nullptr;
     Splitter *splMain = nullptr;
