@@ -95,13 +95,17 @@ void GridCellPainter::paintCell(const QRect &cell, const PowGridItem &item, int 
                                 const CellState &state)
 {
     mPainter.fillRect(cell, background(state));
-    const QColor pen = color(state.selected ? mGrid.ColorSelectedText() : mGrid.TextColor());
+    QColor pen = color(state.selected ? mGrid.ColorSelectedText() : mGrid.TextColor());
+    if (item.Dimmed && !state.selected)
+        pen = QColor(Qt::gray);
     const Header *header = mGrid.Headers()->Item(column + 1);
     const int alignment = header ? header->Alignment : alignLeft;
     QRect area = cell;
     if (column == 0)
         paintIcon(area, mGrid.ImageList(), item.Icon);
-    mPainter.setFont(mGrid.Font());
+    QFont font = mGrid.Font();
+    font.setItalic(font.italic() || item.Dimmed);
+    mPainter.setFont(font);
     const QString text = mGrid.DisplayText(&item, column);
     switch (mGrid.CellDataType(&item, column)) {
     case dtCheck:
@@ -109,7 +113,8 @@ void GridCellPainter::paintCell(const QRect &cell, const PowGridItem &item, int 
                    header ? header->CheckStyle : checkTick, pen);
         break;
     case dtButton:
-        paintButton(area, text, state.pressed);
+        if (mGrid.isButtonShown(&item, column))
+            paintButton(area, text, state.pressed);
         break;
     case dtProgress:
         paintProgress(area, item.CellText(column), text);

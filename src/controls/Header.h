@@ -35,6 +35,9 @@ public:
     // In twips.
     int ColumnWidth = 0;
     QString Caption;
+    // In a button column, a cell without text shows no button and ignores
+    // clicks: only the rows that have something to choose get one.
+    bool HideEmptyButtons = false;
 
 private:
     friend class clsHeaders;

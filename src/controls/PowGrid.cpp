@@ -16,6 +16,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QToolTip>
 
 #include <climits>
 #include <cmath>
@@ -71,6 +72,8 @@ PowGrid::PowGrid(QWidget *parent)
     // the edit.
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    // The cursor shows where a column's edge can be dragged.
+    setMouseTracking(true);
     mUpdInput->setObjectName(QStringLiteral("updInput"));
     // The up-down goes with the text editor and never takes the focus from it.
     mUpdInput->setFocusPolicy(Qt::NoFocus);
@@ -826,6 +829,9 @@ void PowGrid::mousePressEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton)
         return;
     const QPoint point = event->position().toPoint();
+    mResizeColumn = columnEdgeAt(point);
+    if (mResizeColumn >= 0)
+        return;
     const int row = rowAt(point);
     if (row == 0)
         return;
@@ -843,8 +849,27 @@ void PowGrid::mousePressEvent(QMouseEvent *event)
         clickData(row, column);
 }
 
+void PowGrid::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPoint point = event->position().toPoint();
+    if (mResizeColumn < 0) {
+        setCursor(columnEdgeAt(point) >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
+        return;
+    }
+    const int left = clientRect().left() + columnLeft(mResizeColumn) - horizontalOffset();
+    const int width = std::max(MinimumColumnPixels, point.x() - left);
+    mHeaders->Item(mResizeColumn + 1)->ColumnWidth = Twips::fromPixelsX(width, this);
+    RedrawGrid();
+}
+
 void PowGrid::mouseReleaseEvent(QMouseEvent *event)
 {
+    if (event->button() == Qt::LeftButton && mResizeColumn >= 0) {
+        const int column = mResizeColumn;
+        mResizeColumn = -1;
+        emit ColumnResized(column);
+        return;
+    }
     if (event->button() != Qt::LeftButton || mButtonRow == 0)
         return;
     const int row = mButtonRow;
@@ -857,6 +882,62 @@ void PowGrid::mouseReleaseEvent(QMouseEvent *event)
         emit ItemChanged(mItems->Item(row), column);
 }
 
+bool PowGrid::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const QString tip = toolTipAt(help->pos());
+    if (tip.isEmpty()) {
+        QToolTip::hideText();
+        event->ignore();
+    } else {
+        QToolTip::showText(help->globalPos(), tip, this);
+    }
+    return true;
+}
+
+int PowGrid::columnEdgeAt(QPoint point) const
+{
+    const QRect client = clientRect();
+    if (!client.contains(point) || point.y() >= client.top() + headerHeight())
+        return -1;
+    const int x = point.x() - client.left() + horizontalOffset();
+    int right = 0;
+    for (int c = 0; c < mHeaders->Count(); ++c) {
+        const int width = columnWidthPixels(c);
+        right += width;
+        if (width > 0 && std::abs(x - right) <= ResizeGripPixels)
+            return c;
+    }
+    return -1;
+}
+
+QString PowGrid::toolTipAt(QPoint point) const
+{
+    const int row = rowAt(point);
+    const int column = columnAt(point);
+    if (row == 0 || column < 0)
+        return QString();
+    const PowGridItem *item = mItems->Item(row);
+    QStringList lines;
+    if (!item->ToolTip.isEmpty())
+        lines << item->ToolTip;
+    const int type = CellDataType(item, column);
+    const QString text = DisplayText(item, column);
+    const int room = columnWidthPixels(column) - Twips::toPixelsX(2 * GridCellPainter::PaddingTwips, this);
+    if (!item->TitleLine && type != dtButton && type != dtCheck && type != dtProgress
+        && QFontMetrics(mFont).horizontalAdvance(text) > room)
+        lines << text;
+    return lines.join(QLatin1Char('\n'));
+}
+
+bool PowGrid::isButtonShown(const PowGridItem *item, int column) const
+{
+    const Header *h = mHeaders->Item(column + 1);
+    return !(h && h->HideEmptyButtons && item->CellText(column).isEmpty());
+}
+
 // A press on a data cell: a button goes down, a check box flips, and any other
 // editable cell gets its editor. Progress cells are for showing only.
 void PowGrid::clickData(int row, int column)
@@ -864,6 +945,8 @@ void PowGrid::clickData(int row, int column)
     PowGridItem *item = mItems->Item(row);
     const int type = CellDataType(item, column);
     if (type == dtButton) {
+        if (!isButtonShown(item, column))
+            return;
         mButtonRow = row;
         mButtonColumn = column;
         update();

@@ -261,6 +261,19 @@ public:
     int editRow() const { return mEditRow; }
     int editColumn() const { return mEditColumn; }
 
+    // Whether a button cell shows its button (see Header::HideEmptyButtons).
+    bool isButtonShown(const PowGridItem *item, int column) const;
+    // The tooltip of the cell at a point: the row's own ToolTip, then the
+    // cell's whole text when it does not fit the cell; empty when neither.
+    QString toolTipAt(QPoint point) const;
+    // The column (0-based) whose right edge in the header is at a point, where
+    // a drag resizes it; -1 when there is none.
+    int columnEdgeAt(QPoint point) const;
+    // The narrowest a column can be dragged, in pixels.
+    static constexpr int MinimumColumnPixels = 16;
+    // How near a column's edge, in pixels, a press starts resizing it.
+    static constexpr int ResizeGripPixels = 3;
+
     // Whether the button cell at row/column is drawn pressed.
     bool isButtonDown(int row, int column) const
     {
@@ -286,12 +299,17 @@ signals:
     void Resize();
     // A key was typed in the grid; the receiver may change the key (0 drops it).
     void KeyPress(short &KeyAscii);
+    // The user dragged the right edge of a column (0-based) in the header to
+    // give it a new ColumnWidth.
+    void ColumnResized(int Column);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    bool event(QEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -383,5 +401,7 @@ private:
     int mButtonRow = 0;
     int mButtonColumn = -1;
     int mWheelRemainder = 0;
+    // The column whose edge is being dragged; -1 when none.
+    int mResizeColumn = -1;
     bool mInitialising = true;
 };

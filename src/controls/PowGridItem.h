@@ -27,6 +27,11 @@ public:
     std::shared_ptr<clsComboList> ComboList;
     // The row's own data type; dtNone leaves each cell to its column's type.
     int DataType = dtNone;
+    // Shown as a tooltip over any cell of the row, before the cell's own text.
+    QString ToolTip;
+    // The row's texts are drawn grey and italic: values shown for reference,
+    // which stand somewhere else.
+    bool Dimmed = false;
 
     // The text of a column, 0 to 49; throws ColumnIndexError for any other.
     QString CellText(int Column) const;

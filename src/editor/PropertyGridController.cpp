@@ -9,12 +9,14 @@
 #include "PropertyGridFiller.h"
 #include "PropertyKinds.h"
 #include "ResourceLookup.h"
+#include "SettingsFile.h"
 #include "ShownSelection.h"
 #include "SkinDocument.h"
 #include "TypedText.h"
 #include "clsKorviInterface.h"
 
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QUndoStack>
 
 namespace {
@@ -46,6 +48,48 @@ PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &docu
 void PropertyGridController::fill(const clsElement &element, const QByteArray &nodeKey)
 {
     PropertyGridFiller::fill(mGrid, element, nodeKey, mDocument.document());
+    applyFilter();
+}
+
+void PropertyGridController::keepColumnWidths(const SettingsFile &settings)
+{
+    mSettings = &settings;
+    const QList<int> widths = settings.propertyColumnWidths();
+    clsHeaders *headers = mGrid.Headers();
+    // Widths kept for another set of columns are not used.
+    if (widths.size() == headers->Count()) {
+        for (int c = 0; c < widths.size(); ++c)
+            headers->Item(c + 1)->ColumnWidth = widths.at(c);
+        mGrid.RedrawGrid();
+    }
+    connect(&mGrid, &PowGrid::ColumnResized, this, &PropertyGridController::saveColumnWidths,
+            Qt::UniqueConnection);
+}
+
+void PropertyGridController::saveColumnWidths()
+{
+    QList<int> widths;
+    for (const Header *header : *mGrid.Headers())
+        widths << header->ColumnWidth;
+    mSettings->setPropertyColumnWidths(widths);
+}
+
+void PropertyGridController::setFilterField(QLineEdit &field)
+{
+    mFilter = &field;
+    connect(&field, &QLineEdit::textChanged, this, &PropertyGridController::applyFilter);
+    applyFilter();
+}
+
+void PropertyGridController::applyFilter()
+{
+    const QString text = mFilter ? mFilter->text().trimmed() : QString();
+    for (PowGridItem *row : *mGrid.Items()) {
+        row->Visible = text.isEmpty()
+            || row->CellText(PropertyGridFiller::ColProperty).contains(text, Qt::CaseInsensitive)
+            || row->CellText(PropertyGridFiller::ColValue).contains(text, Qt::CaseInsensitive);
+    }
+    mGrid.RedrawGrid();
 }
 
 void PropertyGridController::clear()
@@ -94,6 +138,10 @@ void PropertyGridController::itemChanged(PowGridItem *item, int column)
 void PropertyGridController::valueCommitted(PowGridItem *item)
 {
     const QByteArray key = item->CellText(PropertyGridFiller::ColNodeKey).toLatin1();
+    if (PropertyGridFiller::isInherited(*item)) {
+        inheritedValueCommitted(item);
+        return;
+    }
     const NodeTarget target = mDocument.resolve(key);
     if (target.property.isNull())
         return;
@@ -114,6 +162,29 @@ void PropertyGridController::valueCommitted(PowGridItem *item)
     // The grid shows the property's owner; that stays the node shown.
     const QByteArray shown = mSelection.currentNodeKey().isEmpty() ? key : mSelection.currentNodeKey();
     mDocument.undoStack().push(new SetPropertyValueCommand(mDocument, key, *value, shown));
+}
+
+// A value typed over an inherited one becomes the object's own property, added
+// and set in one step; the value it inherits is left alone.
+void PropertyGridController::inheritedValueCommitted(PowGridItem *item)
+{
+    const NodeKey propertyKey(item->CellText(PropertyGridFiller::ColNodeKey).toLatin1());
+    const QByteArray ownerKey = propertyKey.parent().bytes();
+    const clsElement *owner = mDocument.elementAt(ownerKey);
+    if (!owner)
+        return;
+    const QByteArray name = item->CellText(PropertyGridFiller::ColProperty).toLatin1();
+    const QByteArray value = item->CellText(PropertyGridFiller::ColValue).toLatin1();
+    const QByteArray inherited = mDocument.document().GetElementValue(name, owner);
+    if (value == inherited || (inherited == clsProperty::noValue() && value.isEmpty()))
+        return;
+    const QByteArray shown = mSelection.currentNodeKey().isEmpty() ? ownerKey : mSelection.currentNodeKey();
+    ChangeValueCommand::Options options;
+    options.id = UndoCommandId::SetPropertyValue;
+    options.addMissing = true;
+    auto *command = new ChangeValueCommand(mDocument, ownerKey, { { name, value } }, shown, options);
+    command->setText(QStringLiteral("Set %1").arg(QString::fromLatin1(name)));
+    mDocument.undoStack().push(command);
 }
 
 void PropertyGridController::chooseColour(PowGridItem *item)

@@ -1,5 +1,6 @@
 #include "PropertyGridFiller.h"
 
+#include "InheritedValues.h"
 #include "NodeKey.h"
 #include "PowGrid.h"
 #include "PropertyKinds.h"
@@ -43,6 +44,8 @@ void PropertyGridFiller::setUpColumns(PowGrid &grid)
     Header *button = headers->Add(QStringLiteral("..."), width, true, dtButton);
     // A button is pressed, not edited: the row's own value type stays off it.
     button->ColumnEditable = false;
+    // Only the rows whose property has a chooser show a button.
+    button->HideEmptyButtons = true;
 }
 
 int PropertyGridFiller::valueTypeFor(const QByteArray &name)
@@ -64,12 +67,34 @@ bool PropertyGridFiller::hasChooser(const QByteArray &name)
     return PropertyKinds::chooserOf(name) != PropertyKinds::Chooser::None;
 }
 
+// The value cell's kind and choices follow the property's name.
+void PropertyGridFiller::setValueCell(PowGridItem &row, const QByteArray &name,
+                                      const clsKorviInterface &document, Choices &choices)
+{
+    if (hasChooser(name))
+        row.setCellText(ColButton, QStringLiteral("..."));
+    row.DataType = valueTypeFor(name);
+    switch (PropertyKinds::valueCellOf(name)) {
+    case PropertyKinds::ValueCell::Templates:
+        if (!choices.templates)
+            choices.templates = namesOf(document.Templates());
+        row.ComboList = choices.templates;
+        break;
+    case PropertyKinds::ValueCell::FontTypes:
+        if (!choices.fonts)
+            choices.fonts = namesOf(document.Fonts());
+        row.ComboList = choices.fonts;
+        break;
+    default:
+        break;
+    }
+}
+
 void PropertyGridFiller::fill(PowGrid &grid, const clsElement &element,
                               const QByteArray &ownerNodeKey, const clsKorviInterface &document)
 {
     grid.Items()->Clear();
-    std::shared_ptr<clsComboList> templates;
-    std::shared_ptr<clsComboList> fonts;
+    Choices choices;
     for (const clsProperty property : element.Properties()) {
         const QByteArray name = property.IDKey();
         const QByteArrayView value = property.valueView();
@@ -78,23 +103,31 @@ void PropertyGridFiller::fill(PowGrid &grid, const clsElement &element,
         row->setCellText(ColValue, value == clsProperty::noValue() ? QString() : shown(value));
         row->setCellText(ColIDKey, shown(property.Key()));
         row->setCellText(ColNodeKey, shown(NodeKey::property(NodeKey(ownerNodeKey), property.keyView()).bytes()));
-        if (hasChooser(name))
-            row->setCellText(ColButton, QStringLiteral("..."));
-        row->DataType = valueTypeFor(name);
-        switch (PropertyKinds::valueCellOf(name)) {
-        case PropertyKinds::ValueCell::Templates:
-            if (!templates)
-                templates = namesOf(document.Templates());
-            row->ComboList = templates;
-            break;
-        case PropertyKinds::ValueCell::FontTypes:
-            if (!fonts)
-                fonts = namesOf(document.Fonts());
-            row->ComboList = fonts;
-            break;
-        default:
-            break;
-        }
+        setValueCell(*row, name, document, choices);
     }
+    addInherited(grid, element, ownerNodeKey, document, choices);
     grid.RedrawGrid();
+}
+
+// Below the object's own rows, dimmed: what it takes from its templates and font
+// types. Such a row has no property key; its node key names the property the
+// object would have, so that a value typed there becomes the object's own.
+void PropertyGridFiller::addInherited(PowGrid &grid, const clsElement &element,
+                                      const QByteArray &ownerNodeKey, const clsKorviInterface &document,
+                                      Choices &choices)
+{
+    for (const InheritedValues::Value &inherited : InheritedValues::of(document, element)) {
+        PowGridItem *row = grid.Items()->Add();
+        row->Dimmed = true;
+        row->ToolTip = QStringLiteral("From \"%1\"").arg(shown(inherited.from));
+        row->setCellText(ColProperty, shown(inherited.name));
+        row->setCellText(ColValue, inherited.value == clsProperty::noValue() ? QString() : shown(inherited.value));
+        row->setCellText(ColNodeKey, shown(NodeKey::property(NodeKey(ownerNodeKey), inherited.name).bytes()));
+        setValueCell(*row, inherited.name, document, choices);
+    }
+}
+
+bool PropertyGridFiller::isInherited(const PowGridItem &row)
+{
+    return row.Dimmed && row.CellText(ColIDKey).isEmpty();
 }

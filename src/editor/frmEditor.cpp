@@ -42,6 +42,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -51,6 +52,7 @@
 #include <QToolBar>
 #include <QTreeView>
 #include <QUndoStack>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -174,6 +176,8 @@ void frmEditor::createControllers()
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
+    mGrid->keepColumnWidths(mEnv.settings);
+    mGrid->setFilterField(*txtPropertyFilter);
 }
 
 void frmEditor::createFileMenu()
@@ -256,6 +260,16 @@ void frmEditor::createPanes()
 
     pgrProperty = new PowGrid;
     pgrProperty->setObjectName(QStringLiteral("pgrProperty"));
+    txtPropertyFilter = new QLineEdit;
+    txtPropertyFilter->setObjectName(QStringLiteral("txtPropertyFilter"));
+    txtPropertyFilter->setPlaceholderText(QStringLiteral("Filter properties"));
+    txtPropertyFilter->setClearButtonEnabled(true);
+    auto *propertyPane = new QWidget;
+    auto *propertyLayout = new QVBoxLayout(propertyPane);
+    propertyLayout->setContentsMargins(0, 0, 0, 0);
+    propertyLayout->setSpacing(2);
+    propertyLayout->addWidget(txtPropertyFilter);
+    propertyLayout->addWidget(pgrProperty);
 
     pctTemplate = new SkinCanvas;
     pctTemplate->setObjectName(QStringLiteral("pctTemplate"));
@@ -280,7 +294,7 @@ void frmEditor::createPanes()
     splProperty->setObjectName(QStringLiteral("splProperty"));
     splProperty->setSplitterOrientation(Splitter::OneAboveTheOther);
     mTreeFilter = new TreeFilter(*tvwObjects, *mTree, *mSkin, this);
-    splProperty->setControls(mTreeFilter->pane(), pgrProperty);
+    splProperty->setControls(mTreeFilter->pane(), propertyPane);
     splProperty->setSplitterPosition(6600);
 
     splInfo = new Splitter;

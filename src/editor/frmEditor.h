@@ -25,6 +25,7 @@ class StatusProgress;
 struct RenderSetup;
 class QAction;
 class QLabel;
+class QLineEdit;
 class QMenu;
 class QPlainTextEdit;
 class QScrollArea;
@@ -166,6 +167,7 @@ private:
     QImage pctTmp;
     MovableShape *mshObject = nullptr;
     PowGrid *pgrProperty = nullptr;
+    QLineEdit *txtPropertyFilter = nullptr;
     QPlainTextEdit *txtInfo = nullptr;
     QStatusBar *stbMain = nullptr;
     Splitter *splMain = nullptr;

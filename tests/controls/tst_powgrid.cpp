@@ -12,6 +12,7 @@
 
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QToolTip>
 #include <QtTest>
 
 class TestPowGrid : public QObject
@@ -840,6 +841,114 @@ private slots:
         grid->Items()->Clear();
         QVERIFY(!grid->txtInput()->isVisible());
         QCOMPARE(gridChanged->count(), 0);
+    }
+
+    // ---- column widths, tooltips, buttons only where wanted ------------------
+
+    void draggingAHeaderEdgeResizesTheColumn()
+    {
+        setUpColumns();
+        addRow(QStringLiteral("x"), QStringLiteral("1"));
+        QSignalSpy resized(grid, &PowGrid::ColumnResized);
+        const QRect value = grid->cellRect(1, 1);
+        const QPoint edge(value.right() + 1, value.top() - grid->headerHeight() / 2);
+        QCOMPARE(grid->columnEdgeAt(edge), 1);
+        const int before = grid->columnWidthPixels(1);
+        QTest::mousePress(grid, Qt::LeftButton, Qt::NoModifier, edge);
+        QTest::mouseMove(grid, edge + QPoint(60, 0));
+        QTest::mouseRelease(grid, Qt::LeftButton, Qt::NoModifier, edge + QPoint(60, 0));
+        QCOMPARE(resized.count(), 1);
+        QCOMPARE(resized.at(0).at(0).toInt(), 1);
+        QVERIFY(qAbs(grid->columnWidthPixels(1) - (before + 60)) <= 1);
+        // The press on the edge neither selected a row nor began an edit.
+        QCOMPARE(grid->editRow(), 0);
+    }
+
+    void aColumnCannotBeDraggedNarrowerThanItsMinimum()
+    {
+        setUpColumns();
+        addRow(QStringLiteral("x"), QStringLiteral("1"));
+        const QRect value = grid->cellRect(1, 1);
+        const QPoint edge(value.right() + 1, value.top() - grid->headerHeight() / 2);
+        QTest::mousePress(grid, Qt::LeftButton, Qt::NoModifier, edge);
+        QTest::mouseMove(grid, QPoint(value.left() - 40, edge.y()));
+        QTest::mouseRelease(grid, Qt::LeftButton, Qt::NoModifier, QPoint(value.left() - 40, edge.y()));
+        QVERIFY(qAbs(grid->columnWidthPixels(1) - PowGrid::MinimumColumnPixels) <= 1);
+    }
+
+    void aTextThatDoesNotFitHasItsWholeTextAsToolTip()
+    {
+        setUpColumns();
+        const QString longText = QStringLiteral("'ShowLayer ui_Information; SetVar a 1; Redraw'");
+        addRow(QStringLiteral("onrelease"), longText);
+        addRow(QStringLiteral("x"), QStringLiteral("1"));
+        QCOMPARE(grid->toolTipAt(grid->cellRect(1, 1).center()), longText);
+        QCOMPARE(grid->toolTipAt(grid->cellRect(2, 1).center()), QString());
+
+        QHelpEvent help(QEvent::ToolTip, grid->cellRect(1, 1).center(),
+                        grid->mapToGlobal(grid->cellRect(1, 1).center()));
+        QApplication::sendEvent(grid, &help);
+        QCOMPARE(QToolTip::text(), longText);
+        QToolTip::hideText();
+    }
+
+    void aRowsOwnToolTipComesBeforeTheCellText()
+    {
+        setUpColumns();
+        PowGridItem *row = addRow(QStringLiteral("color"), QStringLiteral("#FF0000"));
+        row->ToolTip = QStringLiteral("from somewhere else");
+        QCOMPARE(grid->toolTipAt(grid->cellRect(1, 0).center()), row->ToolTip);
+        grid->Headers()->Item(2)->ColumnWidth = 60;
+        grid->RedrawGrid();
+        QCOMPARE(grid->toolTipAt(grid->cellRect(1, 1).center()),
+                 row->ToolTip + QLatin1Char('\n') + QStringLiteral("#FF0000"));
+    }
+
+    void anEmptyButtonCellIsHiddenAndIgnoresClicks()
+    {
+        setUpColumns();
+        grid->Headers()->Item(3)->HideEmptyButtons = true;
+        PowGridItem *plain = grid->Items()->Add();
+        plain->SetItemColumns({ QStringLiteral("x"), QStringLiteral("1"), QString() });
+        addRow(QStringLiteral("color"), QStringLiteral("#FF0000"));
+        QVERIFY(!grid->isButtonShown(plain, 2));
+        QVERIFY(grid->isButtonShown(grid->Items()->Item(2), 2));
+        startSpies();
+        click(1, 2);
+        QCOMPARE(gridChanged->count(), 0);
+        click(2, 2);
+        QCOMPARE(gridChanged->count(), 1);
+        QCOMPARE(gridChanged->at(0).at(1).toInt(), 2);
+    }
+
+    void anEmptyButtonCellStillWorksWhenItsColumnDoesNotHideIt()
+    {
+        setUpColumns();
+        PowGridItem *plain = grid->Items()->Add();
+        plain->SetItemColumns({ QStringLiteral("x"), QStringLiteral("1"), QString() });
+        QVERIFY(grid->isButtonShown(plain, 2));
+        startSpies();
+        click(1, 2);
+        QCOMPARE(gridChanged->count(), 1);
+    }
+
+    void aDimmedRowIsDrawnInGrey()
+    {
+        setUpColumns();
+        grid->Headers()->Item(1)->ColumnWidth = 3000;
+        PowGridItem *row = addRow(QStringLiteral("WWWWWWWW"), QString());
+        const auto darkest = [this] {
+            const QImage image = grid->grab(grid->cellRect(1, 0)).toImage();
+            int value = 255;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    value = std::min(value, qGray(image.pixel(x, y)));
+            return value;
+        };
+        const int normal = darkest();
+        row->Dimmed = true;
+        grid->RedrawGrid();
+        QVERIFY2(darkest() > normal + 40, "the text of a dimmed row is lighter");
     }
 };
 

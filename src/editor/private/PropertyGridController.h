@@ -6,6 +6,8 @@
 class Dialogs;
 class PowGrid;
 class PowGridItem;
+class QLineEdit;
+class SettingsFile;
 class ResourceLookup;
 class ShownSelection;
 class SkinDocument;
@@ -27,6 +29,12 @@ public:
     void fill(const clsElement &element, const QByteArray &nodeKey);
     void clear();
 
+    // The columns take the widths kept in the settings, and keep the widths the
+    // user drags them to.
+    void keepColumnWidths(const SettingsFile &settings);
+    // Rows whose name or value holds the field's text (in any case) stay shown.
+    void setFilterField(QLineEdit &field);
+
     // The grid's ItemChanged: column "Value" committed, or the "..." button.
     void itemChanged(PowGridItem *item, int column);
 
@@ -34,6 +42,9 @@ private:
     void propertiesChanged(const QByteArray &ownerKey);
     void refillIfStale();
     void valueCommitted(PowGridItem *item);
+    void inheritedValueCommitted(PowGridItem *item);
+    void applyFilter();
+    void saveColumnWidths();
     void chooseColour(PowGridItem *item);
     void chooseImage(PowGridItem *item);
 
@@ -44,4 +55,6 @@ private:
     ShownSelection &mSelection;
     // The current object's properties changed since the grid was filled.
     bool mStale = false;
+    QLineEdit *mFilter = nullptr;
+    const SettingsFile *mSettings = nullptr;
 };

@@ -3,7 +3,11 @@
 #include <QByteArray>
 #include <QString>
 
+#include <memory>
+
 class PowGrid;
+class PowGridItem;
+class clsComboList;
 class clsElement;
 class clsKorviInterface;
 
@@ -12,7 +16,9 @@ class clsKorviInterface;
 // the property's key, the key of its tree node, and the "..." button for
 // properties that have a chooser. The kind of the value cell follows the name:
 // "template" and "fonttype" choose among the document's templates and font
-// types, positions and sizes are numbers.
+// types, positions and sizes are numbers. Below them, dimmed, come the values the
+// object inherits from its templates and font types, each with a tooltip naming
+// where it comes from.
 class PropertyGridFiller
 {
 public:
@@ -31,4 +37,18 @@ public:
     static int valueTypeFor(const QByteArray &name);
     // Whether a property name has a chooser behind the "..." button.
     static bool hasChooser(const QByteArray &name);
+    // Whether a row shows an inherited value rather than a property of the object.
+    static bool isInherited(const PowGridItem &row);
+
+private:
+    // The drop-down choices, made once per fill when a row needs them.
+    struct Choices
+    {
+        std::shared_ptr<clsComboList> templates;
+        std::shared_ptr<clsComboList> fonts;
+    };
+    static void setValueCell(PowGridItem &row, const QByteArray &name, const clsKorviInterface &document,
+                             Choices &choices);
+    static void addInherited(PowGrid &grid, const clsElement &element, const QByteArray &ownerNodeKey,
+                             const clsKorviInterface &document, Choices &choices);
 };

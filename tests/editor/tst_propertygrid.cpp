@@ -1,0 +1,238 @@
+// The property grid of the main window: columns the user resizes and that keep
+// their widths, tooltips, the "..." button only where a chooser exists, the
+// values an object inherits from its templates and font types, and the filter.
+
+#include "EditorFixture.h"
+
+#include "NodeKey.h"
+#include "ObjectTreeModel.h"
+#include "PowGridItem.h"
+#include "PropertyGridFiller.h"
+#include "SkinDocument.h"
+#include "clsPowGridItems.h"
+
+#include <QLineEdit>
+#include <QUndoStack>
+
+namespace {
+
+const QByteArray kSkin = "<TEMPLATE tplBase color=#112233 align=center>\r\n"
+                         "<TEMPLATE tplMid template=tplBase fontsize=14 color=#445566>\r\n"
+                         "<TEMPLATE tplLoopA template=tplLoopB w=7>\r\n"
+                         "<TEMPLATE tplLoopB template=tplLoopA h=8>\r\n"
+                         "<FONTTYPE ftBig font=Arial fontsize=20 valign=top>\r\n"
+                         "<LAYER ui_Main>\r\n"
+                         "\t<TEXT txtA x=1 y=2 text=A template=tplMid fonttype=ftBig>\r\n"
+                         "\t<TEXT txtLoop x=1 y=2 template=tplLoopA>\r\n"
+                         "\t<TEXT txtLong x=1 y=2 onrelease='ShowLayer ui_Information; SetVar a 1; Redraw'>\r\n"
+                         "</LAYER>\r\n";
+
+struct GridFixture : EditorFixture
+{
+    QTemporaryDir skinFolder;
+    QString file;
+
+    GridFixture()
+    {
+        file = skinFolder.path() + "/800_480/ui/grid_800_480.ui";
+        QVERIFY(writeTestFile(file, kSkin));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        window->openSkinFile(file);
+    }
+
+    ObjectTreeModel &tree() { return *window->objectTree(); }
+    QUndoStack &stack() { return window->skinDocument().undoStack(); }
+    QLineEdit *filter() const { return control<QLineEdit>("txtPropertyFilter"); }
+
+    void select(const QByteArray &key)
+    {
+        const QModelIndex index = tree().indexOfKey(key);
+        for (QModelIndex up = index.parent(); up.isValid(); up = up.parent())
+            tvwObjects()->expand(up);
+        window->selectNode(index);
+    }
+
+    clsElement *element(const QByteArray &key) { return tree().ResolveNodeKey(key).element; }
+
+    int rowOf(const QString &name) const
+    {
+        clsPowGridItems *items = pgrProperty()->Items();
+        for (int row = 1; row <= items->Count(); ++row) {
+            if (items->Item(row)->CellText(PropertyGridFiller::ColProperty) == name)
+                return row;
+        }
+        return 0;
+    }
+    PowGridItem *gridRow(const QString &name) const { return pgrProperty()->Items()->Item(rowOf(name)); }
+
+    QStringList shownNames() const
+    {
+        QStringList names;
+        for (const PowGridItem *row : *pgrProperty()->Items()) {
+            if (row->Visible)
+                names << row->CellText(PropertyGridFiller::ColProperty);
+        }
+        return names;
+    }
+
+    void clickCell(const QString &name, int column)
+    {
+        const QRect cell = pgrProperty()->cellRect(rowOf(name), column);
+        QVERIFY2(!cell.isEmpty(), "the cell is not shown");
+        QTest::mouseClick(pgrProperty(), Qt::LeftButton, Qt::NoModifier, cell.center());
+    }
+
+    // Drags the right edge of a column in the header by dx pixels.
+    void dragColumnEdge(int column, int dx)
+    {
+        PowGrid *grid = pgrProperty();
+        const QRect cell = grid->cellRect(1, column);
+        const QPoint edge(cell.right() + 1, cell.top() - grid->headerHeight() / 2);
+        QTest::mousePress(grid, Qt::LeftButton, Qt::NoModifier, edge);
+        QTest::mouseMove(grid, edge + QPoint(dx, 0));
+        QTest::mouseRelease(grid, Qt::LeftButton, Qt::NoModifier, edge + QPoint(dx, 0));
+    }
+};
+
+} // namespace
+
+class TestPropertyGrid : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theButtonShowsOnlyOnRowsWithAChooser()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        PowGrid *grid = f.pgrProperty();
+        QVERIFY(!grid->isButtonShown(f.gridRow(QStringLiteral("x")), PropertyGridFiller::ColButton));
+        QVERIFY(grid->isButtonShown(f.gridRow(QStringLiteral("color")), PropertyGridFiller::ColButton));
+        f.clickCell(QStringLiteral("x"), PropertyGridFiller::ColButton);
+        QVERIFY(f.dialogs.asked().isEmpty());
+        f.dialogs.answerColor(std::nullopt);
+        f.clickCell(QStringLiteral("color"), PropertyGridFiller::ColButton);
+        QCOMPARE(f.dialogs.asked().size(), 1);
+        QCOMPARE(f.dialogs.asked().first().kind, QStringLiteral("color"));
+    }
+
+    void columnWidthsDraggedAreKeptBetweenRuns()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        const int before = f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue);
+        f.dragColumnEdge(PropertyGridFiller::ColValue, 80);
+        const int after = f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue);
+        QVERIFY(qAbs(after - (before + 80)) <= 1);
+
+        f.window.reset();
+        frmEditor again(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
+        PowGrid *grid = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
+        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColValue), after);
+        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColProperty), before);
+    }
+
+    void widthsKeptForOtherColumnsAreNotUsed()
+    {
+        GridFixture f;
+        f.settings.setPropertyColumnWidths({ 3000, 3000 });
+        frmEditor again(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
+        PowGrid *grid = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
+        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColValue),
+                 f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue));
+    }
+
+    void aLongValueShowsWhollyInItsToolTip()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtLong");
+        PowGrid *grid = f.pgrProperty();
+        const QRect cell = grid->cellRect(f.rowOf(QStringLiteral("onrelease")), PropertyGridFiller::ColValue);
+        QCOMPARE(grid->toolTipAt(cell.center()), QStringLiteral("'ShowLayer ui_Information; SetVar a 1; Redraw'"));
+    }
+
+    void inheritedValuesFollowTheOwnPropertiesDimmedWithTheirSource()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        QCOMPARE(f.shownNames(), QStringList({ "x", "y", "text", "template", "fonttype", "fontsize", "color",
+                                                "align", "font", "valign" }));
+        const clsElement *txtA = f.element("Lui_Main|EtxtA");
+        for (const char *name : { "fontsize", "color", "align", "font", "valign" }) {
+            PowGridItem *row = f.gridRow(QString::fromLatin1(name));
+            QVERIFY(row->Dimmed);
+            QVERIFY(PropertyGridFiller::isInherited(*row));
+            // The grid shows what the renderer reads.
+            QCOMPARE(row->CellText(PropertyGridFiller::ColValue).toLatin1(),
+                     f.document.GetElementValue(name, txtA));
+        }
+        QVERIFY(!f.gridRow(QStringLiteral("x"))->Dimmed);
+        QCOMPARE(f.gridRow(QStringLiteral("fontsize"))->ToolTip, QStringLiteral("From \"tplMid\""));
+        QCOMPARE(f.gridRow(QStringLiteral("align"))->ToolTip, QStringLiteral("From \"tplBase\""));
+        QCOMPARE(f.gridRow(QStringLiteral("valign"))->ToolTip, QStringLiteral("From \"ftBig\""));
+        QCOMPARE(f.gridRow(QStringLiteral("fontsize"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("14"));
+    }
+
+    void templatesThatLinkInACircleListEachValueOnce()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtLoop");
+        QCOMPARE(f.shownNames(), QStringList({ "x", "y", "template", "w", "h" }));
+    }
+
+    void typingOverAnInheritedValueMakesItTheObjectsOwnInOneStep()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        const int steps = f.stack().count();
+        f.clickCell(QStringLiteral("fontsize"), PropertyGridFiller::ColValue);
+        QWidget *editor = QApplication::focusWidget();
+        QVERIFY(editor);
+        QTest::keyClicks(editor, QStringLiteral("30"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        const clsElement *txtA = f.element("Lui_Main|EtxtA");
+        QCOMPARE(txtA->Properties().Find("fontsize").value(), QByteArray("30"));
+        QCOMPARE(f.stack().count(), steps + 1);
+        PowGridItem *own = f.gridRow(QStringLiteral("fontsize"));
+        QVERIFY(!own->Dimmed);
+        QCOMPARE(own->CellText(PropertyGridFiller::ColValue), QStringLiteral("30"));
+        QVERIFY(f.tree().indexOfKey("Lui_Main|EtxtA|Pfontsize").isValid());
+
+        f.stack().undo();
+        QVERIFY(!f.element("Lui_Main|EtxtA")->Properties().Find("fontsize"));
+        QVERIFY(f.gridRow(QStringLiteral("fontsize"))->Dimmed);
+        QCOMPARE(f.gridRow(QStringLiteral("fontsize"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("14"));
+    }
+
+    void committingAnInheritedValueUnchangedAddsNothing()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        const int steps = f.stack().count();
+        f.clickCell(QStringLiteral("align"), PropertyGridFiller::ColValue);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(f.stack().count(), steps);
+        QVERIFY(!f.element("Lui_Main|EtxtA")->Properties().Find("align"));
+    }
+
+    void theFilterKeepsRowsWhoseNameOrValueHoldsItInAnyCase()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        f.filter()->setFocus();
+        QTest::keyClicks(f.filter(), QStringLiteral("FONT"));
+        QCOMPARE(f.shownNames(), QStringList({ "fonttype", "fontsize", "font" }));
+        f.filter()->clear();
+        QTest::keyClicks(f.filter(), QStringLiteral("arial"));
+        QCOMPARE(f.shownNames(), QStringList({ "font" }));
+        // Another object is shown through the same filter.
+        f.select("Lui_Main|EtxtLoop");
+        QCOMPARE(f.shownNames(), QStringList());
+        f.filter()->clear();
+        QCOMPARE(f.shownNames().size(), 5);
+    }
+};
+
+QTEST_MAIN(TestPropertyGrid)
+#include "tst_propertygrid.moc"
