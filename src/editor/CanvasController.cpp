@@ -19,9 +19,12 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QUndoStack>
 #include <QWheelEvent>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 CanvasController::CanvasController(const Widgets &widgets, LayerRenderer &renderer, SkinDocument &document,
@@ -62,6 +65,8 @@ void CanvasController::addZoomActions(QMenu &view)
     add(QStringLiteral("ZoomOut"), QStringLiteral("Zoom Out"), QKeySequence::ZoomOut, &CanvasController::zoomOut);
     add(QStringLiteral("ZoomNormal"), QStringLiteral("Actual Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
         &CanvasController::zoomNormal);
+    add(QStringLiteral("ZoomToFit"), QStringLiteral("Zoom to Fit"), QKeySequence(Qt::CTRL | Qt::Key_9),
+        &CanvasController::zoomToFit);
 }
 
 void CanvasController::setZoom(int percent)
@@ -87,6 +92,33 @@ void CanvasController::zoomNormal()
     setZoom(CanvasZoom::Normal);
 }
 
+void CanvasController::zoomToFit()
+{
+    const QImage &picture = mWidgets.canvas->picture();
+    if (picture.isNull())
+        return;
+    const QSize room = mWidgets.area->maximumViewportSize();
+    const int percent = std::min(room.width() * 100 / picture.width(), room.height() * 100 / picture.height());
+    setZoom(percent);
+}
+
+void CanvasController::zoomAround(QPoint viewportPoint, int steps)
+{
+    QScrollBar *horizontal = mWidgets.area->horizontalScrollBar();
+    QScrollBar *vertical = mWidgets.area->verticalScrollBar();
+    // The point in canvas pixels, with its fraction, before the zoom.
+    const QPointF onCanvas = QPointF(mWidgets.canvas->mapFrom(mWidgets.area->viewport(), viewportPoint))
+        * 100.0 / mWidgets.canvas->zoomPercent();
+    if (steps > 0)
+        mWidgets.canvas->zoomIn();
+    else
+        mWidgets.canvas->zoomOut();
+    zoomApplied();
+    const QPointF onWidget = onCanvas * mWidgets.canvas->zoomPercent() / 100.0;
+    horizontal->setValue(int(std::lround(onWidget.x() - viewportPoint.x())));
+    vertical->setValue(int(std::lround(onWidget.y() - viewportPoint.y())));
+}
+
 // The frame follows the object to its place at the new zoom.
 void CanvasController::zoomApplied()
 {
@@ -107,10 +139,9 @@ bool CanvasController::eventFilter(QObject *watched, QEvent *event)
     } else if (watched == mWidgets.area->viewport() && event->type() == QEvent::Wheel) {
         auto *wheel = static_cast<QWheelEvent *>(event);
         if (wheel->modifiers().testFlag(Qt::ControlModifier)) {
-            if (wheel->angleDelta().y() > 0)
-                zoomIn();
-            else if (wheel->angleDelta().y() < 0)
-                zoomOut();
+            // The point under the mouse stays under it.
+            if (wheel->angleDelta().y() != 0)
+                zoomAround(wheel->position().toPoint(), wheel->angleDelta().y());
             return true;
         }
     } else if (watched == mWidgets.frame && event->type() == QEvent::Move) {

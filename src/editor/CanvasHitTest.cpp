@@ -34,5 +34,16 @@ clsElement *CanvasHitTest::hit(const clsKorviInterface &document, const clsEleme
         if (renderer.boxOf(object).contains(canvasPoint.x(), canvasPoint.y()))
             return object;
     }
+    // Nothing was hit by its box: the objects whose box has no size (texts
+    // without a picture) are tried by where their text was printed, in the
+    // same order.
+    for (size_t index : order) {
+        clsElement *object = objects[index];
+        if (object->strName().isEmpty())
+            continue;
+        const DrawnBox box = renderer.boxOf(object);
+        if (!box.hasSize() && box.textArea.contains(canvasPoint))
+            return object;
+    }
     return nullptr;
 }

@@ -114,7 +114,14 @@ ElementPainter::Frame ElementPainter::loadFrame(const QByteArray &reference, boo
     // A sprite count of 0 ("#0") has no frame height: the picture is skipped.
     if (frame.file.spriteCount == 0)
         return frame;
-    const QSize size = mContext.cache.LoadImageFile(frame.file.path, frame.file.stamp, mContext.buffer);
+    PictureProblem problem;
+    QSize size = mContext.cache.LoadImageFile(frame.file.path, frame.file.stamp, mContext.buffer, &problem);
+    // A picture that was found but cannot be decoded is reported by name and
+    // shown as the placeholder, as a missing one is.
+    if (problem.isProblem())
+        mContext.lookup.info().append(problem.reportLine(frame.file.path));
+    if (problem.unreadable)
+        size = mContext.cache.LoadImageFile(QString(), mContext.buffer);
     frame.width = size.width();
     frame.height = frame.file.stripes >= 1 ? frame.file.stripes
                                            : size.height() / frame.file.spriteCount;

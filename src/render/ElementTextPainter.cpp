@@ -157,6 +157,7 @@ void ElementTextPainter::draw(const clsElement *element, QImage &canvas, const E
         box.lowerCorner(x, y);
         if (needsCommaCorrection(font.family))
             y += metrics.height();
+        box.textArea |= QRect(x, y, lineWidth, LH);
         painter.setFont(measure.font(font));
         // Printed with the line's top-left corner at the start point.
         painter.drawText(QPoint(x, y + metrics.ascent()), line);

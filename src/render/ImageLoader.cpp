@@ -1,5 +1,6 @@
 #include "ImageLoader.h"
 
+#include "PictureProblem.h"
 #include "RlDecoder.h"
 #include "RlHeader.h"
 #include "SkinFileNames.h"
@@ -31,6 +32,31 @@ bool isJpegName(const QString &path)
     return SkinFileNames::GetExtension(path) == QLatin1String("jpg");
 }
 
+quint32 littleEndian(const QByteArray &bytes, qsizetype at, int size)
+{
+    quint32 value = 0;
+    for (int i = size - 1; i >= 0; --i)
+        value = (value << 8) | uchar(bytes.at(at + i));
+    return value;
+}
+
+// What the header of a bitmap Qt could not read says about it: the file
+// header (14 bytes), then an information header whose first field is its size
+// (12 bytes for the oldest kind, with 16-bit sizes; 40 or more otherwise).
+QString bmpProblem(const QByteArray &bytes)
+{
+    if (bytes.size() < 26)
+        return QStringLiteral("not a picture (BMP header cut short: %1 bytes)").arg(bytes.size());
+    const bool oldHeader = littleEndian(bytes, 14, 4) == 12;
+    if (!oldHeader && bytes.size() < 30)
+        return QStringLiteral("not a picture (BMP header cut short: %1 bytes)").arg(bytes.size());
+    const qint32 width = oldHeader ? qint32(littleEndian(bytes, 18, 2)) : qint32(littleEndian(bytes, 18, 4));
+    const qint32 height = oldHeader ? qint32(littleEndian(bytes, 20, 2)) : qint32(littleEndian(bytes, 22, 4));
+    const quint32 bits = littleEndian(bytes, oldHeader ? 24 : 28, 2);
+    return QStringLiteral("not a picture (BMP header says %1 \u00D7 %2, %3 bits per pixel, in %4 bytes)")
+        .arg(width).arg(height).arg(bits).arg(bytes.size());
+}
+
 } // namespace
 
 QImage ImageLoader::Placeholder()
@@ -41,33 +67,60 @@ QImage ImageLoader::Placeholder()
 
 QSize ImageLoader::LoadImageFile(const QString &path, QImage &buffer)
 {
-    buffer = QImage();
-    if (path.isEmpty()) {
-        buffer = Placeholder();
-        return buffer.size();
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QSize(0, 0);
-    return LoadImageBytes(path, file.readAll(), buffer);
+    return LoadImageFile(path, buffer, nullptr);
 }
 
-QSize ImageLoader::LoadImageBytes(const QString &path, const QByteArray &bytes, QImage &buffer)
+QSize ImageLoader::LoadImageFile(const QString &path, QImage &buffer, PictureProblem *problem)
 {
     buffer = QImage();
     if (path.isEmpty()) {
         buffer = Placeholder();
         return buffer.size();
     }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (problem)
+            *problem = PictureProblem::unreadableBecause(QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+        return QSize(0, 0);
+    }
+    return LoadImageBytes(path, file.readAll(), buffer, problem);
+}
+
+QSize ImageLoader::LoadImageBytes(const QString &path, const QByteArray &bytes, QImage &buffer)
+{
+    return LoadImageBytes(path, bytes, buffer, nullptr);
+}
+
+QSize ImageLoader::LoadImageBytes(const QString &path, const QByteArray &bytes, QImage &buffer,
+                                  PictureProblem *problem)
+{
+    buffer = QImage();
+    if (path.isEmpty()) {
+        buffer = Placeholder();
+        return buffer.size();
+    }
+    const auto unreadable = [problem](const QString &what) {
+        if (problem)
+            *problem = PictureProblem::unreadableBecause(what);
+        return QSize(0, 0);
+    };
+    if (bytes.isEmpty())
+        return unreadable(QStringLiteral("not a picture (empty file)"));
     // A .jpg goes to the picture reader whatever it holds, as the platform's
     // loader would take it; other names are decided by their first two bytes.
-    if (isJpegName(path))
-        return fromReader(bytes, nullptr, buffer);
-    if (bytes.startsWith("BM"))
-        return fromReader(bytes, "BMP", buffer);
+    if (isJpegName(path)) {
+        const QSize size = fromReader(bytes, nullptr, buffer);
+        return size.isEmpty() ? unreadable(QStringLiteral("not a picture (no JPEG data that can be decoded, %1 bytes)")
+                                               .arg(bytes.size()))
+                              : size;
+    }
+    if (bytes.startsWith("BM")) {
+        const QSize size = fromReader(bytes, "BMP", buffer);
+        return size.isEmpty() ? unreadable(bmpProblem(bytes)) : size;
+    }
     if (RlHeader::hasMagic(bytes))
-        return RlDecoder::decode(bytes, buffer);
-    return QSize(0, 0);
+        return RlDecoder::decode(bytes, buffer, problem);
+    return unreadable(QStringLiteral("not a picture (it begins with neither \"BM\" nor \"RL\")"));
 }
 
 QString ImageLoader::Kind(const QString &path, const QByteArray &bytes)

@@ -4,6 +4,8 @@
 #include <QSize>
 #include <QString>
 
+struct PictureProblem;
+
 // Loads a skin picture into the off-screen buffer. Transparent areas are magenta
 // (255, 0, 255); the buffer is always QImage::Format_RGB32 (or null).
 class ImageLoader
@@ -21,6 +23,15 @@ public:
 
     // The same, for a file already read into memory (`path` gives the extension).
     static QSize LoadImageBytes(const QString &path, const QByteArray &bytes, QImage &buffer);
+
+    // Both again, saying in `problem` what is wrong with a file that was found
+    // but gives no picture, or only part of one: an empty or unreadable file,
+    // content that is no picture, a BMP or JPEG that cannot be decoded, an RL
+    // picture cut short or with an absurd size (see RlDecoder). An RL picture
+    // with a side of 0 is a picture of nothing, not a problem.
+    static QSize LoadImageFile(const QString &path, QImage &buffer, PictureProblem *problem);
+    static QSize LoadImageBytes(const QString &path, const QByteArray &bytes, QImage &buffer,
+                                PictureProblem *problem);
 
     // The built-in placeholder picture, 100 x 50.
     static QImage Placeholder();

@@ -15,7 +15,8 @@ QSize PictureCache::LoadImageFile(const QString &path, QImage &buffer)
     return LoadImageFile(path, stamp, buffer);
 }
 
-QSize PictureCache::LoadImageFile(const QString &path, const FileStamp &givenStamp, QImage &buffer)
+QSize PictureCache::LoadImageFile(const QString &path, const FileStamp &givenStamp, QImage &buffer,
+                                  PictureProblem *problem)
 {
     FileStamp stamp = givenStamp;
     if (path.isEmpty())
@@ -23,14 +24,18 @@ QSize PictureCache::LoadImageFile(const QString &path, const FileStamp &givenSta
     const auto found = mEntries.constFind(path);
     if (found != mEntries.constEnd() && found->stamp == stamp) {
         buffer = found->image;
+        if (problem)
+            *problem = found->problem;
         return found->size;
     }
 
     Entry entry;
     entry.stamp = stamp;
-    entry.size = ImageLoader::LoadImageFile(path, entry.image);
+    entry.size = ImageLoader::LoadImageFile(path, entry.image, &entry.problem);
     ++mDecodeCount;
     mEntries.insert(path, entry);
     buffer = entry.image;
+    if (problem)
+        *problem = entry.problem;
     return entry.size;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FileStamp.h"
+#include "PictureProblem.h"
 
 #include <QHash>
 #include <QImage>
@@ -20,7 +21,10 @@ public:
     QSize LoadImageFile(const QString &path, QImage &buffer);
     // The same, with the stamp the caller's own look at the file just gave (see
     // ImageFile::stamp), so the file is not looked at a second time.
-    QSize LoadImageFile(const QString &path, const FileStamp &stamp, QImage &buffer);
+    // `problem`, when given, receives what is wrong with the file (see
+    // ImageLoader); it is kept with the picture, so it is told again every time.
+    QSize LoadImageFile(const QString &path, const FileStamp &stamp, QImage &buffer,
+                        PictureProblem *problem = nullptr);
 
     // How many pictures this cache has decoded (loaded from disk) so far.
     int decodeCount() const { return mDecodeCount; }
@@ -33,6 +37,7 @@ private:
         FileStamp stamp;
         QImage image;
         QSize size;
+        PictureProblem problem;
     };
 
     QHash<QString, Entry> mEntries;

@@ -1,5 +1,6 @@
 #include "RlDecoder.h"
 
+#include "PictureProblem.h"
 #include "RlHeader.h"
 
 #include <algorithm>
@@ -54,6 +55,9 @@ bool readRowTable(const uchar *d, qint64 size, qint64 offset, int count,
     return true;
 }
 
+// How the decoding of a row ended.
+enum class RowEnd { Complete, CutShort, ColourPastPalette };
+
 struct RowDecoder
 {
     const uchar *d;
@@ -61,8 +65,9 @@ struct RowDecoder
     const std::vector<QRgb> &palette;
     int width;
 
-    // Decodes one row; false when decoding of the whole picture has to stop.
-    bool decode(QRgb *row, qint64 base, qint64 length) const
+    // Decodes one row; anything but Complete stops the decoding of the whole
+    // picture. `badIndex` receives a palette index past the palette.
+    RowEnd decode(QRgb *row, qint64 base, qint64 length, qint64 &badIndex) const
     {
         // The last byte of the file is never read as a code (the bound is its
         // index, not the file's length), and a row stops at its table length.
@@ -80,8 +85,10 @@ struct RowDecoder
                     // index past the palette stops decoding even for a pixel
                     // that would fall past the width and be dropped.
                     const qint64 index = code + offset;
-                    if (index >= paletteCount)
-                        return false;
+                    if (index >= paletteCount) {
+                        badIndex = index;
+                        return RowEnd::ColourPastPalette;
+                    }
                     if (x < width)
                         row[x] = colours[index];
                 }
@@ -89,19 +96,21 @@ struct RowDecoder
                 ++at;
             } else if (code == 253) {
                 if (at + 2 >= size)
-                    return false;
+                    return RowEnd::CutShort;
                 offset = d[at + 1] | (d[at + 2] << 8);
                 at += 3;
             } else if (code == 254) {
                 if (at + 2 >= size)
-                    return false;
+                    return RowEnd::CutShort;
                 const uchar index = d[at + 1];
                 const uchar count = d[at + 2];
                 // Index 0 paints transparent pixels: the picture is already
                 // magenta, so only the column moves.
                 if (index != 0 && count != 0) {
-                    if (index + offset >= paletteCount)
-                        return false;
+                    if (index + offset >= paletteCount) {
+                        badIndex = index + offset;
+                        return RowEnd::ColourPastPalette;
+                    }
                     if (x < width)
                         std::fill_n(row + x, std::min<qint64>(count, width - x), colours[index + offset]);
                 }
@@ -113,7 +122,7 @@ struct RowDecoder
                 at += 2;
             }
         }
-        return true;
+        return RowEnd::Complete;
     }
 };
 
@@ -134,14 +143,50 @@ void fillRows(QImage &image, int from)
     }
 }
 
+void say(PictureProblem *problem, const PictureProblem &what)
+{
+    if (problem && !problem->isProblem())
+        *problem = what;
+}
+
+QString cutShortInRow(int row, int height)
+{
+    return QStringLiteral("RL file cut short in row %1 of %2").arg(row + 1).arg(height);
+}
+
+// A header whose sizes no picture of a skin can have is refused before anything
+// is allocated for it.
+bool refusedHeader(const QByteArray &bytes, RlHeader &header, PictureProblem *problem)
+{
+    if (!RlHeader::read(bytes, header)) {
+        say(problem, PictureProblem::unreadableBecause(
+                         QStringLiteral("not a picture (RL header cut short: %1 bytes)").arg(bytes.size())));
+        return true;
+    }
+    if (header.width >= RlHeader::kSizeLimit || qint64(header.width) * header.height > RlDecoder::kMaxPixels) {
+        say(problem, PictureProblem::unreadableBecause(
+                         QStringLiteral("not a picture (RL header says %1 \u00D7 %2)").arg(header.width).arg(header.height)));
+        return true;
+    }
+    if (header.rowCount >= RlHeader::kSizeLimit) {
+        say(problem, PictureProblem::unreadableBecause(
+                         QStringLiteral("not a picture (RL header says its row table has %1 rows)").arg(header.rowCount)));
+        return true;
+    }
+    return false;
+}
+
 } // namespace
 
 QSize RlDecoder::decode(const QByteArray &bytes, QImage &image)
 {
+    return decode(bytes, image, nullptr);
+}
+
+QSize RlDecoder::decode(const QByteArray &bytes, QImage &image, PictureProblem *problem)
+{
     RlHeader header;
-    if (!RlHeader::read(bytes, header)
-        || header.width >= RlHeader::kSizeLimit || header.rowCount >= RlHeader::kSizeLimit
-        || qint64(header.width) * header.height > kMaxPixels) {
+    if (refusedHeader(bytes, header, problem)) {
         image = QImage();
         return QSize(0, 0);
     }
@@ -160,6 +205,9 @@ QSize RlDecoder::decode(const QByteArray &bytes, QImage &image)
     qint64 base = 0;
     if (header.rowTableOffset() > fileSize
         || !readRowTable(d, fileSize, header.rowTableOffset(), header.rowCount, lengths, base)) {
+        say(problem, PictureProblem::unreadableBecause(
+                         header.rowTableOffset() > fileSize ? QStringLiteral("not a picture (RL file cut short in its palette)")
+                                                            : QStringLiteral("not a picture (RL file cut short in its row table)")));
         fillRows(image, 0);
         return size;
     }
@@ -174,12 +222,28 @@ QSize RlDecoder::decode(const QByteArray &bytes, QImage &image)
     for (; y < header.height && y < header.rowCount; ++y) {
         QRgb *row = reinterpret_cast<QRgb *>(bits + y * stride);
         std::fill_n(row, header.width, kMagenta);
-        if (!rows.decode(row, base, lengths[y])) {
+        if (problem && base + qint64(lengths[y]) > fileSize) {
+            // Without a byte of pixel data nothing can be shown.
+            if (y == 0 && base >= fileSize)
+                say(problem, PictureProblem::unreadableBecause(QStringLiteral("not a picture (RL file ends before its pixels)")));
+            else
+                say(problem, PictureProblem::partlyReadBecause(cutShortInRow(y, header.height)));
+        }
+        qint64 badIndex = 0;
+        const RowEnd end = rows.decode(row, base, lengths[y], badIndex);
+        if (end != RowEnd::Complete) {
+            say(problem, PictureProblem::partlyReadBecause(
+                             end == RowEnd::CutShort ? cutShortInRow(y, header.height)
+                                                     : QStringLiteral("RL picture uses colour %1 of a palette of %2")
+                                                           .arg(badIndex).arg(palette.size())));
             ++y;
             break;
         }
         base += lengths[y];
     }
+    if (y < header.height && header.rowCount < header.height)
+        say(problem, PictureProblem::partlyReadBecause(
+                         QStringLiteral("RL row table has %1 rows for a picture %2 high").arg(header.rowCount).arg(header.height)));
     fillRows(image, y);
     return size;
 }

@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QSize>
 
+struct PictureProblem;
+
 // Decodes the skin's run-length pictures. Pixel codes of a row:
 //   0-252  one pixel of palette index b (0 transparent, else palette[b + P])
 //   253    P = next two bytes, little-endian (P is 0 at the start of every row)
@@ -29,4 +31,9 @@ public:
     //   entry, or a pixel painted with an index past the palette: decoding stops
     //   and what was drawn stays. A pixel at a column past the width is dropped.
     static QSize decode(const QByteArray &bytes, QImage &image);
+    // The same, saying in `problem` (when given) what was wrong with the file:
+    // unreadable for the first two cases above (no picture, or nothing of it
+    // in the file), partly read for the others and for rows the row table
+    // leaves out or that lie past the end of the file.
+    static QSize decode(const QByteArray &bytes, QImage &image, PictureProblem *problem);
 };

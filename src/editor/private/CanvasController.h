@@ -61,6 +61,11 @@ public:
     void zoomIn();
     void zoomOut();
     void zoomNormal();
+    // The largest zoom step at which the whole picture fits the visible area.
+    void zoomToFit();
+    // One zoom step in (steps > 0) or out, keeping the canvas point under
+    // `viewportPoint` (a point of the scroll area's viewport) where it is.
+    void zoomAround(QPoint viewportPoint, int steps);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -15,6 +15,10 @@ class clsKorviInterface;
 //
 // An object without a name is passed over and the walk goes on to the objects
 // below it: the name is the text an object must have to be picked.
+//
+// When no box holds the point, a second walk in the same order takes the first
+// named object whose box has no size and whose text was printed over the point:
+// a text object without a picture can be picked by its text.
 class CanvasHitTest
 {
 public:

@@ -1,0 +1,174 @@
+// The canvas with real mouse events: text objects without a picture are
+// picked and dragged by their text, and a picture that cannot be decoded is
+// named in the information box.
+
+#include "EditorFixture.h"
+
+#include "LayerRenderer.h"
+#include "MovableShape.h"
+#include "NodeKey.h"
+#include "ObjectTreeModel.h"
+#include "SkinDocument.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QUndoStack>
+#include <QWheelEvent>
+
+namespace {
+
+const QByteArray kTextSkin = "<LAYER ui_Texts>\r\n"
+                             "\t<TEXT txtLabel x=40 y=60 text=Speed>\r\n"
+                             "\t<BUTTON btnBad x=300 y=200 bmp=btn.bmp>\r\n"
+                             "</LAYER>\r\n";
+
+struct CanvasFixture : EditorFixture
+{
+    QTemporaryDir skinFolder;
+    QString file;
+
+    CanvasFixture()
+    {
+        file = skinFolder.path() + "/800_480/ui/texts_800_480.ui";
+        QVERIFY(writeTestFile(file, kTextSkin));
+        QVERIFY(writeTestFile(skinFolder.path() + "/800_480/btn.bmp",
+                              readTestFile(QStringLiteral(KORVI_TEST_DATA "/pictures/huge.bmp"))));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        window->openSkinFile(file);
+    }
+
+    clsElement *element(const QByteArray &key) { return window->objectTree()->ResolveNodeKey(key).element; }
+
+    QByteArray value(const QByteArray &propertyNodeKey)
+    {
+        const NodeTarget target = window->objectTree()->ResolveNodeKey(propertyNodeKey);
+        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
+    }
+
+    void select(const QByteArray &key) { window->selectNode(window->objectTree()->indexOfKey(key)); }
+
+    void clickCanvas(QPoint canvasPoint)
+    {
+        const QRect pixel = pctTemplate()->toWidget(QRect(canvasPoint, QSize(1, 1)));
+        QTest::mouseClick(pctTemplate(), Qt::LeftButton, Qt::NoModifier, pixel.topLeft());
+    }
+
+    void dragFrame(int dx, int dy)
+    {
+        QWidget *body = mshObject()->shpMove(MovableShape::BodyHandle);
+        QWidget *container = pctTemplate();
+        const QPoint at = body->rect().center();
+        const QPoint start = body->mapTo(container, at);
+        QTest::mousePress(body, Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx / 2, dy / 2)));
+        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx, dy)));
+        QTest::mouseRelease(body, Qt::LeftButton, Qt::NoModifier, body->mapFrom(container, start + QPoint(dx, dy)));
+    }
+
+    DrawnBox box(const QByteArray &key) { return window->renderer().boxOf(element(key)); }
+};
+
+} // namespace
+
+class TestCanvas : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aTextWithoutAPictureIsPickedByItsText()
+    {
+        CanvasFixture f;
+        f.select("Lui_Texts");
+        const DrawnBox box = f.box("Lui_Texts|EtxtLabel");
+        QVERIFY(!box.hasSize());
+        QVERIFY(box.textArea.width() > 10);
+        QCOMPARE(box.textArea.topLeft(), QPoint(40, 60));
+        f.clickCanvas(box.textArea.center());
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Texts|EtxtLabel"));
+        // The frame surrounds the text.
+        const int handle = f.mshObject()->handleSize();
+        QVERIFY(f.mshObject()->isVisible());
+        QCOMPARE(f.mshObject()->geometry(),
+                 f.pctTemplate()->toWidget(box.textArea).adjusted(-handle, -handle, handle, handle));
+    }
+
+    void aClickBesideTheTextPicksNothing()
+    {
+        CanvasFixture f;
+        f.select("Lui_Texts");
+        const QRect text = f.box("Lui_Texts|EtxtLabel").textArea;
+        f.clickCanvas(text.bottomRight() + QPoint(5, 5));
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Texts"));
+    }
+
+    void aTextPickedByItsTextIsDraggedWithItsFrame()
+    {
+        CanvasFixture f;
+        f.select("Lui_Texts");
+        f.clickCanvas(f.box("Lui_Texts|EtxtLabel").textArea.center());
+        f.dragFrame(15, -20);
+        QCOMPARE(f.value("Lui_Texts|EtxtLabel|Px"), QByteArray("55"));
+        QCOMPARE(f.value("Lui_Texts|EtxtLabel|Py"), QByteArray("40"));
+        QCOMPARE(f.box("Lui_Texts|EtxtLabel").textArea.topLeft(), QPoint(55, 40));
+        f.window->skinDocument().undoStack().undo();
+        QCOMPARE(f.value("Lui_Texts|EtxtLabel|Px"), QByteArray("40"));
+    }
+
+    void anUndecodablePictureIsNamedInTheInformationBoxAndDrawnAsThePlaceholder()
+    {
+        CanvasFixture f;
+        f.select("Lui_Texts");
+        const QString line = QStringLiteral("btn.bmp: not a picture (RL header says 65535 ") + QChar(0x00D7)
+            + QStringLiteral(" 65535)");
+        QVERIFY2(f.txtInfo()->toPlainText().contains(line), qPrintable(f.txtInfo()->toPlainText()));
+        const DrawnBox box = f.box("Lui_Texts|EbtnBad");
+        QCOMPARE(QRect(box.left, box.top, box.width, box.height), QRect(300, 200, 100, 50));
+        // The placeholder can be picked like any picture.
+        f.clickCanvas(QPoint(350, 225));
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Texts|EbtnBad"));
+    }
+
+    void ctrlWheelZoomsKeepingThePointUnderTheMouse()
+    {
+        CanvasFixture f;
+        f.select("Lui_Texts");
+        auto *area = f.control<QScrollArea>("canvasArea");
+        QWidget *viewport = area->viewport();
+        const QPoint mouse(200, 150);
+        const QPoint before = f.pctTemplate()->toCanvas(f.pctTemplate()->mapFrom(viewport, mouse));
+        for (int i = 0; i < 3; ++i) {
+            QWheelEvent wheel(QPointF(mouse), QPointF(viewport->mapToGlobal(mouse)), QPoint(), QPoint(0, 120),
+                              Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(viewport, &wheel);
+        }
+        QCOMPARE(f.pctTemplate()->zoomPercent(), 300);
+        QVERIFY(area->horizontalScrollBar()->value() > 0);
+        const QPoint after = f.pctTemplate()->toCanvas(f.pctTemplate()->mapFrom(viewport, mouse));
+        QVERIFY2((after - before).manhattanLength() <= 1,
+                 qPrintable(QStringLiteral("%1,%2 became %3,%4").arg(before.x()).arg(before.y()).arg(after.x()).arg(after.y())));
+    }
+
+    void zoomToFitShowsTheWholePicture()
+    {
+        CanvasFixture f;
+        f.select("Lui_Texts");
+        auto *area = f.control<QScrollArea>("canvasArea");
+        f.window->findChild<QAction *>(QStringLiteral("ZoomIn"))->trigger();
+        f.window->findChild<QAction *>(QStringLiteral("ZoomIn"))->trigger();
+        QTest::keyClick(f.window.get(), Qt::Key_9, Qt::ControlModifier);
+        const QSize room = area->maximumViewportSize();
+        const QSize shown = f.pctTemplate()->size();
+        QVERIFY(shown.width() <= room.width() && shown.height() <= room.height());
+        // The next step would no longer fit.
+        const int fitted = f.pctTemplate()->zoomPercent();
+        f.canvas()->zoomIn();
+        const QSize larger = f.pctTemplate()->size();
+        QVERIFY2(larger.width() > room.width() || larger.height() > room.height(), qPrintable(QString::number(fitted)));
+    }
+};
+
+QTEST_MAIN(TestCanvas)
+#include "tst_canvas.moc"
