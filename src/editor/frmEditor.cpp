@@ -5,13 +5,16 @@
 #include "CanvasSize.h"
 #include "Dialogs.h"
 #include "DocumentActions.h"
+#include "FileDropOpener.h"
 #include "HourglassCursor.h"
 #include "LayerRenderer.h"
 #include "MovableShape.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PowGrid.h"
+#include "ProblemsController.h"
 #include "PropertyGridController.h"
+#include "ReloadBar.h"
 #include "RenderSetup.h"
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
@@ -20,6 +23,7 @@
 #include "SkinFileNames.h"
 #include "SkinFolderListing.h"
 #include "SkinLoader.h"
+#include "SkinReloader.h"
 #include "SkinReadError.h"
 #include "Splitter.h"
 #include "TextBoxInfoSink.h"
@@ -44,6 +48,7 @@
 #include <QToolBar>
 #include <QTreeView>
 #include <QUndoStack>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -134,6 +139,7 @@ void frmEditor::createControls()
     mInfoSink = std::make_unique<TextBoxInfoSink>(txtInfo);
     mRendering = std::make_unique<RenderSetup>(mEnv.document, mEnv.context, *mInfoSink);
     createControllers();
+    createWatchers();
     followDocument();
 }
 
@@ -159,6 +165,24 @@ void frmEditor::createControllers()
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
+    mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
+}
+
+// The skin's files on disk, and files dropped on the window.
+void frmEditor::createWatchers()
+{
+    mReloader = new SkinReloader(*mSkin, *mTree, *tvwObjects, *mReloadBar, this);
+    mReloader->reopen = [this] {
+        if (mOpenedFolder)
+            openSkinFolder(mOpenedPath);
+        else
+            openSkinFile(mOpenedPath);
+    };
+    mReloader->tell = [this](const QString &text) { stbMain->showMessage(text, 10000); };
+    mDropOpener = new FileDropOpener(*this);
+    mDropOpener->mayDiscardChanges = [this] { return mActions->mayDiscardChanges(); };
+    mDropOpener->openFile = [this](const QString &file) { openSkinFile(file); };
+    mDropOpener->openFolder = [this](const QString &folder) { openSkinFolder(folder); };
 }
 
 // The views follow the document: a new current node is shown whole; a change
@@ -232,7 +256,16 @@ void frmEditor::createPanes()
     splInfo = new Splitter;
     splInfo->setObjectName(QStringLiteral("splInfo"));
     splInfo->setSplitterOrientation(Splitter::OneAboveTheOther);
-    splInfo->setControls(canvasArea, txtInfo);
+    // The bar that asks about files changed on disk stands above the canvas.
+    mReloadBar = new ReloadBar;
+    auto *canvasPane = new QWidget;
+    canvasPane->setObjectName(QStringLiteral("canvasPane"));
+    auto *canvasLayout = new QVBoxLayout(canvasPane);
+    canvasLayout->setContentsMargins(0, 0, 0, 0);
+    canvasLayout->setSpacing(0);
+    canvasLayout->addWidget(mReloadBar);
+    canvasLayout->addWidget(canvasArea, 1);
+    splInfo->setControls(canvasPane, txtInfo);
     splInfo->setSplitterPosition(7800);
 
     splMain = new Splitter(this);
@@ -346,6 +379,8 @@ void frmEditor::openSkinFile(const QString &path)
     ClearDocument();
     HourglassCursor hourglass;
     const QFileInfo file(path);
+    mOpenedPath = file.absoluteFilePath();
+    mOpenedFolder = false;
     setTitle(file.fileName());
     SkinContext context = mSkin->context();
     const QString format = SkinLoader::skinFormatFromFileName(path);
@@ -376,6 +411,8 @@ void frmEditor::openSkinFolder(const QString &folder)
 {
     ClearDocument();
     HourglassCursor hourglass;
+    mOpenedPath = QFileInfo(folder).absoluteFilePath();
+    mOpenedFolder = true;
     setTitle(folder);
 
     // Everything is read as part of the skin here, the shared scheme and the
@@ -420,6 +457,7 @@ bool frmEditor::readSkinFile(const QString &path, bool imported)
 // still read.
 void frmEditor::reportReadError(const QString &file, qint64 line, const QString &message)
 {
+    mReadingErrors.append(SkinReadError(file, line, message));
     askWithArrow(mEnv.dialogs, QStringLiteral("Read Skin File"),
                  QStringLiteral("Error reading %1, line %2:\r\n%3").arg(file).arg(line).arg(message),
                  Dialogs::Icon::Warning);
@@ -430,6 +468,7 @@ void frmEditor::ClearDocument()
     HideMovingTool();
     clearSelectionDisplay();
     mCanvas->forgetDrag();
+    mReadingErrors.clear();
     mSkin->reload({});
 }
 
@@ -439,6 +478,8 @@ void frmEditor::finishLoading()
     // The canvas shows the skin's background until a node is chosen.
     DrawLayer(nullptr);
     button(QStringLiteral("Save"))->setEnabled(true);
+    mProblems->skinOpened(mReadingErrors, mOpenedFolder);
+    mReloader->skinOpened();
 }
 
 void frmEditor::SaveCommand()
@@ -460,8 +501,10 @@ void frmEditor::SaveCommand()
         askWithArrow(mEnv.dialogs, ApplicationInfo::windowTitle(), message, Dialogs::Icon::Warning);
     });
     hourglass.restore();
-    if (saved)
+    if (saved) {
         mActions->markSaved();
+        mReloader->skinSaved();
+    }
     if (saved)
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
 }

@@ -2,21 +2,25 @@
 
 #include "EditorEnvironment.h"
 #include "ShownSelection.h"
+#include "SkinReadError.h"
 
 #include <QByteArray>
 #include <QImage>
 #include <QMainWindow>
 #include <QModelIndex>
+#include <QVector>
 
 #include <functional>
 #include <memory>
 
 class CanvasController;
 class DocumentActions;
+class FileDropOpener;
 class LayerRenderer;
 class MovableShape;
 class ObjectTreeModel;
 class PowGrid;
+class ProblemsController;
 class PropertyGridController;
 struct RenderSetup;
 class QAction;
@@ -27,8 +31,10 @@ class QScrollArea;
 class QStatusBar;
 class QToolBar;
 class QTreeView;
+class ReloadBar;
 class SkinCanvas;
 class SkinDocument;
+class SkinReloader;
 class Splitter;
 class TextBoxInfoSink;
 class ToolbarImages;
@@ -125,6 +131,7 @@ private:
     void createPanes();
     void createStatusBar();
     void createControllers();
+    void createWatchers();
     void followDocument();
 
     void ClearDocument();
@@ -178,6 +185,15 @@ private:
     DocumentActions *mActions = nullptr;
     CanvasController *mCanvas = nullptr;
     PropertyGridController *mGrid = nullptr;
+    ProblemsController *mProblems = nullptr;
+    ReloadBar *mReloadBar = nullptr;
+    SkinReloader *mReloader = nullptr;
+    FileDropOpener *mDropOpener = nullptr;
+    // What was last opened (a file, or a folder with All), to read it again
+    // when it changes on disk, and what its reading met.
+    QString mOpenedPath;
+    bool mOpenedFolder = false;
+    QVector<SkinReadError> mReadingErrors;
 
     clsElement *mCurrentObject = nullptr;
     const clsElement *mShownLayer = nullptr;
