@@ -6,13 +6,16 @@
 #include "Dialogs.h"
 #include "DocumentActions.h"
 #include "EditActions.h"
+#include "FileDropOpener.h"
 #include "HourglassCursor.h"
 #include "LayerRenderer.h"
 #include "MovableShape.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PowGrid.h"
+#include "ProblemsController.h"
 #include "PropertyGridController.h"
+#include "ReloadBar.h"
 #include "RenderSetup.h"
 #include "PictureExport.h"
 #include "RecentFiles.h"
@@ -25,6 +28,7 @@
 #include "SkinFileNames.h"
 #include "SkinFolderListing.h"
 #include "SkinLoader.h"
+#include "SkinReloader.h"
 #include "SkinReadError.h"
 #include "Splitter.h"
 #include "TextBoxInfoSink.h"
@@ -148,6 +152,7 @@ void frmEditor::createControls()
     mInfoSink = std::make_unique<TextBoxInfoSink>(txtInfo);
     mRendering = std::make_unique<RenderSetup>(mEnv.document, mEnv.context, *mInfoSink);
     createControllers();
+    createWatchers();
     followDocument();
 }
 
@@ -178,6 +183,7 @@ void frmEditor::createControllers()
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
     mGrid->keepColumnWidths(mEnv.settings);
     mGrid->setFilterField(*txtPropertyFilter);
+    mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
 }
 
 void frmEditor::createFileMenu()
@@ -216,6 +222,23 @@ void frmEditor::openRecent(const QString &path)
         openSkinFolder(path);
     else
         openSkinFile(path);
+}
+
+// The skin's files on disk, and files dropped on the window.
+void frmEditor::createWatchers()
+{
+    mReloader = new SkinReloader(*mSkin, *mTree, *tvwObjects, *mReloadBar, this);
+    mReloader->reopen = [this] {
+        if (mOpenedFolder)
+            openSkinFolder(mOpenedPath);
+        else
+            openSkinFile(mOpenedPath);
+    };
+    mReloader->tell = [this](const QString &text) { stbMain->showMessage(text, 10000); };
+    mDropOpener = new FileDropOpener(*this);
+    mDropOpener->mayDiscardChanges = [this] { return mActions->mayDiscardChanges(); };
+    mDropOpener->openFile = [this](const QString &file) { openSkinFile(file); };
+    mDropOpener->openFolder = [this](const QString &folder) { openSkinFolder(folder); };
 }
 
 // The views follow the document: a new current node is shown whole; a change
@@ -300,7 +323,16 @@ void frmEditor::createPanes()
     splInfo = new Splitter;
     splInfo->setObjectName(QStringLiteral("splInfo"));
     splInfo->setSplitterOrientation(Splitter::OneAboveTheOther);
-    splInfo->setControls(canvasArea, txtInfo);
+    // The bar that asks about files changed on disk stands above the canvas.
+    mReloadBar = new ReloadBar;
+    auto *canvasPane = new QWidget;
+    canvasPane->setObjectName(QStringLiteral("canvasPane"));
+    auto *canvasLayout = new QVBoxLayout(canvasPane);
+    canvasLayout->setContentsMargins(0, 0, 0, 0);
+    canvasLayout->setSpacing(0);
+    canvasLayout->addWidget(mReloadBar);
+    canvasLayout->addWidget(canvasArea, 1);
+    splInfo->setControls(canvasPane, txtInfo);
     splInfo->setSplitterPosition(7800);
 
     splMain = new Splitter(this);
@@ -414,6 +446,8 @@ void frmEditor::openSkinFile(const QString &path)
     ClearDocument();
     HourglassCursor hourglass;
     const QFileInfo file(path);
+    mOpenedPath = file.absoluteFilePath();
+    mOpenedFolder = false;
     setTitle(file.fileName());
     SkinContext context = mSkin->context();
     const QString format = SkinLoader::skinFormatFromFileName(path);
@@ -446,6 +480,8 @@ void frmEditor::openSkinFolder(const QString &folder)
 {
     ClearDocument();
     HourglassCursor hourglass;
+    mOpenedPath = QFileInfo(folder).absoluteFilePath();
+    mOpenedFolder = true;
     setTitle(folder);
 
     // Everything is read as part of the skin here, the shared scheme and the
@@ -497,6 +533,7 @@ bool frmEditor::readSkinFile(const QString &path, bool imported)
 void frmEditor::reportReadError(const QString &file, qint64 line, const QString &message)
 {
     mSaveFlow->noteReadError(file, line);
+    mReadingErrors.append(SkinReadError(file, line, message));
     askWithArrow(mEnv.dialogs, QStringLiteral("Read Skin File"),
                  QStringLiteral("Error reading %1, line %2:\r\n%3").arg(file).arg(line).arg(message),
                  Dialogs::Icon::Warning);
@@ -507,6 +544,7 @@ void frmEditor::ClearDocument()
     HideMovingTool();
     clearSelectionDisplay();
     mCanvas->forgetDrag();
+    mReadingErrors.clear();
     mSkin->reload({});
 }
 
@@ -518,6 +556,8 @@ void frmEditor::finishLoading()
     button(QStringLiteral("Save"))->setEnabled(true);
     for (const char *name : { "mnuSaveChanges", "mnuSaveAs" })
         findChild<QAction *>(QString::fromLatin1(name))->setEnabled(true);
+    mProblems->skinOpened(mReadingErrors, mOpenedFolder);
+    mReloader->skinOpened();
 }
 
 void frmEditor::SaveCommand()
@@ -541,8 +581,10 @@ void frmEditor::SaveCommand()
         askWithArrow(mEnv.dialogs, ApplicationInfo::windowTitle(), message, Dialogs::Icon::Warning);
     });
     hourglass.restore();
-    if (saved)
+    if (saved) {
         mActions->markSaved();
+        mReloader->skinSaved();
+    }
     if (saved)
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
 }

@@ -2,11 +2,13 @@
 
 #include "EditorEnvironment.h"
 #include "ShownSelection.h"
+#include "SkinReadError.h"
 
 #include <QByteArray>
 #include <QImage>
 #include <QMainWindow>
 #include <QModelIndex>
+#include <QVector>
 
 #include <functional>
 #include <memory>
@@ -14,10 +16,12 @@
 class CanvasController;
 class DocumentActions;
 class EditActions;
+class FileDropOpener;
 class LayerRenderer;
 class MovableShape;
 class ObjectTreeModel;
 class PowGrid;
+class ProblemsController;
 class PropertyGridController;
 class RecentFiles;
 class SaveChangesFlow;
@@ -32,8 +36,10 @@ class QScrollArea;
 class QStatusBar;
 class QToolBar;
 class QTreeView;
+class ReloadBar;
 class SkinCanvas;
 class SkinDocument;
+class SkinReloader;
 class Splitter;
 class TextBoxInfoSink;
 class ToolbarImages;
@@ -137,6 +143,7 @@ private:
     void createControllers();
     void createFileMenu();
     void openRecent(const QString &path);
+    void createWatchers();
     void followDocument();
 
     void ClearDocument();
@@ -196,6 +203,15 @@ private:
     SaveChangesFlow *mSaveFlow = nullptr;
     RecentFiles *mRecent = nullptr;
     StatusProgress *mProgress = nullptr;
+    ProblemsController *mProblems = nullptr;
+    ReloadBar *mReloadBar = nullptr;
+    SkinReloader *mReloader = nullptr;
+    FileDropOpener *mDropOpener = nullptr;
+    // What was last opened (a file, or a folder with All), to read it again
+    // when it changes on disk, and what its reading met.
+    QString mOpenedPath;
+    bool mOpenedFolder = false;
+    QVector<SkinReadError> mReadingErrors;
 
     clsElement *mCurrentObject = nullptr;
     const clsElement *mShownLayer = nullptr;

@@ -1,0 +1,115 @@
+#include "ProblemsController.h"
+
+#include "ProblemsPanel.h"
+#include "SkinChecker.h"
+#include "SkinDocument.h"
+
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMainWindow>
+#include <QStatusBar>
+
+#include <algorithm>
+
+namespace {
+
+// How long the user must pause after a change before the skin is checked.
+constexpr int kShortestPauseMs = 300;
+// The pause grows with the time a check takes, so that checking never takes
+// more than this share of the window's time while the user keeps editing.
+constexpr int kPausePerCheckTime = 4;
+
+QString counted(int count, const char *one, const char *many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QString::fromLatin1(count == 1 ? one : many));
+}
+
+} // namespace
+
+ProblemsController::ProblemsController(SkinDocument &document, QMainWindow &window, QStatusBar &statusBar,
+                                       QObject *parent)
+    : QObject(parent)
+    , mDocument(document)
+    , mDock(new QDockWidget(QStringLiteral("Problems"), &window))
+    , mPanel(new ProblemsPanel)
+    , mCounts(new QLabel)
+    , mPlace(new QLabel)
+{
+    setObjectName(QStringLiteral("ProblemsController"));
+    mDock->setObjectName(QStringLiteral("dockProblems"));
+    mPanel->setObjectName(QStringLiteral("problemsPanel"));
+    mDock->setWidget(mPanel);
+    mDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    window.addDockWidget(Qt::BottomDockWidgetArea, mDock);
+
+    mCounts->setObjectName(QStringLiteral("stbProblemCounts"));
+    mPlace->setObjectName(QStringLiteral("stbProblemPlace"));
+    statusBar.addPermanentWidget(mPlace);
+    statusBar.addPermanentWidget(mCounts);
+
+    // The check runs on the window's thread, on the document itself: it needs
+    // no copy of a large skin and sees exactly what the window shows. It never
+    // runs while the user types or drags: every change restarts the pause, and
+    // the pause lasts at least four times as long as the last check took, so a
+    // skin that takes a second to check is checked once the user has stopped
+    // for four seconds, and the demo skin (a few milliseconds) at once.
+    mPause.setSingleShot(true);
+    mPause.setInterval(kShortestPauseMs);
+    connect(&mPause, &QTimer::timeout, this, &ProblemsController::checkNow);
+    connect(&mDocument, &SkinDocument::changed, this, &ProblemsController::documentChanged);
+    connect(&mDocument, &SkinDocument::contextChanged, this, &ProblemsController::documentChanged);
+    connect(&mDocument, &SkinDocument::aboutToBeReset, this, &ProblemsController::forgetSkin);
+    connect(mPanel, &ProblemsPanel::problemActivated, this, &ProblemsController::jumpTo);
+    connect(mPanel, &ProblemsPanel::countsChanged, this, &ProblemsController::showCounts);
+}
+
+void ProblemsController::skinOpened(const QVector<SkinReadError> &readingErrors, bool wholeSkin)
+{
+    mReadingErrors = readingErrors;
+    mWholeSkin = wholeSkin;
+    mSkinOpen = true;
+    checkNow();
+}
+
+void ProblemsController::forgetSkin()
+{
+    mSkinOpen = false;
+    mPause.stop();
+    mReadingErrors.clear();
+    mPlace->clear();
+    mPanel->setProblems({});
+    mCounts->clear();
+}
+
+void ProblemsController::documentChanged()
+{
+    if (mSkinOpen)
+        mPause.start();
+}
+
+void ProblemsController::checkNow()
+{
+    mPause.stop();
+    if (!mSkinOpen)
+        return;
+    QElapsedTimer took;
+    took.start();
+    mPanel->setProblems(SkinChecker::check(mDocument.document(), mDocument.context(), mReadingErrors, mWholeSkin));
+    mPause.setInterval(std::max<qint64>(kShortestPauseMs, took.elapsed() * kPausePerCheckTime));
+}
+
+void ProblemsController::jumpTo(const QByteArray &nodeKey, const QString &file, qint64 line)
+{
+    if (!nodeKey.isEmpty())
+        mDocument.setCurrent(nodeKey);
+    const QString name = QFileInfo(file).fileName();
+    mPlace->setText(line > 0 ? QStringLiteral("%1:%2").arg(name).arg(line) : name);
+    mPlace->setToolTip(file);
+}
+
+void ProblemsController::showCounts(int errors, int warnings)
+{
+    mCounts->setText(counted(errors, "error", "errors") + QStringLiteral(", ")
+                     + counted(warnings, "warning", "warnings"));
+}

@@ -1,0 +1,136 @@
+#include "EditorFixture.h"
+#include "ObjectTreeModel.h"
+#include "ProblemListModel.h"
+#include "ProblemsController.h"
+#include "ProblemsPanel.h"
+#include "SkinDocument.h"
+
+#include <QDockWidget>
+#include <QLabel>
+
+// The Problems panel in the window: filled when a skin is opened and again
+// after the user pauses from editing; a double-click on a problem shows its
+// node and its file and line; the status bar counts errors and warnings.
+namespace {
+
+struct ProblemsWindow : EditorFixture
+{
+    SmallSkin skin;
+
+    ProblemsPanel *panel() const { return control<ProblemsPanel>("problemsPanel"); }
+    ProblemsController *problems() const { return control<ProblemsController>("ProblemsController"); }
+    QString counts() const { return control<QLabel>("stbProblemCounts")->text(); }
+    QString place() const { return control<QLabel>("stbProblemPlace")->text(); }
+
+    // The row of the first problem with this code, as the view shows it.
+    QModelIndex rowOf(const QString &code) const
+    {
+        const QAbstractItemModel *model = panel()->view()->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->index(row, ProblemListModel::CodeColumn).data().toString() == code)
+                return model->index(row, ProblemListModel::MessageColumn);
+        }
+        return {};
+    }
+
+    QStringList codes() const
+    {
+        QStringList codes;
+        const QAbstractItemModel *model = panel()->view()->model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            codes << model->index(row, ProblemListModel::CodeColumn).data().toString();
+        return codes;
+    }
+};
+
+} // namespace
+
+class TestProblemsDock : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void thePanelIsADockOfTheWindow()
+    {
+        ProblemsWindow f;
+        auto *dock = f.control<QDockWidget>("dockProblems");
+        QCOMPARE(dock->widget(), static_cast<QWidget *>(f.panel()));
+        QCOMPARE(f.window->dockWidgetArea(dock), Qt::BottomDockWidgetArea);
+        QCOMPARE(f.panel()->view()->model()->rowCount(), 0);
+    }
+
+    void openingASkinFillsThePanelAndTheCounts()
+    {
+        ProblemsWindow f;
+        f.window->openSkinFile(f.skin.mainFile());
+        QVERIFY(f.codes().contains(QStringLiteral("missing-picture")));
+        QVERIFY(f.panel()->errorCount() >= 1);
+        QCOMPARE(f.counts(), QStringLiteral("%1 %2, %3 %4")
+                                 .arg(f.panel()->errorCount())
+                                 .arg(f.panel()->errorCount() == 1 ? "error" : "errors")
+                                 .arg(f.panel()->warningCount())
+                                 .arg(f.panel()->warningCount() == 1 ? "warning" : "warnings"));
+    }
+
+    void readingErrorsOfTheOpenAreProblems()
+    {
+        ProblemsWindow f;
+        QVERIFY(writeTestFile(f.skin.uiFolder() + "/broken.ui", "<TEXT txtLost x=1>\r\n<LAYER ui_B>\r\n</LAYER>\r\n"));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.window->openSkinFile(f.skin.uiFolder() + "/broken.ui");
+        QVERIFY(f.codes().contains(QStringLiteral("reading-error")));
+        // Opening again starts afresh: the old reading error is gone.
+        f.window->openSkinFile(f.skin.mainFile());
+        QVERIFY(!f.codes().contains(QStringLiteral("reading-error")));
+    }
+
+    void anEditThatAddsAProblemIsCountedOnceTheUserPauses()
+    {
+        ProblemsWindow f;
+        f.window->openSkinFile(f.skin.mainFile());
+        const int errors = f.panel()->errorCount();
+        QVERIFY(!f.codes().contains(QStringLiteral("unknown-template")));
+        SkinDocument &skin = f.window->skinDocument();
+        QVERIFY(skin.setPropertyValue("Lui_Back|EtxtBack", "text", "Front"));
+        QVERIFY(skin.addProperty("Lui_Back|EtxtBack", "template", "tplNowhere") >= 0);
+        // Not at once: the check waits for a pause in the editing.
+        QVERIFY(f.problems()->checkPending());
+        QCOMPARE(f.panel()->errorCount(), errors);
+        QTRY_COMPARE(f.panel()->errorCount(), errors + 1);
+        QVERIFY(f.codes().contains(QStringLiteral("unknown-template")));
+        QVERIFY(f.counts().startsWith(QStringLiteral("%1 errors").arg(errors + 1)));
+    }
+
+    void anEditThatRemovesAProblemIsCounted()
+    {
+        ProblemsWindow f;
+        f.window->openSkinFile(f.skin.mainFile());
+        const int errors = f.panel()->errorCount();
+        QVERIFY(f.codes().contains(QStringLiteral("missing-picture")));
+        QVERIFY(f.window->skinDocument().removeProperty("Lui_Main|EbtnOk", "bmp"));
+        QTRY_COMPARE(f.panel()->errorCount(), errors - 1);
+        QVERIFY(!f.codes().contains(QStringLiteral("missing-picture")));
+    }
+
+    void doubleClickSelectsTheNodeAndShowsFileAndLine()
+    {
+        ProblemsWindow f;
+        f.window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
+        f.window->openSkinFile(f.skin.mainFile());
+        const QModelIndex row = f.rowOf(QStringLiteral("missing-picture"));
+        QVERIFY(row.isValid());
+        QTreeView *view = f.panel()->view();
+        view->scrollTo(row);
+        const QPoint at = view->visualRect(row).center();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, at);
+        QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Main|EbtnOk"));
+        QCOMPARE(f.window->objectTree()->nodeKey(f.tvwObjects()->currentIndex()), QByteArray("Lui_Main|EbtnOk"));
+        QCOMPARE(f.window->currentNodeKey(), QByteArray("Lui_Main|EbtnOk"));
+        QCOMPARE(f.place(), QStringLiteral("main_800_480.ui:12"));
+    }
+};
+
+QTEST_MAIN(TestProblemsDock)
+#include "tst_problemsdock.moc"
