@@ -21,6 +21,7 @@ class PropertyGridController;
 struct RenderSetup;
 class QAction;
 class QLabel;
+class QCheckBox;
 class QLineEdit;
 class QMenu;
 class QPlainTextEdit;
@@ -157,6 +158,7 @@ private:
     MovableShape *mshObject = nullptr;
     PowGrid *pgrProperty = nullptr;
     QLineEdit *txtPropertyFilter = nullptr;
+    QCheckBox *chkInherited = nullptr;
     QPlainTextEdit *txtInfo = nullptr;
     QStatusBar *stbMain = nullptr;
     Splitter *splMain = nullptr;
