@@ -16,6 +16,7 @@
 #include "clsKorviInterface.h"
 
 #include <QFileInfo>
+#include <QAbstractButton>
 #include <QLineEdit>
 #include <QUndoStack>
 
@@ -47,8 +48,17 @@ PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &docu
 
 void PropertyGridController::fill(const clsElement &element, const QByteArray &nodeKey)
 {
-    PropertyGridFiller::fill(mGrid, element, nodeKey, mDocument.document());
+    PropertyGridFiller::fill(mGrid, element, nodeKey, mDocument.document(), mInherited && mInherited->isChecked());
     applyFilter();
+}
+
+void PropertyGridController::setInheritedToggle(QAbstractButton &toggle)
+{
+    mInherited = &toggle;
+    connect(&toggle, &QAbstractButton::toggled, this, [this] {
+        if (const clsElement *current = mSelection.currentObject())
+            fill(*current, mSelection.currentNodeKey());
+    });
 }
 
 void PropertyGridController::keepColumnWidths(const SettingsFile &settings)

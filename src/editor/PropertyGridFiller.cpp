@@ -91,7 +91,8 @@ void PropertyGridFiller::setValueCell(PowGridItem &row, const QByteArray &name,
 }
 
 void PropertyGridFiller::fill(PowGrid &grid, const clsElement &element,
-                              const QByteArray &ownerNodeKey, const clsKorviInterface &document)
+                              const QByteArray &ownerNodeKey, const clsKorviInterface &document,
+                              bool withInherited)
 {
     grid.Items()->Clear();
     Choices choices;
@@ -105,7 +106,8 @@ void PropertyGridFiller::fill(PowGrid &grid, const clsElement &element,
         row->setCellText(ColNodeKey, shown(NodeKey::property(NodeKey(ownerNodeKey), property.keyView()).bytes()));
         setValueCell(*row, name, document, choices);
     }
-    addInherited(grid, element, ownerNodeKey, document, choices);
+    if (withInherited)
+        addInherited(grid, element, ownerNodeKey, document, choices);
     grid.RedrawGrid();
 }
 

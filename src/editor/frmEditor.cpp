@@ -41,6 +41,7 @@
 #include "frmSettings.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
@@ -56,6 +57,7 @@
 #include <QToolBar>
 #include <QTreeView>
 #include <QUndoStack>
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace {
@@ -183,6 +185,7 @@ void frmEditor::createControllers()
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
     mGrid->keepColumnWidths(mEnv.settings);
     mGrid->setFilterField(*txtPropertyFilter);
+    mGrid->setInheritedToggle(*chkInherited);
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
 }
 
@@ -291,7 +294,13 @@ void frmEditor::createPanes()
     auto *propertyLayout = new QVBoxLayout(propertyPane);
     propertyLayout->setContentsMargins(0, 0, 0, 0);
     propertyLayout->setSpacing(2);
-    propertyLayout->addWidget(txtPropertyFilter);
+    chkInherited = new QCheckBox(QStringLiteral("Inherited"));
+    chkInherited->setObjectName(QStringLiteral("chkInherited"));
+    chkInherited->setToolTip(QStringLiteral("Also list the values taken from templates and font types"));
+    auto *filterLine = new QHBoxLayout;
+    filterLine->addWidget(txtPropertyFilter);
+    filterLine->addWidget(chkInherited);
+    propertyLayout->addLayout(filterLine);
     propertyLayout->addWidget(pgrProperty);
 
     pctTemplate = new SkinCanvas;

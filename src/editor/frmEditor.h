@@ -29,6 +29,7 @@ class StatusProgress;
 struct RenderSetup;
 class QAction;
 class QLabel;
+class QCheckBox;
 class QLineEdit;
 class QMenu;
 class QPlainTextEdit;
@@ -175,6 +176,7 @@ private:
     MovableShape *mshObject = nullptr;
     PowGrid *pgrProperty = nullptr;
     QLineEdit *txtPropertyFilter = nullptr;
+    QCheckBox *chkInherited = nullptr;
     QPlainTextEdit *txtInfo = nullptr;
     QStatusBar *stbMain = nullptr;
     Splitter *splMain = nullptr;

@@ -11,6 +11,7 @@
 #include "SkinDocument.h"
 #include "clsPowGridItems.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QUndoStack>
 
@@ -40,6 +41,9 @@ struct GridFixture : EditorFixture
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         window->openSkinFile(file);
     }
+
+    QCheckBox *inherited() const { return control<QCheckBox>("chkInherited"); }
+    void showInherited() { QTest::mouseClick(inherited(), Qt::LeftButton, Qt::NoModifier, inherited()->rect().center()); }
 
     ObjectTreeModel &tree() { return *window->objectTree(); }
     QUndoStack &stack() { return window->skinDocument().undoStack(); }
@@ -105,6 +109,7 @@ private slots:
     void theButtonShowsOnlyOnRowsWithAChooser()
     {
         GridFixture f;
+        f.showInherited();
         f.select("Lui_Main|EtxtA");
         PowGrid *grid = f.pgrProperty();
         QVERIFY(!grid->isButtonShown(f.gridRow(QStringLiteral("x")), PropertyGridFiller::ColButton));
@@ -155,6 +160,7 @@ private slots:
     void inheritedValuesFollowTheOwnPropertiesDimmedWithTheirSource()
     {
         GridFixture f;
+        f.showInherited();
         f.select("Lui_Main|EtxtA");
         QCOMPARE(f.shownNames(), QStringList({ "x", "y", "text", "template", "fonttype", "fontsize", "color",
                                                 "align", "font", "valign" }));
@@ -174,9 +180,21 @@ private slots:
         QCOMPARE(f.gridRow(QStringLiteral("fontsize"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("14"));
     }
 
+    void inheritedValuesAreListedOnlyWhenAsked()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        QCOMPARE(f.shownNames(), QStringList({ "x", "y", "text", "template", "fonttype" }));
+        f.showInherited();
+        QCOMPARE(f.shownNames().size(), 10);
+        f.showInherited();
+        QCOMPARE(f.shownNames().size(), 5);
+    }
+
     void templatesThatLinkInACircleListEachValueOnce()
     {
         GridFixture f;
+        f.showInherited();
         f.select("Lui_Main|EtxtLoop");
         QCOMPARE(f.shownNames(), QStringList({ "x", "y", "template", "w", "h" }));
     }
@@ -184,6 +202,7 @@ private slots:
     void typingOverAnInheritedValueMakesItTheObjectsOwnInOneStep()
     {
         GridFixture f;
+        f.showInherited();
         f.select("Lui_Main|EtxtA");
         const int steps = f.stack().count();
         f.clickCell(QStringLiteral("fontsize"), PropertyGridFiller::ColValue);
@@ -208,6 +227,7 @@ private slots:
     void committingAnInheritedValueUnchangedAddsNothing()
     {
         GridFixture f;
+        f.showInherited();
         f.select("Lui_Main|EtxtA");
         const int steps = f.stack().count();
         f.clickCell(QStringLiteral("align"), PropertyGridFiller::ColValue);
@@ -219,6 +239,7 @@ private slots:
     void theFilterKeepsRowsWhoseNameOrValueHoldsItInAnyCase()
     {
         GridFixture f;
+        f.showInherited();
         f.select("Lui_Main|EtxtA");
         f.filter()->setFocus();
         QTest::keyClicks(f.filter(), QStringLiteral("FONT"));

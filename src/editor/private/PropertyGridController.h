@@ -6,6 +6,7 @@
 class Dialogs;
 class PowGrid;
 class PowGridItem;
+class QAbstractButton;
 class QLineEdit;
 class SettingsFile;
 class ResourceLookup;
@@ -34,6 +35,9 @@ public:
     void keepColumnWidths(const SettingsFile &settings);
     // Rows whose name or value holds the field's text (in any case) stay shown.
     void setFilterField(QLineEdit &field);
+    // While the button is checked, the values the object inherits are listed
+    // below its own properties; unchecked, the grid lists only its own.
+    void setInheritedToggle(QAbstractButton &toggle);
 
     // The grid's ItemChanged: column "Value" committed, or the "..." button.
     void itemChanged(PowGridItem *item, int column);
@@ -56,5 +60,6 @@ private:
     // The current object's properties changed since the grid was filled.
     bool mStale = false;
     QLineEdit *mFilter = nullptr;
+    QAbstractButton *mInherited = nullptr;
     const SettingsFile *mSettings = nullptr;
 };

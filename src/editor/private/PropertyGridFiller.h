@@ -16,7 +16,7 @@ class clsKorviInterface;
 // the property's key, the key of its tree node, and the "..." button for
 // properties that have a chooser. The kind of the value cell follows the name:
 // "template" and "fonttype" choose among the document's templates and font
-// types, positions and sizes are numbers. Below them, dimmed, come the values the
+// types, positions and sizes are numbers. Below them, when asked, dimmed, come the values the
 // object inherits from its templates and font types, each with a tooltip naming
 // where it comes from.
 class PropertyGridFiller
@@ -30,8 +30,9 @@ public:
 
     // Clears the rows, then adds one per property of `element`; `ownerNodeKey`
     // is the key of the element's tree node.
+    // With `withInherited`, the inherited values follow the object's own rows.
     static void fill(PowGrid &grid, const clsElement &element, const QByteArray &ownerNodeKey,
-                     const clsKorviInterface &document);
+                     const clsKorviInterface &document, bool withInherited = false);
 
     // The data type of the value cell for a property name (dtNone: the column's).
     static int valueTypeFor(const QByteArray &name);
