@@ -886,7 +886,8 @@ void frmEditor::placeMovingTool()
     if (!mCurrentObject || !mFrameOnObject)
         return;
     const bool locked = button(QStringLiteral("Lock"))->isChecked();
-    const QRect object = pctTemplate->toWidget(mRendering->renderer.boxOf(mCurrentObject).shownRect());
+    const DrawnBox box = mRendering->renderer.boxOf(mCurrentObject);
+    const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
     const int handle = mshObject->handleSize();
     mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
     mshObject->raise();
