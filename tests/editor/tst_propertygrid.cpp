@@ -37,6 +37,9 @@ struct GridFixture : EditorFixture
     {
         file = skinFolder.path() + "/800_480/ui/grid_800_480.ui";
         QVERIFY(writeTestFile(file, kSkin));
+        // Room for every row: the grid shares its side with the tree, and the
+        // window's bottom with the Problems panel.
+        window->resize(1400, 1200);
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         window->openSkinFile(file);
