@@ -8,11 +8,13 @@
 #include "DocumentActions.h"
 #include "EditorEnvironment.h"
 #include "MovableShape.h"
+#include "ObjectTreeModel.h"
 #include "PowGrid.h"
 #include "ScriptedDialogs.h"
 #include "SettingsFile.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
+#include "SkinDocument.h"
 #include "Splitter.h"
 #include "WebLink.h"
 #include "clsKorviInterface.h"
@@ -69,6 +71,26 @@ struct EditorFixture
     QMenu *mnuAddObject() const { return control<QMenu>("mnuAddObject"); }
     DocumentActions *actions() const { return control<DocumentActions>("DocumentActions"); }
     CanvasController *canvas() const { return control<CanvasController>("CanvasController"); }
+
+    ObjectTreeModel &tree() { return *window->objectTree(); }
+    QUndoStack &stack() { return window->skinDocument().undoStack(); }
+
+    // The tree node of `key`, unfolded down to it and scrolled into view.
+    QModelIndex node(const QByteArray &key)
+    {
+        const QModelIndex index = tree().indexOfKey(key);
+        for (QModelIndex up = index.parent(); up.isValid(); up = up.parent())
+            tvwObjects()->expand(up);
+        tvwObjects()->scrollTo(index);
+        return index;
+    }
+
+    // A press of the left button at a canvas pixel, through the zoom.
+    void clickCanvas(QPoint canvasPoint)
+    {
+        const QRect pixel = pctTemplate()->toWidget(QRect(canvasPoint, QSize(1, 1)));
+        QTest::mouseClick(pctTemplate(), Qt::LeftButton, Qt::NoModifier, pixel.topLeft());
+    }
 };
 
 // A skin folder: <root>/800_480/ui/main_800_480.ui with a template file beside

@@ -50,12 +50,6 @@ struct CanvasFixture : EditorFixture
 
     void select(const QByteArray &key) { window->selectNode(window->objectTree()->indexOfKey(key)); }
 
-    void clickCanvas(QPoint canvasPoint)
-    {
-        const QRect pixel = pctTemplate()->toWidget(QRect(canvasPoint, QSize(1, 1)));
-        QTest::mouseClick(pctTemplate(), Qt::LeftButton, Qt::NoModifier, pixel.topLeft());
-    }
-
     void dragFrame(int dx, int dy)
     {
         QWidget *body = mshObject()->shpMove(MovableShape::BodyHandle);

@@ -77,17 +77,6 @@ struct EditingFixture : EditorFixture
 
     qint64 time = 100000;
 
-    ObjectTreeModel &tree() { return *window->objectTree(); }
-    QUndoStack &stack() { return window->skinDocument().undoStack(); }
-
-    QModelIndex node(const QByteArray &key)
-    {
-        const QModelIndex index = tree().indexOfKey(key);
-        for (QModelIndex up = index.parent(); up.isValid(); up = up.parent())
-            tvwObjects()->expand(up);
-        tvwObjects()->scrollTo(index);
-        return index;
-    }
 
     void select(const QByteArray &key) { window->selectNode(node(key)); }
 
@@ -125,13 +114,6 @@ struct EditingFixture : EditorFixture
     {
         const DrawnBox b = window->renderer().boxOf(element(key));
         return QRect(b.left, b.top, b.width, b.height);
-    }
-
-    // A press of the left button at a canvas pixel, through the zoom.
-    void clickCanvas(QPoint canvasPoint)
-    {
-        const QRect pixel = pctTemplate()->toWidget(QRect(canvasPoint, QSize(1, 1)));
-        QTest::mouseClick(pctTemplate(), Qt::LeftButton, Qt::NoModifier, pixel.topLeft());
     }
 
     // Drags the frame's body by (dx, dy) widget pixels with the mouse.

@@ -39,17 +39,6 @@ struct SaveFixture : EditorFixture
 
     QString templatesFile() const { return skin.uiFolder() + "/templates_a.ui"; }
 
-    ObjectTreeModel &tree() { return *window->objectTree(); }
-    QUndoStack &stack() { return window->skinDocument().undoStack(); }
-
-    QModelIndex node(const QByteArray &key)
-    {
-        const QModelIndex index = tree().indexOfKey(key);
-        for (QModelIndex up = index.parent(); up.isValid(); up = up.parent())
-            tvwObjects()->expand(up);
-        tvwObjects()->scrollTo(index);
-        return index;
-    }
 
     QByteArray value(const QByteArray &propertyNodeKey)
     {

@@ -48,8 +48,6 @@ struct GridFixture : EditorFixture
     QCheckBox *inherited() const { return control<QCheckBox>("chkInherited"); }
     void showInherited() { QTest::mouseClick(inherited(), Qt::LeftButton, Qt::NoModifier, inherited()->rect().center()); }
 
-    ObjectTreeModel &tree() { return *window->objectTree(); }
-    QUndoStack &stack() { return window->skinDocument().undoStack(); }
     QLineEdit *filter() const { return control<QLineEdit>("txtPropertyFilter"); }
 
     void select(const QByteArray &key)
