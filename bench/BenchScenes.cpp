@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BenchScenes.h"
 
 #include "PictureDrawing.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Scenes the drawing benchmarks share: the busiest screen of the demo skin, a

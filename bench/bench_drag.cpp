@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Redrawing the canvas while an object is dragged: every move of the frame
 // copies the picture of the layer without the object and draws the object over
 // it at its moving place. Measured on the busiest screen of the demo skin and on

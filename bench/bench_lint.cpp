@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checking a large skin for problems, next to reading the same skin: a 20 MB
 // generated skin (KORVI_BENCH_MB sets another size) written to a skin folder,
 // with the pictures it names beside it, opened as the editor's Open does.

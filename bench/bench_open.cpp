@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opening a whole skin folder of 100 000 elements with the Dir command's flow:
 // the time from the command to the tree shown in the main window (documents
 // read, the tree built, the window painted once). The floor, measured in the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading a large skin: MB/s of the reader next to the speed of merely counting
 // the file's lines with memchr, and the document's memory as a multiple of the
 // file's size (heap_with_file_bytes_x_file counts the file's bytes, which the

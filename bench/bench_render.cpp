@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Redrawing a layer with a warm picture cache: the busiest screen of the demo
 // skin, and a generated 800 x 480 layer of 200 objects with pictures and texts.
 // Each is reported in milliseconds per redraw next to a floor measured in the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decoding RL skin pictures: megapixels per second for a screen-sized picture
 // and a large one, next to a floor measured in the same run (copying the decoded
 // picture's bytes with memcpy). "x_floor" is how many times slower than that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Save Changes of one edited value in a generated 50 MB skin, next to the
 // floor measured in the same run: writing the file's bytes with QSaveFile.
 // "x_floor" is how many floors one save costs. The save checks the file on

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arbitrary file bytes and an arbitrary sequence of edits (set, add and remove
 // properties; add and remove elements), then Save Changes. Checks: reading the
 // written file gives exactly the edited document; a save that is refused

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs arbitrary sequences of edits on a property list, the way the reader and
 // the editor make them, and checks every step against a plain list of pairs
 // numbered by the same rule. Short and long keys and values are mixed, so that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Feeds arbitrary bytes to the skin file reader, then writes what was read and
 // reads that again. Reading may stop with a SkinReadError; anything else (a
 // crash, a sanitizer report, a hang) is a bug.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Feeds arbitrary bytes to the RL picture decoder and to the sprite-descriptor
 // reader. A decoded picture is written again with the RL encoder and must decode
 // to the same pixels. Anything else than returning (a crash, a sanitizer report,

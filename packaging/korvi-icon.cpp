@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws the program's icon: a skin's screen with a button held in the editor's
 // moving frame, and a pencil. The icon is described once, as shapes in a
 // 256 x 256 square, and written both as an SVG drawing and as PNG pictures of

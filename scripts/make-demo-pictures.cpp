@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws the pictures of the demo skin (samples/demo-skin). Run through
 // make-demo-pictures.sh, which builds this program, runs it, and turns the PNG
 // pictures it writes for RL files into RL pictures with "korvi png2rl".

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CanvasSize.h"
 #include "CommandLine.h"
 #include "Commands.h"

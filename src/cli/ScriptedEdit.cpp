@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ScriptedEdit.h"
 
 #include "CommandLine.h"

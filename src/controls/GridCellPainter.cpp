@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "GridCellPainter.h"
 
 #include "GridNumber.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "GridComboEditor.h"
 
 #include <QAbstractItemView>

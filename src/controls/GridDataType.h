@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // How a cell is shown and edited. A column has one (`ColumnDataType`); a row may

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "MovableShape.h"
 
 #include "MoveHandle.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "MoveHandle.h"
 
 #include "MovableShape.h"

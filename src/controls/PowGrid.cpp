@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PowGrid.h"
 
 #include "GridCellPainter.h"

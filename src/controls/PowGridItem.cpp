@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PowGridItem.h"
 
 #include "ColumnIndexError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Splitter.h"
 
 #include "OleColor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SplitterBar.h"
 
 #include "Splitter.h"

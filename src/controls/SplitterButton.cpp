@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SplitterButton.h"
 
 #include "Splitter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsComboList.h"
 
 ComboItem *clsComboList::Add(const QString &Text, const QString &Key)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsHeaders.h"
 
 Header *clsHeaders::Add(const QString &Caption, int ColumnWidth, bool Visible,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsPowGridItems.h"
 
 #include "ColumnIndexError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsPrintDialog.h"
 
 #include "PrintCancelledError.h"

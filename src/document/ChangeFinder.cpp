@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ChangeFinder.h"
 
 #include "AsciiCase.h"

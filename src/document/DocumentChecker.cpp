@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DocumentChecker.h"
 
 #include "AsciiCase.h"

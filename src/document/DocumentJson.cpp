@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DocumentJson.h"
 
 #include "SkinReadError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DocumentMatch.h"
 
 #include "KeyIndex.h"

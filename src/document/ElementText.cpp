@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ElementText.h"
 
 #include "AsciiCase.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "KeyIndex.h"
 
 #include "AsciiCase.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NameWord.h"
 
 #include "UiLineScanner.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ProblemPlaces.h"
 
 #include "KeyIndex.h"

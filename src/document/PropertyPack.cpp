@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PropertyPack.h"
 
 #include "ByteCopy.h"

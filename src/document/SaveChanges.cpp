@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SaveChanges.h"
 
 #include "DocumentMatch.h"

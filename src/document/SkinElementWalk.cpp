@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinElementWalk.h"
 
 #include "NodeKey.h"

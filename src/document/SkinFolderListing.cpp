@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinFolderListing.h"
 
 #include <QDir>

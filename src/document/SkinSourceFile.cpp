@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinSourceFile.h"
 
 SkinSourceFile::SkinSourceFile(const QString &path, const QByteArray &bytes, bool imported)

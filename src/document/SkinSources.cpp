@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinSources.h"
 
 #include <QDir>

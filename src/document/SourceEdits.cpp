@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SourceEdits.h"
 
 #include "SourceScan.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SourceElement.h"
 
 #include "SkinSourceFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SourceLines.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SourceScan.h"
 
 #include "AsciiCase.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TagLineCheck.h"
 
 #include "AsciiCase.h"

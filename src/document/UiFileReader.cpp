@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UiFileReader.h"
 
 #include "ByteCopy.h"

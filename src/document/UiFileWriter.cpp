@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UiFileWriter.h"
 
 #include "clsKorviInterface.h"

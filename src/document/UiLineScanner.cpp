@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UiLineScanner.h"
 
 #include "clsProperty.h"

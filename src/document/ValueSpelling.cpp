@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ValueSpelling.h"
 
 #include "PropertyPack.h"

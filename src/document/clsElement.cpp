@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsElement.h"
 
 #include "AsciiCase.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsElements.h"
 
 #include "MissingKeyError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsKorviInterface.h"
 
 #include <QVarLengthArray>

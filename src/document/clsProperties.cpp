@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsProperties.h"
 
 #include "AsciiCase.h"

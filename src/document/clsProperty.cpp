@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clsProperty.h"
 
 #include "clsProperties.h"

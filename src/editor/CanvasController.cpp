@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CanvasController.h"
 
 #include "CanvasHitTest.h"

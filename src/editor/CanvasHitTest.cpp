@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CanvasHitTest.h"
 
 #include "LayerRenderer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ColorValueText.h"
 
 QColor ColorValueText::presetFor(const QByteArray &value)

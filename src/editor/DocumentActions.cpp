@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DocumentActions.h"
 
 #include "ApplicationInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DragPosition.h"
 
 #include "SkinNumber.h"

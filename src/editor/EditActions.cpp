@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EditActions.h"
 
 #include "Dialogs.h"

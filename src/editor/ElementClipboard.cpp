@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ElementClipboard.h"
 
 #include "ElementText.h"

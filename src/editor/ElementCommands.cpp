@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ElementCommands.h"
 
 #include "NodeKey.h"

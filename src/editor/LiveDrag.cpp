@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveDrag.h"
 
 #include "LayerRenderer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ObjectTreeModel.h"
 
 #include "AsciiCase.h"

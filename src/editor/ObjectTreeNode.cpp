@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ObjectTreeNode.h"
 
 bool ObjectTreeNode::underHeaders() const

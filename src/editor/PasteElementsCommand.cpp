@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PasteElementsCommand.h"
 
 #include "NodeKey.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PictureExport.h"
 
 #include "Dialogs.h"

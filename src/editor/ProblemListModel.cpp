@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ProblemListModel.h"
 
 #include <QFileInfo>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ProblemsController.h"
 
 #include "ProblemsPanel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PropertyCommands.h"
 
 #include "NodeKey.h"

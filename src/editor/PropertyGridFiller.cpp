@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PropertyGridFiller.h"
 
 #include "InheritedValues.h"

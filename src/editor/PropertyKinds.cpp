@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PropertyKinds.h"
 
 #include "clsProperty.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ReloadBar.h"
 
 #include <QHBoxLayout>

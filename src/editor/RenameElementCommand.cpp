@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RenameElementCommand.h"
 
 #include "NodeKey.h"

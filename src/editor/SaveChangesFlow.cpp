@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SaveChangesFlow.h"
 
 #include "Dialogs.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinCanvas.h"
 
 #include <QMouseEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinDocument.h"
 
 #include "NodeKey.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinFileWatcher.h"
 
 #include <QCryptographicHash>

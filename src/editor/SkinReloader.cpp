@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinReloader.h"
 
 #include "ObjectTreeModel.h"

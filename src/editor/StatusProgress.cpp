@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "StatusProgress.h"
 
 #include <QCoreApplication>

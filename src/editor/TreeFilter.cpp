@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TreeFilter.h"
 
 #include "AsciiCase.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "frmEditor.h"
 
 #include "ApplicationInfo.h"

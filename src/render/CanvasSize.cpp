@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CanvasSize.h"
 
 #include "PictureCache.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ElementPainter.h"
 
 #include "ElementTextPainter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ElementTextPainter.h"
 
 #include "DrawingContext.h"

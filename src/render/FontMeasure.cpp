@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FontMeasure.h"
 
 #include "DrawingContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LayerRenderer.h"
 
 #include "ElementPainter.h"

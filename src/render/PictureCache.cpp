@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PictureCache.h"
 
 #include "ImageLoader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PictureChecker.h"
 
 #include "CanvasSize.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RenderSetup.h"
 
 RenderSetup::RenderSetup(const clsKorviInterface &document, const SkinContext &context, InfoSink &info)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ResourceLookup.h"
 
 #include "SkinFileNames.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RlDecoder.h"
 
 #include "PictureProblem.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RlEncoder.h"
 
 #include "RlHeader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinChecker.h"
 
 #include "DocumentChecker.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinFonts.h"
 
 #include "InfoSink.h"

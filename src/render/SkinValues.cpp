@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinValues.h"
 
 #include "AsciiCase.h"

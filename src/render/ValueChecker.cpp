@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ValueChecker.h"
 
 #include "ProblemCodes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OleColor.h"
 #include "ScriptedDialogs.h"
 #include "Twips.h"

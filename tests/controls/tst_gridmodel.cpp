@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ColumnIndexError.h"
 #include "DuplicateKeyError.h"
 #include "SortOverflowError.h"

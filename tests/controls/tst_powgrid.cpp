@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mouse events go through the window, as the windowing system sends them, so the
 // widget under the pointer receives them.
 #define QTEST_QPA_MOUSE_HANDLING

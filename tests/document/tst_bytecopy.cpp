@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ByteCopy.h"
 
 #include <QtTest>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "MissingKeyError.h"
 #include "clsKorviInterface.h"
 #include "PropertyPack.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FailingDevice.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"

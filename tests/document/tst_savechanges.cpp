@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CorpusCases.h"
 #include "FailingDevice.h"
 #include "SaveChanges.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SkinOpenPlan.h"
 #include "clsKorviInterface.h"
 

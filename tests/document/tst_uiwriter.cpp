@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TestFiles.h"
 #include "UiFileReader.h"
 #include "UiFileWriter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // A main window with scripted dialogs and a settings folder of its own, and the

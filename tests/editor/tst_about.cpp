@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ApplicationInfo.h"
 #include "LinkLabel.h"
 #include "ScriptedDialogs.h"

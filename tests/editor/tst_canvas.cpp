@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The canvas with real mouse events: text objects without a picture are
 // picked and dragged by their text, and a picture that cannot be decoded is
 // named in the information box.

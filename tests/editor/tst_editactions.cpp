@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Edit menu's keys on the selected node, pressed as a user does: Delete,
 // F2, Ctrl+C, Ctrl+V and Ctrl+D, each undone again.
 

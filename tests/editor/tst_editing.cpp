@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Editing a skin in the main window: pop-up menus, prompts, grid edits and
 // choosers, picking and dragging on the canvas with real mouse events, undo,
 // zoom, arrow keys and the question about unsaved changes.

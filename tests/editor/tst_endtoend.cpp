@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens the demo skin in the main window, selects an object, saves the skin under
 // a new name and checks the file against what `korvi format` writes for the
 // same skin file with the same shared files.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Saving changes in place from the window: File > Save Changes and Ctrl+S,
 // the list of files shown before writing, a file changed on disk, a new layer
 // of a whole folder, the count of unsaved changes, Save As after a reading

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "TreeDump.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ChangeValueCommand.h"
 #include "EditorFixture.h"
 #include "ObjectTreeModel.h"

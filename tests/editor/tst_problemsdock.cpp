@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EditorFixture.h"
 #include "ObjectTreeModel.h"
 #include "ProblemListModel.h"

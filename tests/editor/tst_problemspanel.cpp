@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ProblemFilter.h"
 #include "ProblemListModel.h"
 #include "ProblemsPanel.h"

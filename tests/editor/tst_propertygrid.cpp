@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The property grid of the main window: columns the user resizes and that keep
 // their widths, tooltips, the "..." button only where a chooser exists, the
 // values an object inherits from its templates and font types, and the filter.

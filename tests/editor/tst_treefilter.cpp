@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The filter field above the object tree, typed into as a user does.
 
 #include "EditorFixture.h"

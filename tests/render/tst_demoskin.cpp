@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The demo skin drawn layer by layer: where its pictures land, what shows
 // through their transparent parts, and the selected object inverted. Texts are
 // not compared as pictures: fonts differ between machines.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tst_renderer_fixture.h"
 
 #include <QFontDatabase>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ProblemCodes.h"
 #include "SkinChecker.h"
 #include "SkinContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TestFiles.h"
 #include "ResourceLookup.h"
 #include "SkinFileNames.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures, lists, boxes, z order, used layers and the selected object.
 
 #include "tst_renderer_fixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // A throw-away skin for renderer tests: pictures in the folder above the ui

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts: captions, fonts, sizes, fitting, alignment and padding.
 
 #include "tst_renderer_fixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Picture files that are found but cannot be decoded: what the loader says is
 // wrong with them, the placeholder drawn in their place with a report line
 // naming the file, and the same lines from `korvi render`.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A gallery of the editor's controls with sample data, for looking at them by
 // hand: a property grid with every data type and title lines, a moving frame
 // over a box, and the splitters holding them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EditorStartup.h"
 
 #include "ApplicationInfo.h"

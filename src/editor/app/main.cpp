@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // korvi-editor: the skin editor's window.
 //
 //   korvi-editor [--skin-dir DIR] [--screenshot OUT.png] [FILE.ui | FOLDER]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Where one object is being drawn. X and Y move as the main picture is aligned;
