@@ -12,10 +12,9 @@ class QtDialogs : public Dialogs
 public:
     explicit QtDialogs(QWidget *parent = nullptr) : mParent(parent) { }
 
-    QString askText(const QString &title, const QString &prompt,
-                    const QString &defaultText = QString()) override;
-    Button message(const QString &title, const QString &text, Icon icon = Icon::Information,
-                   Buttons buttons = Buttons::Ok) override;
+    // The defaults of the arguments are the interface's: callers ask through it.
+    QString askText(const QString &title, const QString &prompt, const QString &defaultText) override;
+    Button message(const QString &title, const QString &text, Icon icon, Buttons buttons) override;
     QString openFileName(const QString &title, const QString &directory,
                          const QString &filter) override;
     QString saveFileName(const QString &title, const QString &directory,

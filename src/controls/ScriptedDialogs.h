@@ -50,10 +50,9 @@ public:
     // Answers queued but not used yet.
     int unanswered() const;
 
-    QString askText(const QString &title, const QString &prompt,
-                    const QString &defaultText = QString()) override;
-    Button message(const QString &title, const QString &text, Icon icon = Icon::Information,
-                   Buttons buttons = Buttons::Ok) override;
+    // The defaults of the arguments are the interface's: callers ask through it.
+    QString askText(const QString &title, const QString &prompt, const QString &defaultText) override;
+    Button message(const QString &title, const QString &text, Icon icon, Buttons buttons) override;
     QString openFileName(const QString &title, const QString &directory,
                          const QString &filter) override;
     QString saveFileName(const QString &title, const QString &directory,

@@ -49,7 +49,8 @@ private slots:
 
     void unansweredQuestionsAreCancelled()
     {
-        ScriptedDialogs dialogs;
+        ScriptedDialogs scripted;
+        Dialogs &dialogs = scripted;
         QCOMPARE(dialogs.askText(QStringLiteral("t"), QStringLiteral("p")), QString());
         QCOMPARE(dialogs.saveFileName(QStringLiteral("t"), QString(), QString()), QString());
         QCOMPARE(dialogs.message(QStringLiteral("t"), QStringLiteral("m"), Dialogs::Icon::Warning,
