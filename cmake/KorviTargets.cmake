@@ -24,6 +24,19 @@ function(korvi_strict_strings name)
     target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII)
 endfunction()
 
+# korvi_see_private_headers(TARGET LIBS...): TARGET may include the headers the
+# libraries keep to themselves; for their tests and fuzz targets only.
+function(korvi_see_private_headers target)
+    foreach(_lib ${ARGN})
+        if(TARGET ${_lib})
+            get_target_property(_private ${_lib} KORVI_PRIVATE_HEADERS)
+            if(_private)
+                target_include_directories(${target} PRIVATE ${_private})
+            endif()
+        endif()
+    endforeach()
+endfunction()
+
 # korvi_add_tests(LIBS...): one test executable and one CTest test for every
 # tst_*.cpp in the current folder. Tests find their data through KORVI_TEST_DATA.
 function(korvi_add_tests)
@@ -35,14 +48,7 @@ function(korvi_add_tests)
         target_link_libraries(${_name} PRIVATE ${ARG_LIBS} Qt6::Test)
         target_include_directories(${_name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/common)
         # A library's tests look inside it.
-        foreach(_lib ${ARG_LIBS})
-            if(TARGET ${_lib})
-                get_target_property(_private ${_lib} KORVI_PRIVATE_HEADERS)
-                if(_private)
-                    target_include_directories(${_name} PRIVATE ${_private})
-                endif()
-            endif()
-        endforeach()
+        korvi_see_private_headers(${_name} ${ARG_LIBS})
         target_compile_definitions(${_name} PRIVATE
             KORVI_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
             KORVI_SOURCE_DIR="${PROJECT_SOURCE_DIR}"

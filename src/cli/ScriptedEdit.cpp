@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ScriptedEdit.h"
 
+#include "AsciiCase.h"
 #include "CommandLine.h"
-#include "KeyIndex.h"
 #include "NodeKey.h"
 #include "SaveChanges.h"
 #include "SkinReadError.h"
@@ -60,7 +60,7 @@ clsElement *ScriptedEdit::element()
         const NodeTarget parent = bar < 0 ? NodeTarget() : NodeKey::ResolveNodeKey(mDocument, key.left(bar));
         if (parent.element && parent.element->subElementCount() > 0) {
             for (clsElement *child : parent.element->SubElements()) {
-                if (child->IsUseLayer() && KeyIndex::sameKey(child->strName(), name)) {
+                if (child->IsUseLayer() && AsciiCase::sameIgnoringCase(child->strName(), name)) {
                     target.element = child;
                     break;
                 }

@@ -1,20 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "clsElements.h"
 
+#include "KeyIndex.h"
 #include "MissingKeyError.h"
 #include "PropertyPack.h"
 
 #include <stdexcept>
 
-clsElements::~clsElements() = default;
+namespace {
 
-KeyIndex::Keys clsElements::keys() const
+KeyIndex::Keys keysOf(const clsElements &elements)
 {
     auto keyOf = [](const void *owner, int i) {
-        return static_cast<const clsElements *>(owner)->mItems[size_t(i)]->keyView();
+        return static_cast<const clsElements *>(owner)->at(i)->keyView();
     };
-    return { this, keyOf, Count() };
+    return { &elements, keyOf, elements.Count() };
 }
+
+} // namespace
+
+clsElements::clsElements() : mIndex(std::make_unique<KeyIndex>()) { }
+
+clsElements::~clsElements() = default;
 
 clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type)
 {
@@ -37,18 +44,18 @@ clsElement *clsElements::Add(const QByteArray &name, const QByteArray &type, con
 clsElement *clsElements::AddElement(std::unique_ptr<clsElement> element, const QByteArray &key)
 {
     // A free name is the key itself: the element then holds no key of its own.
-    const bool free = mIndex.claimIfFree(key, keys());
-    element->setElementKey(free ? key : mIndex.numberedKey(key, keys()));
+    const bool free = mIndex->claimIfFree(key, keysOf(*this));
+    element->setElementKey(free ? key : mIndex->numberedKey(key, keysOf(*this)));
     element->mOwner = this;
     try {
         mItems.push_back(std::move(element));
     } catch (...) {
         // The index may already list the element that did not fit.
-        mIndex.invalidate();
+        mIndex->invalidate();
         throw;
     }
     if (!free)
-        mIndex.appended(mItems.back()->keyView(), Count() - 1);
+        mIndex->appended(mItems.back()->keyView(), Count() - 1);
     return mItems.back().get();
 }
 
@@ -58,7 +65,7 @@ clsElement *clsElements::Insert(int position, std::unique_ptr<clsElement> elemen
     element->mOwner = this;
     clsElement *raw = element.get();
     mItems.insert(mItems.begin() + position, std::move(element));
-    mIndex.invalidate();
+    mIndex->invalidate();
     return raw;
 }
 
@@ -69,13 +76,13 @@ std::unique_ptr<clsElement> clsElements::Take(int position)
     std::unique_ptr<clsElement> element = std::move(mItems[size_t(position)]);
     mItems.erase(mItems.begin() + position);
     element->mOwner = nullptr;
-    mIndex.invalidate();
+    mIndex->invalidate();
     return element;
 }
 
 int clsElements::indexOf(QByteArrayView key) const
 {
-    return mIndex.indexOf(key, keys());
+    return mIndex->indexOf(key, keysOf(*this));
 }
 
 int clsElements::IndexOf(const clsElement *element) const
@@ -124,12 +131,12 @@ void clsElements::Remove(int position)
 void clsElements::Clear()
 {
     mItems.clear();
-    mIndex.invalidate();
+    mIndex->invalidate();
 }
 
 qsizetype clsElements::memoryUsed() const
 {
-    qsizetype bytes = sizeof(*this) + qsizetype(mItems.capacity() * sizeof(void *)) + mIndex.memoryUsed();
+    qsizetype bytes = sizeof(*this) + qsizetype(mItems.capacity() * sizeof(void *)) + qsizetype(sizeof(KeyIndex)) + mIndex->memoryUsed();
     for (const auto &e : mItems)
         bytes += e->memoryUsed();
     return bytes;

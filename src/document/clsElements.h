@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KeyIndex.h"
 #include "clsElement.h"
 
 #include <memory>
 #include <vector>
+
+class KeyIndex;
 
 // An ordered, keyed collection of elements. Order is insertion order and is the
 // order of writing. A repeated name K gets the key "K[0]", "K[1]", ...; keys
@@ -13,7 +14,7 @@
 class clsElements
 {
 public:
-    clsElements() = default;
+    clsElements();
     ~clsElements();
     clsElements(const clsElements &) = delete;
     clsElements &operator=(const clsElements &) = delete;
@@ -68,8 +69,7 @@ public:
     const_iterator end() const { return const_iterator(mItems.end()); }
 
 private:
-    KeyIndex::Keys keys() const;
 
     std::vector<std::unique_ptr<clsElement>> mItems;
-    KeyIndex mIndex;
+    std::unique_ptr<KeyIndex> mIndex;
 };

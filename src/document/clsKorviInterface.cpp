@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "clsKorviInterface.h"
 
+#include "KeyIndex.h"
+
 #include <QVarLengthArray>
 
 QByteArray clsKorviInterface::GetElementValue(QByteArrayView name, const clsElement *element) const

@@ -3,13 +3,81 @@
 
 #include "AsciiCase.h"
 #include "ByteCopy.h"
+#include "KeyIndex.h"
 #include "MissingKeyError.h"
 #include "PropertyPack.h"
+#include "PropertySlot.h"
 
 #include <cstring>
 #include <limits>
 #include <new>
 #include <stdexcept>
+
+namespace {
+
+KeyIndex::Keys keysOf(const clsProperties &properties)
+{
+    auto keyOf = [](const void *owner, int i) {
+        return static_cast<const clsProperties *>(owner)->keyAt(i);
+    };
+    return { &properties, keyOf, properties.Count() };
+}
+
+} // namespace
+
+size_t clsProperties::slotSize(bool wide)
+{
+    return wide ? sizeof(PropertySlot) : sizeof(CompactPropertySlot);
+}
+
+size_t clsProperties::slotSize() const
+{
+    return slotSize(mWideSlots);
+}
+
+char *clsProperties::text() const
+{
+    return mBlock + size_t(mSlotCapacity) * slotSize();
+}
+
+clsProperties::Slot clsProperties::slotAt(quint32 index) const
+{
+    return readSlot(mBlock, mWideSlots, index);
+}
+
+void clsProperties::setSlotAt(quint32 index, const Slot &slot)
+{
+    writeSlot(mBlock, mWideSlots, index, slot);
+}
+
+void clsProperties::makeSlotFit(const Slot &slot)
+{
+    if (!mWideSlots && !CompactPropertySlot::fits(slot))
+        widenSlots();
+}
+
+clsProperties::Slot clsProperties::readSlot(const char *table, bool wide, quint32 index)
+{
+    if (wide)
+        return reinterpret_cast<const PropertySlot *>(table)[index];
+    const CompactPropertySlot &s = reinterpret_cast<const CompactPropertySlot *>(table)[index];
+    return { s.offset, s.keyLength, s.valueLength };
+}
+
+void clsProperties::writeSlot(char *table, bool wide, quint32 index, const Slot &slot)
+{
+    if (wide)
+        reinterpret_cast<PropertySlot *>(table)[index] = slot;
+    else
+        reinterpret_cast<CompactPropertySlot *>(table)[index] = { slot.offset, quint16(slot.keyLength), quint16(slot.valueLength) };
+}
+
+bool clsProperties::holds(const char *bytes) const
+{
+    return bytes && mBlock && bytes >= mBlock && bytes < text() + mTextCapacity;
+}
+
+clsProperties::clsProperties() = default;
 
 clsProperties::clsProperties(const clsProperties &other)
 {
@@ -52,13 +120,6 @@ KeyIndex &clsProperties::index() const
     return *mIndex;
 }
 
-KeyIndex::Keys clsProperties::keys() const
-{
-    auto keyOf = [](const void *owner, int i) {
-        return static_cast<const clsProperties *>(owner)->keyAt(i);
-    };
-    return { this, keyOf, Count() };
-}
 
 void clsProperties::reallocate(quint32 slotCapacity, quint32 textCapacity)
 {
@@ -134,7 +195,7 @@ void clsProperties::append(QByteArrayView key, QByteArrayView value)
 
 clsProperty clsProperties::Add(QByteArrayView key, QByteArrayView value)
 {
-    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : index().numberedKey(key, keys());
+    const QByteArray numbered = indexOf(key) < 0 ? QByteArray() : index().numberedKey(key, keysOf(*this));
     append(numbered.isNull() ? key : QByteArrayView(numbered), value);
     return clsProperty(this, Count() - 1);
 }
@@ -229,7 +290,7 @@ int clsProperties::indexOf(QByteArrayView key) const
         }
         return -1;
     }
-    return index().indexOf(key, keys());
+    return index().indexOf(key, keysOf(*this));
 }
 
 clsProperty clsProperties::Find(QByteArrayView key) const

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KeyIndex.h"
-#include "PropertySlot.h"
 #include "clsProperty.h"
 
 #include <QByteArray>
 #include <memory>
 
+class KeyIndex;
 class PropertyPack;
+struct PropertySlot;
 
 // The ordered, keyed list of an element's properties (attributes or script lines).
 //
@@ -18,7 +18,7 @@ class PropertyPack;
 class clsProperties
 {
 public:
-    clsProperties() = default;
+    clsProperties();
     clsProperties(const clsProperties &other);
     clsProperties &operator=(const clsProperties &other);
     ~clsProperties();
@@ -92,42 +92,22 @@ private:
     // thousand elements, so one allocation per element matters. The slots are
     // compact until a key or a value of 64 KB or more comes; then all of them
     // become wide.
-    static size_t slotSize(bool wide) { return wide ? sizeof(PropertySlot) : sizeof(CompactPropertySlot); }
-    size_t slotSize() const { return slotSize(mWideSlots); }
-    char *text() const { return mBlock + size_t(mSlotCapacity) * slotSize(); }
-    Slot slotAt(quint32 index) const { return readSlot(mBlock, mWideSlots, index); }
+    static size_t slotSize(bool wide);
+    size_t slotSize() const;
+    char *text() const;
+    Slot slotAt(quint32 index) const;
     // The slot must fit the table's size of slot: see makeSlotFit().
-    void setSlotAt(quint32 index, const Slot &slot) { writeSlot(mBlock, mWideSlots, index, slot); }
-    void makeSlotFit(const Slot &slot)
-    {
-        if (!mWideSlots && !CompactPropertySlot::fits(slot))
-            widenSlots();
-    }
+    void setSlotAt(quint32 index, const Slot &slot);
+    void makeSlotFit(const Slot &slot);
     void widenSlots();
-    static Slot readSlot(const char *table, bool wide, quint32 index)
-    {
-        if (wide)
-            return reinterpret_cast<const PropertySlot *>(table)[index];
-        const CompactPropertySlot &s = reinterpret_cast<const CompactPropertySlot *>(table)[index];
-        return { s.offset, s.keyLength, s.valueLength };
-    }
-    static void writeSlot(char *table, bool wide, quint32 index, const Slot &slot)
-    {
-        if (wide)
-            reinterpret_cast<PropertySlot *>(table)[index] = slot;
-        else
-            reinterpret_cast<CompactPropertySlot *>(table)[index] = { slot.offset, quint16(slot.keyLength), quint16(slot.valueLength) };
-    }
-    bool holds(const char *bytes) const
-    {
-        return bytes && mBlock && bytes >= mBlock && bytes < text() + mTextCapacity;
-    }
+    static Slot readSlot(const char *table, bool wide, quint32 index);
+    static void writeSlot(char *table, bool wide, quint32 index, const Slot &slot);
+    bool holds(const char *bytes) const;
     void makeRoom(quint32 moreSlots, quint32 moreText);
     void reallocate(quint32 slotCapacity, quint32 textCapacity);
     Slot store(QByteArrayView key, QByteArrayView value);
     void append(QByteArrayView key, QByteArrayView value);
     void compactIfWasteful();
-    KeyIndex::Keys keys() const;
 
     void replaceBlock(char *block, quint32 slotCapacity, quint32 textCapacity);
     void copyLeadingPacked(const PropertyPack &pack, int count);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MissingKeyError.h"
 #include "clsKorviInterface.h"
+#include "KeyIndex.h"
 #include "PropertyPack.h"
 
 #include <QtTest>
