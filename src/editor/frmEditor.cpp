@@ -118,7 +118,7 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     mEnv.settings.ReadSettings(context.SkinDirectory);
     mSkin->setContext(context);
     button(QStringLiteral("Save"))->setEnabled(false);
-    setWindowTitle(ApplicationInfo::windowTitle());
+    setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral("[*]"));
     resize(1320, 860);
 }
 
@@ -252,6 +252,8 @@ void frmEditor::followDocument()
     connect(mSkin, &SkinDocument::currentChanged, this, &frmEditor::showCurrent);
     connect(mSkin, &SkinDocument::changed, this, &frmEditor::redrawAfterChange);
     connect(mSkin, &SkinDocument::contextChanged, this, &frmEditor::redrawAfterChange);
+    // The history is clean exactly when the skin is as last opened or saved.
+    connect(&mSkin->undoStack(), &QUndoStack::cleanChanged, this, [this](bool clean) { setWindowModified(!clean); });
 }
 
 void frmEditor::createToolbar()
@@ -415,7 +417,8 @@ void frmEditor::setStatus(int panel, const QString &text)
 
 void frmEditor::setTitle(const QString &name)
 {
-    setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral(" <") + name + QLatin1Char('>'));
+    // "[*]" is where Qt shows the window's modified marker.
+    setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral(" <") + name + QStringLiteral(">[*]"));
 }
 
 // ---- commands --------------------------------------------------------------------

@@ -73,6 +73,10 @@ struct EditorFixture
     DocumentActions *actions() const { return control<DocumentActions>("DocumentActions"); }
     CanvasController *canvas() const { return control<CanvasController>("CanvasController"); }
 
+    // The window's title as the user reads it, without the place Qt keeps for
+    // the modified marker.
+    QString title() const { return window->windowTitle().remove(QStringLiteral("[*]")); }
+
     ObjectTreeModel &tree() { return *window->objectTree(); }
     QUndoStack &stack() { return window->skinDocument().undoStack(); }
 
