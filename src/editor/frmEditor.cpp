@@ -890,8 +890,8 @@ void frmEditor::placeMovingTool()
     if (!mCurrentObject || !mFrameOnObject)
         return;
     const bool locked = button(QStringLiteral("Lock"))->isChecked();
-    const DrawnBox box = mRendering->renderer.boxOf(mCurrentObject);
-    const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
+    // A text without a picture is framed where its text was printed.
+    const QRect object = pctTemplate->toWidget(mRendering->renderer.boxOf(mCurrentObject).shownRect());
     const int handle = mshObject->handleSize();
     mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
     mshObject->raise();
