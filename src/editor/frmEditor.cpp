@@ -7,6 +7,7 @@
 #include "Dialogs.h"
 #include "DocumentActions.h"
 #include "EditActions.h"
+#include "EditorSettings.h"
 #include "FileDropOpener.h"
 #include "HourglassCursor.h"
 #include "LayerRenderer.h"
@@ -184,9 +185,9 @@ void frmEditor::createControllers()
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
-    mGrid->keepColumnWidths(mEnv.settings);
+    mGrid->keepColumnWidths(EditorSettings(mEnv.settings));
     mGrid->setFilterField(*txtPropertyFilter);
-    mGrid->setInheritedToggle(*chkInherited);
+    mGrid->setInheritedToggle(*chkInherited, EditorSettings(mEnv.settings));
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
 }
 
@@ -204,7 +205,7 @@ void frmEditor::createFileMenu()
     add("mnuOpenFolder", QStringLiteral("Open &Folder..."), QKeySequence(), &frmEditor::DirCommand);
     QMenu *recent = file->addMenu(QStringLiteral("Recent &Files"));
     recent->setObjectName(QStringLiteral("mnuRecent"));
-    mRecent = new RecentFiles(RecentFiles::storePathBeside(mEnv.settings.path()), recent, this);
+    mRecent = new RecentFiles(EditorSettings(mEnv.settings), recent, this);
     connect(mRecent, &RecentFiles::openRequested, this, &frmEditor::openRecent);
     file->addSeparator();
     add("mnuSaveChanges", QStringLiteral("&Save Changes"), QKeySequence(Qt::CTRL | Qt::Key_S),

@@ -517,6 +517,7 @@ private slots:
     {
         EditorFixture f;
         SmallSkin skin;
+        f.hideInheritedValues();
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EtxtTitle"));
         PowGrid *grid = f.pgrProperty();
@@ -599,6 +600,7 @@ private slots:
     {
         EditorFixture f;
         SmallSkin skin;
+        f.hideInheritedValues();
         f.window->show();
         QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
         f.window->openSkinFile(skin.mainFile());
