@@ -9,6 +9,7 @@
 #include "EditActions.h"
 #include "EditorSettings.h"
 #include "FileDropOpener.h"
+#include "GridStepSetting.h"
 #include "HourglassCursor.h"
 #include "LayerRenderer.h"
 #include "MovableShape.h"
@@ -182,6 +183,8 @@ void frmEditor::createControllers()
     QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
     view->setObjectName(QStringLiteral("mnuView"));
     mCanvas->addZoomActions(*view);
+    view->addSeparator();
+    new GridStepSetting(*mshObject, EditorSettings(mEnv.settings), mEnv.dialogs, *view, this);
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);

@@ -144,6 +144,68 @@ private slots:
         QVERIFY(f.inherited()->isChecked());
     }
 
+    // ---- grid step ----------------------------------------------------------------------------
+
+    void withoutAGridStepADragMovesByThePixel()
+    {
+        SettingsFixture f;
+        QCOMPARE(f.mshObject()->GridAlignSize(), 0);
+        QCOMPARE(f.gridStepEntry()->text(), QStringLiteral("&Grid Step (none)..."));
+        f.window->openSkinFile(f.skin.mainFile());
+        f.pickButton();
+        f.dragBody(QPoint(13, 13), QPoint(18, 15));
+        QCOMPARE(f.buttonValue("x"), QByteArray("305"));
+        QCOMPARE(f.buttonValue("y"), QByteArray("202"));
+    }
+
+    void withAGridStepOf8ADragSnapsToTheGrid()
+    {
+        SettingsFixture f;
+        f.dialogs.answerText(QStringLiteral("8"));
+        f.gridStepEntry()->trigger();
+        QCOMPARE(f.dialogs.asked().last().kind, QStringLiteral("text"));
+        QCOMPARE(f.mshObject()->GridAlignSize(), 8);
+        QCOMPARE(f.gridStepEntry()->text(), QStringLiteral("&Grid Step (8 px)..."));
+        f.window->openSkinFile(f.skin.mainFile());
+        f.pickButton();
+        // Pressed at 13 the pointer counts as at 8; moved to 18 it counts as
+        // at 16, so the frame goes 8 to the right; 13 to 15 stays at 8 down.
+        f.dragBody(QPoint(13, 13), QPoint(18, 15));
+        QCOMPARE(f.buttonValue("x"), QByteArray("308"));
+        QCOMPARE(f.buttonValue("y"), QByteArray("200"));
+    }
+
+    void theGridStepIsKeptBetweenRunsOutsideSettingsIni()
+    {
+        SettingsFixture f;
+        f.dialogs.answerText(QStringLiteral("16"));
+        f.gridStepEntry()->trigger();
+        f.window->close();
+        QCOMPARE(readTestFile(f.programFile(QStringLiteral("Settings.ini"))), QByteArray("\r\n"));
+        f.startAgain();
+        QCOMPARE(f.mshObject()->GridAlignSize(), 16);
+        QCOMPARE(EditorSettings(f.settings).gridStep(), 16);
+    }
+
+    void aGridStepThatIsNotAWholeNumberIsRefused()
+    {
+        SettingsFixture f;
+        f.dialogs.answerText(QStringLiteral("8"));
+        f.gridStepEntry()->trigger();
+        f.dialogs.answerText(QStringLiteral("eight"));
+        f.gridStepEntry()->trigger();
+        QCOMPARE(f.dialogs.asked().last().kind, QStringLiteral("message"));
+        QVERIFY(f.dialogs.asked().last().text.contains(QStringLiteral("\"eight\" is not a grid step")));
+        QCOMPARE(f.mshObject()->GridAlignSize(), 8);
+        // An empty answer is a cancel.
+        f.dialogs.answerText(QString());
+        f.gridStepEntry()->trigger();
+        QCOMPARE(f.mshObject()->GridAlignSize(), 8);
+        f.dialogs.answerText(QStringLiteral("0"));
+        f.gridStepEntry()->trigger();
+        QCOMPARE(f.mshObject()->GridAlignSize(), 0);
+    }
+
     // ---- one file -----------------------------------------------------------------------------
 
     void theEditorsOwnSettingsShareEditorIniAndSettingsIniKeepsItsOneLine()
@@ -153,6 +215,8 @@ private slots:
         f.startAgain();
         f.window->openSkinFile(f.skin.mainFile());
         f.hideInheritedValues();
+        f.dialogs.answerText(QStringLiteral("4"));
+        f.gridStepEntry()->trigger();
         f.window->close();
 
         QCOMPARE(QDir(f.programFolder.path()).entryList(QDir::Files),
@@ -162,6 +226,7 @@ private slots:
         QCOMPARE(kept.value(QStringLiteral("RecentFiles/Entries")).toStringList(),
                  QStringList{ QFileInfo(f.skin.mainFile()).absoluteFilePath() });
         QCOMPARE(kept.value(QStringLiteral("PropertyGrid/ShowInherited")).toBool(), false);
+        QCOMPARE(kept.value(QStringLiteral("Canvas/GridStep")).toInt(), 4);
     }
 
     void recentFilesKeptByAnEarlierVersionAreTakenOverOnce()
