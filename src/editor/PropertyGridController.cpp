@@ -10,7 +10,6 @@
 #include "PropertyGridFiller.h"
 #include "PropertyKinds.h"
 #include "ResourceLookup.h"
-#include "SettingsFile.h"
 #include "ShownSelection.h"
 #include "SkinDocument.h"
 #include "TypedText.h"
@@ -53,18 +52,20 @@ void PropertyGridController::fill(const clsElement &element, const QByteArray &n
     applyFilter();
 }
 
-void PropertyGridController::setInheritedToggle(QAbstractButton &toggle)
+void PropertyGridController::setInheritedToggle(QAbstractButton &toggle, const EditorSettings &settings)
 {
     mInherited = &toggle;
-    connect(&toggle, &QAbstractButton::toggled, this, [this] {
+    toggle.setChecked(settings.showInherited());
+    connect(&toggle, &QAbstractButton::toggled, this, [this, settings](bool checked) {
+        settings.setShowInherited(checked);
         if (const clsElement *current = mSelection.currentObject())
             fill(*current, mSelection.currentNodeKey());
     });
 }
 
-void PropertyGridController::keepColumnWidths(const SettingsFile &settings)
+void PropertyGridController::keepColumnWidths(const EditorSettings &settings)
 {
-    mSettings = &settings;
+    mSettings = settings;
     const QList<int> widths = settings.propertyColumnWidths();
     clsHeaders *headers = mGrid.Headers();
     // Widths kept for another set of columns are not used.

@@ -5,23 +5,16 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMenu>
-#include <QSaveFile>
-#include <QFile>
 
-RecentFiles::RecentFiles(const QString &storePath, QMenu *menu, QObject *parent)
+RecentFiles::RecentFiles(const EditorSettings &settings, QMenu *menu, QObject *parent)
     : QObject(parent)
-    , mStorePath(storePath)
+    , mSettings(settings)
     , mMenu(menu)
 {
     setObjectName(QStringLiteral("RecentFiles"));
     connect(mMenu, &QMenu::aboutToShow, this, &RecentFiles::fillMenu);
     load();
     fillMenu();
-}
-
-QString RecentFiles::storePathBeside(const QString &settingsPath)
-{
-    return QFileInfo(settingsPath).absoluteDir().filePath(QStringLiteral("RecentFiles.txt"));
 }
 
 void RecentFiles::add(const QString &path)
@@ -31,7 +24,8 @@ void RecentFiles::add(const QString &path)
     mEntries.prepend(absolute);
     while (mEntries.size() > kMostEntries)
         mEntries.removeLast();
-    store();
+    // Failures are silent, as for the settings file: the list is a convenience.
+    mSettings.setRecentFiles(mEntries);
     fillMenu();
 }
 
@@ -47,28 +41,11 @@ void RecentFiles::fillMenu()
     mMenu->setEnabled(!mEntries.isEmpty());
 }
 
-// One path a line, in UTF-8; a missing or unreadable file is an empty list.
+// A list edited by hand may repeat a path or run long.
 void RecentFiles::load()
 {
-    QFile file(mStorePath);
-    if (!file.open(QIODevice::ReadOnly))
-        return;
-    const QList<QByteArray> lines = file.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        const QString path = QString::fromUtf8(line.trimmed());
+    for (const QString &path : mSettings.recentFiles()) {
         if (!path.isEmpty() && !mEntries.contains(path) && mEntries.size() < kMostEntries)
             mEntries << path;
     }
-}
-
-// Failures are silent, as for the settings file: the list is a convenience.
-void RecentFiles::store() const
-{
-    QDir().mkpath(QFileInfo(mStorePath).absolutePath());
-    QSaveFile file(mStorePath);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    for (const QString &path : mEntries)
-        file.write(path.toUtf8() + '\n');
-    file.commit();
 }

@@ -5,12 +5,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSettings>
 #include <QStandardPaths>
 
 namespace {
-
-const char *const kPropertyColumnWidths = "PropertyGrid/ColumnWidths";
 
 QByteArray firstLine(const QByteArray &bytes)
 {
@@ -76,28 +73,4 @@ void SettingsFile::WriteSettings(const QString &skinDirectory) const
 QString SettingsFile::editorSettingsPath() const
 {
     return QFileInfo(path()).dir().filePath(QStringLiteral("Editor.ini"));
-}
-
-QList<int> SettingsFile::propertyColumnWidths() const
-{
-    const QSettings settings(editorSettingsPath(), QSettings::IniFormat);
-    QList<int> widths;
-    for (const QVariant &width : settings.value(QLatin1String(kPropertyColumnWidths)).toList()) {
-        bool ok = false;
-        const int value = width.toInt(&ok);
-        if (!ok || value <= 0)
-            return {};
-        widths << value;
-    }
-    return widths;
-}
-
-void SettingsFile::setPropertyColumnWidths(const QList<int> &widths) const
-{
-    QDir().mkpath(QFileInfo(editorSettingsPath()).absolutePath());
-    QSettings settings(editorSettingsPath(), QSettings::IniFormat);
-    QVariantList list;
-    for (int width : widths)
-        list << width;
-    settings.setValue(QLatin1String(kPropertyColumnWidths), list);
 }

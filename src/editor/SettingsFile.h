@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QList>
 #include <QString>
 
 // The file "Settings.ini" that keeps the default skin directory between runs:
@@ -33,13 +32,10 @@ public:
     // Replaces the file's content with the directory; failures are silent.
     void WriteSettings(const QString &skinDirectory) const;
 
-    // The editor's other settings live beside it in "Editor.ini", so that the
-    // one line above stays all that "Settings.ini" holds.
+    // The editor's other settings live beside it in "Editor.ini" (see
+    // EditorSettings), so that the one line above stays all that
+    // "Settings.ini" holds.
     QString editorSettingsPath() const;
-    // The widths of the property grid's columns, in twips, as the user left
-    // them; empty when never set.
-    QList<int> propertyColumnWidths() const;
-    void setPropertyColumnWidths(const QList<int> &widths) const;
 
 private:
     QString mProgramFolder;

@@ -7,7 +7,9 @@
 #include "Dialogs.h"
 #include "DocumentActions.h"
 #include "EditActions.h"
+#include "EditorSettings.h"
 #include "FileDropOpener.h"
+#include "GridStepSetting.h"
 #include "HourglassCursor.h"
 #include "LayerRenderer.h"
 #include "MovableShape.h"
@@ -118,7 +120,7 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     mEnv.settings.ReadSettings(context.SkinDirectory);
     mSkin->setContext(context);
     button(QStringLiteral("Save"))->setEnabled(false);
-    setWindowTitle(ApplicationInfo::windowTitle());
+    setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral("[*]"));
     resize(1320, 860);
 }
 
@@ -181,12 +183,14 @@ void frmEditor::createControllers()
     QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
     view->setObjectName(QStringLiteral("mnuView"));
     mCanvas->addZoomActions(*view);
+    view->addSeparator();
+    new GridStepSetting(*mshObject, EditorSettings(mEnv.settings), mEnv.dialogs, *view, this);
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
-    mGrid->keepColumnWidths(mEnv.settings);
+    mGrid->keepColumnWidths(EditorSettings(mEnv.settings));
     mGrid->setFilterField(*txtPropertyFilter);
-    mGrid->setInheritedToggle(*chkInherited);
+    mGrid->setInheritedToggle(*chkInherited, EditorSettings(mEnv.settings));
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
 }
 
@@ -204,7 +208,7 @@ void frmEditor::createFileMenu()
     add("mnuOpenFolder", QStringLiteral("Open &Folder..."), QKeySequence(), &frmEditor::DirCommand);
     QMenu *recent = file->addMenu(QStringLiteral("Recent &Files"));
     recent->setObjectName(QStringLiteral("mnuRecent"));
-    mRecent = new RecentFiles(RecentFiles::storePathBeside(mEnv.settings.path()), recent, this);
+    mRecent = new RecentFiles(EditorSettings(mEnv.settings), recent, this);
     connect(mRecent, &RecentFiles::openRequested, this, &frmEditor::openRecent);
     file->addSeparator();
     add("mnuSaveChanges", QStringLiteral("&Save Changes"), QKeySequence(Qt::CTRL | Qt::Key_S),
@@ -252,6 +256,8 @@ void frmEditor::followDocument()
     connect(mSkin, &SkinDocument::currentChanged, this, &frmEditor::showCurrent);
     connect(mSkin, &SkinDocument::changed, this, &frmEditor::redrawAfterChange);
     connect(mSkin, &SkinDocument::contextChanged, this, &frmEditor::redrawAfterChange);
+    // The history is clean exactly when the skin is as last opened or saved.
+    connect(&mSkin->undoStack(), &QUndoStack::cleanChanged, this, [this](bool clean) { setWindowModified(!clean); });
 }
 
 void frmEditor::createToolbar()
@@ -415,7 +421,8 @@ void frmEditor::setStatus(int panel, const QString &text)
 
 void frmEditor::setTitle(const QString &name)
 {
-    setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral(" <") + name + QLatin1Char('>'));
+    // "[*]" is where Qt shows the window's modified marker.
+    setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral(" <") + name + QStringLiteral(">[*]"));
 }
 
 // ---- commands --------------------------------------------------------------------
@@ -887,8 +894,8 @@ void frmEditor::placeMovingTool()
     if (!mCurrentObject || !mFrameOnObject)
         return;
     const bool locked = button(QStringLiteral("Lock"))->isChecked();
-    const DrawnBox box = mRendering->renderer.boxOf(mCurrentObject);
-    const QRect object = pctTemplate->toWidget(QRect(box.left, box.top, box.width, box.height));
+    // A text without a picture is framed where its text was printed.
+    const QRect object = pctTemplate->toWidget(mRendering->renderer.boxOf(mCurrentObject).shownRect());
     const int handle = mshObject->handleSize();
     mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
     mshObject->raise();

@@ -21,6 +21,7 @@
 #include "clsKorviInterface.h"
 #include "frmEditor.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QMenu>
@@ -72,6 +73,20 @@ struct EditorFixture
     QMenu *mnuAddObject() const { return control<QMenu>("mnuAddObject"); }
     DocumentActions *actions() const { return control<DocumentActions>("DocumentActions"); }
     CanvasController *canvas() const { return control<CanvasController>("CanvasController"); }
+
+    // The window's title as the user reads it, without the place Qt keeps for
+    // the modified marker.
+    QString title() const { return window->windowTitle().remove(QStringLiteral("[*]")); }
+
+    // The grid lists an object's own properties alone: its box for inherited
+    // values (ticked on a first start) is unticked with the space bar.
+    void hideInheritedValues()
+    {
+        QCheckBox *box = control<QCheckBox>("chkInherited");
+        if (box->isChecked())
+            QTest::keyClick(box, Qt::Key_Space);
+        QVERIFY(!box->isChecked());
+    }
 
     ObjectTreeModel &tree() { return *window->objectTree(); }
     QUndoStack &stack() { return window->skinDocument().undoStack(); }

@@ -108,6 +108,25 @@ private slots:
         QCOMPARE(f.value("Lui_Texts|EtxtLabel|Px"), QByteArray("40"));
     }
 
+    void theFrameOfAPickedTextSurroundsItsTextAndFollowsItsDrag()
+    {
+        CanvasFixture f;
+        f.select("Lui_Texts");
+        const QRect text = f.box("Lui_Texts|EtxtLabel").textArea;
+        f.clickCanvas(text.center());
+        QCOMPARE(f.window->currentObject(), f.element("Lui_Texts|EtxtLabel"));
+        const int handle = f.mshObject()->handleSize();
+        QVERIFY(f.mshObject()->isVisible());
+        QCOMPARE(f.mshObject()->geometry(), f.pctTemplate()->toWidget(text).adjusted(-handle, -handle, handle, handle));
+
+        f.dragFrame(30, 12);
+        QCOMPARE(f.value("Lui_Texts|EtxtLabel|Px"), QByteArray("70"));
+        QCOMPARE(f.value("Lui_Texts|EtxtLabel|Py"), QByteArray("72"));
+        const QRect moved = f.box("Lui_Texts|EtxtLabel").textArea;
+        QCOMPARE(moved, text.translated(30, 12));
+        QCOMPARE(f.mshObject()->geometry(), f.pctTemplate()->toWidget(moved).adjusted(-handle, -handle, handle, handle));
+    }
+
     void anUndecodablePictureIsNamedInTheInformationBoxAndDrawnAsThePlaceholder()
     {
         CanvasFixture f;

@@ -34,7 +34,7 @@ private slots:
         f.dialogs.answerPath(saved);
         f.window->button("Save")->trigger();
         QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Saving complete"));
-        QCOMPARE(f.window->windowTitle(), QStringLiteral("Korvi8 Template Editor <renamed_800_480.ui>"));
+        QCOMPARE(f.title(), QStringLiteral("Korvi8 Template Editor <renamed_800_480.ui>"));
 
         const QString formatted = out.filePath("formatted.ui");
         QProcess korvi;

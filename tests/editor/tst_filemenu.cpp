@@ -380,7 +380,7 @@ private slots:
         QVERIFY(!recent->actions().at(2)->isEnabled());
         QVERIFY(recent->actions().at(1)->isEnabled());
         recent->actions().at(1)->trigger();
-        QCOMPARE(f.window->windowTitle(), QStringLiteral("Korvi8 Template Editor <main_800_480.ui>"));
+        QCOMPARE(f.title(), QStringLiteral("Korvi8 Template Editor <main_800_480.ui>"));
         QVERIFY(!f.tree().indexOfKey("Lui_Common").isValid());
     }
 

@@ -97,7 +97,7 @@ private slots:
     {
         OutsideWindow f;
         QVERIFY(f.drop(f.skin.mainFile()));
-        QVERIFY(f.window->windowTitle().endsWith(QStringLiteral("<main_800_480.ui>")));
+        QVERIFY(f.title().endsWith(QStringLiteral("<main_800_480.ui>")));
         QVERIFY(f.doc().elementAt("Lui_Main"));
         // The template file beside it is read as Open reads it.
         QVERIFY(f.document.Templates().ItemExist("tplShared"));
@@ -108,7 +108,7 @@ private slots:
     {
         OutsideWindow f;
         QVERIFY(f.drop(f.skin.uiFolder()));
-        QVERIFY(f.window->windowTitle().endsWith(QStringLiteral("<%1>").arg(f.skin.uiFolder())));
+        QVERIFY(f.title().endsWith(QStringLiteral("<%1>").arg(f.skin.uiFolder())));
         // All reads the common files too.
         QVERIFY(f.doc().elementAt("Lui_Common"));
     }

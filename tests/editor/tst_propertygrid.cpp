@@ -5,6 +5,7 @@
 
 #include "EditorFixture.h"
 
+#include "EditorSettings.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PowGridItem.h"
@@ -44,6 +45,8 @@ struct GridFixture : EditorFixture
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         window->openSkinFile(file);
+        // Each test lists the inherited values itself when it wants them.
+        hideInheritedValues();
     }
 
     QCheckBox *inherited() const { return control<QCheckBox>("chkInherited"); }
@@ -143,7 +146,7 @@ private slots:
     void widthsKeptForOtherColumnsAreNotUsed()
     {
         GridFixture f;
-        f.settings.setPropertyColumnWidths({ 3000, 3000 });
+        EditorSettings(f.settings).setPropertyColumnWidths({ 3000, 3000 });
         frmEditor again(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
         PowGrid *grid = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
         QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColValue),

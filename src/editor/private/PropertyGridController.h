@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "EditorSettings.h"
+
 #include <QByteArray>
 #include <QObject>
+
+#include <optional>
 
 class Dialogs;
 class PowGrid;
 class PowGridItem;
 class QAbstractButton;
 class QLineEdit;
-class SettingsFile;
 class ResourceLookup;
 class ShownSelection;
 class SkinDocument;
@@ -33,12 +36,14 @@ public:
 
     // The columns take the widths kept in the settings, and keep the widths the
     // user drags them to.
-    void keepColumnWidths(const SettingsFile &settings);
+    void keepColumnWidths(const EditorSettings &settings);
     // Rows whose name or value holds the field's text (in any case) stay shown.
     void setFilterField(QLineEdit &field);
     // While the button is checked, the values the object inherits are listed
-    // below its own properties; unchecked, the grid lists only its own.
-    void setInheritedToggle(QAbstractButton &toggle);
+    // below its own properties; unchecked, the grid lists only its own. The
+    // button starts as the settings say (checked on a first start) and its
+    // state is kept there.
+    void setInheritedToggle(QAbstractButton &toggle, const EditorSettings &settings);
 
     // The grid's ItemChanged: column "Value" committed, or the "..." button.
     void itemChanged(PowGridItem *item, int column);
@@ -62,5 +67,5 @@ private:
     bool mStale = false;
     QLineEdit *mFilter = nullptr;
     QAbstractButton *mInherited = nullptr;
-    const SettingsFile *mSettings = nullptr;
+    std::optional<EditorSettings> mSettings;
 };

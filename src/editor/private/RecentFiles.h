@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "EditorSettings.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -8,9 +10,8 @@
 class QMenu;
 
 // The last skin files and folders opened, newest first, kept between runs in
-// a file of their own beside the settings file (which holds the skin
-// directory alone). The menu lists them; one that no longer exists is shown
-// greyed.
+// the editor's settings. The menu lists them; one that no longer exists is
+// shown greyed.
 class RecentFiles : public QObject
 {
     Q_OBJECT
@@ -18,11 +19,8 @@ class RecentFiles : public QObject
 public:
     static constexpr int kMostEntries = 10;
 
-    // `storePath`: the file the list is kept in; `menu`: the menu that lists it.
-    RecentFiles(const QString &storePath, QMenu *menu, QObject *parent = nullptr);
-
-    // The storage file beside the settings file at `settingsPath`.
-    static QString storePathBeside(const QString &settingsPath);
+    // `settings`: where the list is kept; `menu`: the menu that lists it.
+    RecentFiles(const EditorSettings &settings, QMenu *menu, QObject *parent = nullptr);
 
     QStringList entries() const { return mEntries; }
     // `path` was opened: it becomes the first entry.
@@ -36,9 +34,8 @@ signals:
 
 private:
     void load();
-    void store() const;
 
-    QString mStorePath;
+    EditorSettings mSettings;
     QStringList mEntries;
     QMenu *mMenu = nullptr;
 };

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+class SettingsFile;
+
+// The editor's own settings, all in "Editor.ini" beside "Settings.ini" (which
+// keeps its one line, the default skin directory): the recent files, the
+// widths of the property grid's columns, whether the grid lists inherited
+// values, and the grid step the moving frame snaps to. Each value is read and
+// written when it is used; failures are silent, as for "Settings.ini".
+class EditorSettings
+{
+public:
+    explicit EditorSettings(const SettingsFile &settings);
+
+    QString path() const { return mPath; }
+
+    // The last skin files and folders opened, newest first. A list kept by an
+    // earlier version of the editor in "RecentFiles.txt" is taken over the
+    // first time; that file is not written again.
+    QStringList recentFiles() const;
+    void setRecentFiles(const QStringList &paths) const;
+
+    // In twips, as the user left them; empty when never set.
+    QList<int> propertyColumnWidths() const;
+    void setPropertyColumnWidths(const QList<int> &widths) const;
+
+    // True unless the user turned the list of inherited values off.
+    bool showInherited() const;
+    void setShowInherited(bool show) const;
+
+    // In the frame's pixels; 0, as on a first start, means no snapping.
+    int gridStep() const;
+    void setGridStep(int step) const;
+
+private:
+    QStringList formerRecentFiles() const;
+    // A value kept, or `absent` when the file does not hold it.
+    QVariant read(const QString &key, const QVariant &absent = QVariant()) const;
+    void write(const QString &key, const QVariant &value) const;
+
+    QString mPath;
+};
