@@ -412,11 +412,14 @@ void UiFileReader::recordElement(const TagWord &tag, clsElement *element)
         mOpenScript = element;
 }
 
-// A line after the element's tag line that gave it properties.
-void UiFileReader::recordMoreLine(const clsElement *element)
+// A line after the element's tag line that gave it properties: the element
+// is still what its lines say.
+void UiFileReader::recordMoreLine(clsElement *element)
 {
-    if (mSource)
-        mSource->addMoreLine(element->sourceRecord(), quint32(mLineStart));
+    if (!mSource)
+        return;
+    mSource->addMoreLine(element->sourceRecord(), quint32(mLineStart));
+    element->markSameAsSource();
 }
 
 void UiFileReader::recordClosingLine(const clsElement *element)

@@ -592,6 +592,7 @@ void frmEditor::SaveCommand()
     });
     hourglass.restore();
     if (saved) {
+        mSaveFlow->wholeDocumentWritten(path);
         mActions->markSaved();
         mReloader->skinSaved();
     }
