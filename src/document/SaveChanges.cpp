@@ -57,12 +57,14 @@ bool sameOnDisk(const QString &path, const QByteArray &bytes)
 // The backup is the file as it stands. Where the file system allows it, it
 // is the file itself under a second name: the new text goes to a new file
 // that then takes the file's name, so the old bytes stay with the backup
-// without being copied. Elsewhere it is a copy.
+// without being copied. Elsewhere, and for a link to a file (whose second
+// name would follow the new text), it is a copy.
 bool makeBackup(const QString &path, QString &error)
 {
 #ifdef Q_OS_UNIX
     const QString backup = UiFileWriter::backupPathFor(path);
-    if (!backup.isEmpty() && backup != path && QFileInfo(path).isFile()
+    const QFileInfo file(path);
+    if (!backup.isEmpty() && backup != path && file.isFile() && !file.isSymLink()
         && (!QFileInfo::exists(backup) || QFile::remove(backup))
         && ::link(QFile::encodeName(path).constData(), QFile::encodeName(backup).constData()) == 0)
         return true;

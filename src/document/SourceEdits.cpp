@@ -82,8 +82,12 @@ bool SourceEdits::applyInPlace(QByteArray &bytes) const
     }
     parts.push_back({ from, size - from, to });
     const qsizetype newSize = to + size - from;
-    if (newSize > size)
+    if (newSize > size) {
+        // Room for exactly the new text: a large file's bytes are not given
+        // the room of a growing array.
+        bytes.reserve(newSize);
         bytes.resize(newSize);
+    }
     char *data = bytes.data();
     for (const Part &part : parts) {
         if (part.to < part.from && part.length > 0)

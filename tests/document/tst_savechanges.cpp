@@ -370,6 +370,21 @@ private slots:
         QVERIFY(readTestFile(dir.filePath(QStringLiteral("part11.ui"))).contains("x=2"));
     }
 
+    void aFileReachedThroughALinkKeepsItsOldBytesInTheBackup()
+    {
+        QTemporaryDir dir;
+        const QString real = dir.filePath(QStringLiteral("real.ui"));
+        const QString linked = dir.filePath(QStringLiteral("main.ui"));
+        QVERIFY(writeTestFile(real, kSkin));
+        QVERIFY(QFile::link(real, linked));
+        clsKorviInterface doc;
+        ReadUiFile(doc, linked, false);
+        doc.Layers().Item("ui_Main")->SubElements().Item("btnMap")->Properties().setValue("x", "75");
+        QCOMPARE(SaveChanges(doc).save({}).outcome, SaveChanges::Result::Outcome::Saved);
+        QVERIFY(readTestFile(linked).contains("btnMap x=75"));
+        QCOMPARE(readTestFile(UiFileWriter::backupPathFor(linked)), kSkin);
+    }
+
     void elementPutBackAfterASaveIsWrittenAsNew()
     {
         OneFile f(kSkin);
