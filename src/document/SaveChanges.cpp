@@ -169,11 +169,11 @@ bool SaveChanges::tagLinesReadBack(const FileChanges &changes) const
         lines.push_back(begin);
         const SourceScan::Line old = SourceScan::scanLine(bytes, begin);
         SourceEdits own;
-        for (const SourceEdits::Edit &edit : edits) {
-            if (edit.begin > begin && edit.end <= old.end) {
-                own.replace(edit.begin - begin, edit.end - begin, edit.text);
-                ++placed;
-            }
+        auto edit = std::upper_bound(edits.begin(), edits.end(), begin,
+                                     [](qsizetype at, const SourceEdits::Edit &e) { return at < e.begin; });
+        for (; edit != edits.end() && edit->end <= old.end; ++edit) {
+            own.replace(edit->begin - begin, edit->end - begin, edit->text);
+            ++placed;
         }
         QByteArray line;
         if (!own.apply(bytes.mid(begin, old.next - begin), line))
