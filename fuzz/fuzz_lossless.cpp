@@ -2,9 +2,10 @@
 // Arbitrary file bytes and an arbitrary sequence of edits (set, add and remove
 // properties; add and remove elements), then Save Changes. Checks: reading the
 // written file gives exactly the edited document; a save that is refused
-// leaves the file as it was; a run without a change writes nothing; and the
-// tag line of every element no edit touched is still in the file, byte for
-// byte.
+// leaves the file as it was; a run without a change writes nothing; the tag
+// line of every element no edit touched is still in the file, byte for byte;
+// and the document then holds the file as written, every element where its
+// record says.
 #include "SaveChanges.h"
 #include "SkinReadError.h"
 #include "SourceScan.h"
@@ -272,7 +273,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         if (!touched.contains(it.key()) && !written.contains(it.value()))
             abort();
     }
-    // Saving again finds nothing more to write.
+    // The kept bytes are the file as written.
+    const int number = doc.Sources().numberOf(path);
+    if (result.reopen.isEmpty() && number > 0 && doc.Sources().file(number)->bytes() != written)
+        abort();
+    // Saving again finds nothing more to write, even with every element
+    // compared in full with where its record says it stands.
+    for (clsElement *element : everyElement(doc))
+        element->setStrName(element->strName());
     SaveChanges second(doc);
     second.setFileForNewElements(path);
     for (const SaveChanges::Pending &p : second.pending()) {

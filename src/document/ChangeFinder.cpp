@@ -145,10 +145,12 @@ void ChangeFinder::visit(const clsElement &element)
     const int file = element.sourceFile();
     const SkinSourceFile &source = *mDocument.Sources().file(file);
     const ElementSource &record = source.element(element.sourceRecord());
-    // Most elements are as read, and said so by their tag line alone: a
-    // quick look, before the element is read again in full.
-    const bool unchanged = record.moreLines == ElementSource::kNone
-        && mTagLineCheck.sameAsRead(source.bytes(), record.tagLine, element);
+    // Most elements have not been touched since they took their record. Of
+    // the others, most are as read again (an edit undone), and said so by
+    // their tag line alone: a quick look, before the element is read again in
+    // full.
+    const bool unchanged = !element.changedSinceSource()
+        || (record.moreLines == ElementSource::kNone && mTagLineCheck.sameAsRead(source.bytes(), record.tagLine, element));
     std::optional<SourceElement> read;
     FileChanges &changes = changesOf(file);
     if (!unchanged) {

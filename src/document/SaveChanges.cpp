@@ -13,6 +13,11 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <algorithm>
+#include <cstring>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -28,6 +33,43 @@ bool bytesOnDisk(const QString &path, QByteArray &bytes)
         return false;
     }
     return true;
+}
+
+// Whether the file on disk holds exactly `bytes`, compared a piece at a time
+// so that a large file is not held twice.
+bool sameOnDisk(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || file.size() != bytes.size())
+        return false;
+    constexpr qsizetype kPiece = 1 << 20;
+    QByteArray piece(qMin(kPiece, bytes.size()), Qt::Uninitialized);
+    for (qsizetype at = 0; at < bytes.size();) {
+        const qint64 read = file.read(piece.data(), qMin(kPiece, bytes.size() - at));
+        if (read <= 0 || memcmp(piece.constData(), bytes.constData() + at, size_t(read)) != 0)
+            return false;
+        at += read;
+    }
+    char more;
+    return file.read(&more, 1) == 0;
+}
+
+// The backup is the file as it stands. Where the file system allows it, it
+// is the file itself under a second name: the new text goes to a new file
+// that then takes the file's name, so the old bytes stay with the backup
+// without being copied. Elsewhere, and for a link to a file (whose second
+// name would follow the new text), it is a copy.
+bool makeBackup(const QString &path, QString &error)
+{
+#ifdef Q_OS_UNIX
+    const QString backup = UiFileWriter::backupPathFor(path);
+    const QFileInfo file(path);
+    if (!backup.isEmpty() && backup != path && file.isFile() && !file.isSymLink()
+        && (!QFileInfo::exists(backup) || QFile::remove(backup))
+        && ::link(QFile::encodeName(path).constData(), QFile::encodeName(backup).constData()) == 0)
+        return true;
+#endif
+    return UiFileWriter::makeBackup(path, error);
 }
 
 } // namespace
@@ -85,9 +127,8 @@ QString SaveChanges::changedOnDiskQuestion(const QString &path)
 
 // The new bytes read alone, as the file was read into the document (with its
 // imported flag): they must give exactly the document's elements of that
-// file, and stop at a reading error only where the file read into the
-// document did too.
-std::shared_ptr<clsKorviInterface> SaveChanges::readAlone(int file, const QByteArray &bytes) const
+// file, and stop at a reading error exactly when `readsWhole` is false.
+std::shared_ptr<clsKorviInterface> SaveChanges::readAlone(int file, const QByteArray &bytes, bool readsWhole) const
 {
     const SkinSourceFile &source = *mDocument.Sources().file(file);
     auto alone = std::make_shared<clsKorviInterface>();
@@ -97,7 +138,7 @@ std::shared_ptr<clsKorviInterface> SaveChanges::readAlone(int file, const QByteA
     } catch (const SkinReadError &) {
         failed = true;
     }
-    if (failed != (source.errorLine() > 0) || alone->Sources().count() != 1)
+    if (failed == readsWhole || alone->Sources().count() != 1)
         return nullptr;
     if (!DocumentMatch::sameAsFile(mDocument, file, file == fileForNewElements(), *alone))
         return nullptr;
@@ -106,34 +147,48 @@ std::shared_ptr<clsKorviInterface> SaveChanges::readAlone(int file, const QByteA
 
 // Edits that only change tag lines of elements leave every other line, and
 // the reader's state from line to line, as they were: reading each such tag
-// line again, where it now stands, and finding its element, tells that the
-// whole file reads back as edited.
-bool SaveChanges::tagLinesReadBack(const FileChanges &changes, const QByteArray &newBytes) const
+// line again, with its edits made, and finding its element, tells that the
+// whole file reads back as edited. A line is read from a copy of its own
+// bytes, followed by a line that the reading must not take (unless the line
+// is the last): a quoted value that now runs on fails the check rather than
+// stopping at the end of the copy.
+bool SaveChanges::tagLinesReadBack(const FileChanges &changes) const
 {
     const SkinSourceFile &source = *mDocument.Sources().file(changes.file);
-    std::vector<std::pair<qsizetype, qsizetype>> lines;
+    const QByteArray &bytes = source.bytes();
+    if (!changes.edits.fits(bytes.size()))
+        return false;
+    const std::vector<SourceEdits::Edit> edits = changes.edits.sorted();
+    std::vector<qsizetype> lines;
+    size_t placed = 0;
     TagLineCheck check;
     for (const clsElement *element : changes.edited) {
         const qsizetype begin = source.element(element->sourceRecord()).tagLine;
-        const SourceScan::Line old = SourceScan::scanLine(source.bytes(), begin);
-        const qsizetype newBegin = changes.edits.shifted(begin);
-        if (!check.sameAsRead(newBytes, newBegin, *element)
-            || SourceScan::scanLine(newBytes, newBegin).next != changes.edits.shifted(old.next))
+        if (std::find(lines.begin(), lines.end(), begin) != lines.end())
             return false;
-        lines.emplace_back(begin, old.end);
+        lines.push_back(begin);
+        const SourceScan::Line old = SourceScan::scanLine(bytes, begin);
+        SourceEdits own;
+        auto edit = std::upper_bound(edits.begin(), edits.end(), begin,
+                                     [](qsizetype at, const SourceEdits::Edit &e) { return at < e.begin; });
+        for (; edit != edits.end() && edit->end <= old.end; ++edit) {
+            own.replace(edit->begin - begin, edit->end - begin, edit->text);
+            ++placed;
+        }
+        QByteArray line;
+        if (!own.apply(bytes.mid(begin, old.next - begin), line))
+            return false;
+        const qsizetype lineSize = line.size();
+        if (old.next < bytes.size())
+            line += "\r\n";
+        if (!check.sameAsRead(line, 0, *element) || SourceScan::scanLine(line, 0).next != lineSize)
+            return false;
     }
     // Every edit lies within one of those lines.
-    for (const SourceEdits::Edit &edit : changes.edits.edits()) {
-        const bool inside = std::any_of(lines.begin(), lines.end(), [&](const std::pair<qsizetype, qsizetype> &line) {
-            return edit.begin > line.first && edit.end <= line.second;
-        });
-        if (!inside)
-            return false;
-    }
-    return true;
+    return placed == edits.size();
 }
 
-SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite)
+SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite, const Progress &progress)
 {
     Result result;
     std::vector<Plan> plans;
@@ -167,9 +222,10 @@ SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite)
             plan.edits = fileChanges->edits;
         const SkinSourceFile &source = *mDocument.Sources().file(file);
         plan.target = mRedirects.value(source.path(), source.path());
-        const bool applied = plan.edits.apply(source.bytes(), plan.newBytes);
-        plan.quick = applied && fileChanges && fileChanges->onlyTagLines && tagLinesReadBack(*fileChanges, plan.newBytes);
-        if (!applied || (!plan.quick && !(plan.alone = readAlone(file, plan.newBytes)))) {
+        plan.quick = fileChanges && fileChanges->onlyTagLines && tagLinesReadBack(*fileChanges);
+        plan.wholeText = !plan.quick;
+        const bool applied = plan.quick || plan.edits.apply(source.bytes(), plan.newBytes);
+        if (!applied || (!plan.quick && !(plan.alone = readAlone(file, plan.newBytes, source.errorLine() == 0)))) {
             result.outcome = Result::Outcome::Failed;
             result.error = QStringLiteral("%1: the changes cannot be saved in place so that the file reads back as edited")
                                .arg(source.path());
@@ -187,10 +243,15 @@ SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite)
     }
     // A file written becomes the source of its elements at once, so that a
     // failure with a later file leaves the document knowing what is on disk.
+    int written = 0;
+    if (progress)
+        progress(written, int(plans.size()));
     for (const Plan &plan : plans) {
         if (!write(plan, result))
             return result;
         takeNewRecords(plan, result);
+        if (progress)
+            progress(++written, int(plans.size()));
     }
     result.outcome = Result::Outcome::Saved;
     return result;
@@ -204,15 +265,16 @@ bool SaveChanges::prepare(Plan &plan, const AskOverwrite &askOverwrite, Result &
     const SkinSourceFile &source = *mDocument.Sources().file(plan.file);
     if (plan.target != source.path())
         return true;
+    if (sameOnDisk(source.path(), source.bytes()))
+        return true;
     QByteArray disk;
     const bool readable = bytesOnDisk(source.path(), disk);
-    if (readable && disk == source.bytes())
-        return true;
     SourceEdits moved;
     if (readable && plan.edits.moveOnto(source.bytes(), disk, moved)) {
         QByteArray merged;
         moved.apply(disk, merged);
         plan.newBytes = merged;
+        plan.wholeText = true;
         plan.merged = true;
         return true;
     }
@@ -230,12 +292,12 @@ bool SaveChanges::write(const Plan &plan, Result &result) const
         result.error = QStringLiteral("Error saving file: ") + description;
         return false;
     };
-    if (!UiFileWriter::makeBackup(plan.target, error))
+    if (!makeBackup(plan.target, error))
         return failed(error);
     QSaveFile file(plan.target);
     if (!file.open(QIODevice::WriteOnly))
         return failed(file.errorString());
-    if (file.write(plan.newBytes) != plan.newBytes.size()) {
+    if (!writeText(plan, file)) {
         const QString description = file.errorString();
         file.cancelWriting();
         return failed(description);
@@ -244,6 +306,23 @@ bool SaveChanges::write(const Plan &plan, Result &result) const
         return failed(file.errorString());
     result.written << plan.target;
     return true;
+}
+
+// The new text, or the kept bytes with the edits made on the way, so that a
+// large file with a small change is not copied before it is written.
+bool SaveChanges::writeText(const Plan &plan, QIODevice &file) const
+{
+    const auto put = [&file](const char *data, qsizetype size) { return size == 0 || file.write(data, size) == size; };
+    if (plan.wholeText)
+        return put(plan.newBytes.constData(), plan.newBytes.size());
+    const QByteArray &bytes = mDocument.Sources().file(plan.file)->bytes();
+    qsizetype at = 0;
+    for (const SourceEdits::Edit &edit : plan.edits.sorted()) {
+        if (!put(bytes.constData() + at, edit.begin - at) || !put(edit.text.constData(), edit.text.size()))
+            return false;
+        at = edit.end;
+    }
+    return put(bytes.constData() + at, bytes.size() - at);
 }
 
 // The written file becomes the document's source of its elements, so that the
@@ -267,21 +346,43 @@ void SaveChanges::takeNewRecords(const Plan &plan, Result &result)
                                           [](qsizetype at, const std::pair<qsizetype, qsizetype> &m) { return at < m.first; });
             return after == moves.begin() ? offset : offset + std::prev(after)->second;
         };
-        mDocument.Sources().replace(plan.file, source.moved(plan.newBytes, shift));
+        if (!mDocument.Sources().file(plan.file)->takeEdits(plan.edits, shift))
+            result.reopen << source.path();
         return;
     }
     std::shared_ptr<clsKorviInterface> alone = plan.alone;
     if (plan.merged || !alone) {
-        alone = readAlone(plan.file, plan.newBytes);
+        alone = readAlone(plan.file, plan.newBytes, source.errorLine() == 0);
         if (!alone) {
             result.reopen << source.path();
             return;
         }
     }
-    const bool receivesNew = plan.file == fileForNewElements();
-    // The newer reading takes the next number (or the same one, when there
-    // are no more numbers).
-    const int newNumber = mDocument.Sources().count() < SkinSources::kMostFiles ? mDocument.Sources().count() + 1 : plan.file;
-    DocumentMatch::takeRecords(mDocument, plan.file, receivesNew, *alone, newNumber);
-    mDocument.Sources().supersede(plan.file, alone->Sources().take(1));
+    takeReading(plan.file, *alone);
+}
+
+// The elements of the file take their records in the newer reading, which
+// takes the next number (or the same one, when there are no more numbers).
+void SaveChanges::takeReading(int file, clsKorviInterface &alone)
+{
+    const bool receivesNew = file == fileForNewElements();
+    const int newNumber = mDocument.Sources().count() < SkinSources::kMostFiles ? mDocument.Sources().count() + 1 : file;
+    DocumentMatch::takeRecords(mDocument, file, receivesNew, alone, newNumber);
+    mDocument.Sources().supersede(file, alone.Sources().take(1));
+}
+
+bool SaveChanges::takeWholeFileWritten(const QString &path)
+{
+    const int file = mDocument.Sources().numberOf(path);
+    if (file == 0)
+        return true;
+    QByteArray bytes;
+    if (!bytesOnDisk(path, bytes))
+        return false;
+    // What was written was the whole document: it reads to its end.
+    const std::shared_ptr<clsKorviInterface> alone = readAlone(file, bytes, true);
+    if (!alone)
+        return false;
+    takeReading(file, *alone);
+    return true;
 }

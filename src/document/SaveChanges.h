@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+class QIODevice;
 class clsKorviInterface;
 
 // Saving a document's changes in place: every file that holds a change is
@@ -66,7 +67,17 @@ public:
         QStringList reopen;
         bool ok() const { return outcome == Outcome::Saved || outcome == Outcome::NothingToSave; }
     };
-    Result save(const AskOverwrite &askOverwrite);
+    // Told once every question is answered, before the first file is
+    // written (0), and after each file: how many are written, of how many.
+    using Progress = std::function<void(int written, int total)>;
+    Result save(const AskOverwrite &askOverwrite, const Progress &progress = {});
+
+    // After the whole document was written over a file it was read from (Save
+    // As): the file's kept bytes become what is on disk now, and its elements
+    // take their places there, so that the next save compares with the file as
+    // written. False when reading the file alone does not give exactly the
+    // document's elements of that file: it then counts as changed on disk.
+    bool takeWholeFileWritten(const QString &path);
 
 private:
     struct Plan
@@ -74,19 +85,26 @@ private:
         int file = 0;
         QString target;
         SourceEdits edits;
+        // The whole new text, made only where it is read back whole or was
+        // merged with a newer text on disk; else the file is written as its
+        // bytes with the edits made on the way.
         QByteArray newBytes;
+        bool wholeText = false;
         // The file alone as the new bytes read, when they give the document's
         // elements of that file.
         std::shared_ptr<clsKorviInterface> alone;
-        // Checked one tag line at a time: the records only move.
+        // Checked one tag line at a time: the records only move, and the
+        // kept bytes take the edits in place once the file is written.
         bool quick = false;
         bool merged = false;
     };
-    bool tagLinesReadBack(const FileChanges &changes, const QByteArray &newBytes) const;
+    bool tagLinesReadBack(const FileChanges &changes) const;
     int fileForNewElements() const;
-    std::shared_ptr<clsKorviInterface> readAlone(int file, const QByteArray &bytes) const;
+    std::shared_ptr<clsKorviInterface> readAlone(int file, const QByteArray &bytes, bool readsWhole) const;
+    void takeReading(int file, clsKorviInterface &alone);
     bool prepare(Plan &plan, const AskOverwrite &askOverwrite, Result &result) const;
     bool write(const Plan &plan, Result &result) const;
+    bool writeText(const Plan &plan, QIODevice &file) const;
     void takeNewRecords(const Plan &plan, Result &result);
 
     clsKorviInterface &mDocument;

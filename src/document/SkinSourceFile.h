@@ -2,10 +2,10 @@
 #pragma once
 
 #include "ElementSource.h"
+#include "SourceEdits.h"
 
 #include <QByteArray>
 #include <QString>
-#include <memory>
 #include <vector>
 
 // One file read into a document: its bytes exactly as read, and where every
@@ -37,28 +37,27 @@ public:
     // The further lines of an element, in file order; empty when none.
     const std::vector<quint32> &moreLines(quint32 record) const;
 
-    // The same file with `bytes`, its text after edits that moved whole lines
-    // by `shift` (from an offset in these bytes to one in `bytes`).
+    // Makes edits that move whole lines on its bytes, in place: every record
+    // moves by `shift` (from an offset in the bytes before to one after) and
+    // keeps its element. False, changing nothing, when the edits do not fit.
     template<typename Shift>
-    std::unique_ptr<SkinSourceFile> moved(const QByteArray &bytes, Shift &&shift) const
+    bool takeEdits(const SourceEdits &edits, Shift &&shift)
     {
-        auto file = std::make_unique<SkinSourceFile>(mPath, bytes, mImported);
-        file->mErrorLine = mErrorLine;
-        file->mElements = mElements;
-        file->mMoreLines = mMoreLines;
+        if (!edits.applyInPlace(mBytes))
+            return false;
         const auto move = [&](quint32 &offset) {
             if (offset != ElementSource::kNone)
                 offset = quint32(shift(offset));
         };
-        for (ElementSource &element : file->mElements) {
+        for (ElementSource &element : mElements) {
             move(element.tagLine);
             move(element.closingLine);
         }
-        for (std::vector<quint32> &lines : file->mMoreLines) {
+        for (std::vector<quint32> &lines : mMoreLines) {
             for (quint32 &line : lines)
                 move(line);
         }
-        return file;
+        return true;
     }
 
     // Gives back the room reserved while reading.

@@ -4,6 +4,7 @@
 #include "SourceScan.h"
 
 #include <algorithm>
+#include <cstring>
 
 void SourceEdits::replace(qsizetype begin, qsizetype end, const QByteArray &text)
 {
@@ -19,19 +20,23 @@ std::vector<SourceEdits::Edit> SourceEdits::sorted() const
     return edits;
 }
 
-qsizetype SourceEdits::shifted(qsizetype offset) const
+// Whether sorted edits lie within the bytes, one after the other.
+bool SourceEdits::fitsSorted(const std::vector<Edit> &sorted, qsizetype size)
 {
-    qsizetype moved = offset;
-    for (const Edit &edit : mEdits) {
-        if (edit.end <= offset && edit.begin < offset)
-            moved += edit.text.size() - (edit.end - edit.begin);
+    qsizetype at = 0;
+    for (const Edit &edit : sorted) {
+        if (edit.begin < at || edit.end > size || edit.end < edit.begin)
+            return false;
+        at = edit.end;
     }
-    return moved;
+    return true;
 }
 
 bool SourceEdits::apply(const QByteArray &bytes, QByteArray &out) const
 {
     const std::vector<Edit> edits = sorted();
+    if (!fitsSorted(edits, bytes.size()))
+        return false;
     qsizetype grow = 0;
     for (const Edit &edit : edits)
         grow += edit.text.size() - (edit.end - edit.begin);
@@ -39,13 +44,65 @@ bool SourceEdits::apply(const QByteArray &bytes, QByteArray &out) const
     out.reserve(bytes.size() + qMax<qsizetype>(grow, 0));
     qsizetype at = 0;
     for (const Edit &edit : edits) {
-        if (edit.begin < at || edit.end > bytes.size() || edit.end < edit.begin)
-            return false;
         out.append(bytes.constData() + at, edit.begin - at);
         out.append(edit.text);
         at = edit.end;
     }
     out.append(bytes.constData() + at, bytes.size() - at);
+    return true;
+}
+
+// Every part between two edits moves by what the edits before it add or take:
+// those that move towards the start are moved first, from the first one on,
+// then those that move towards the end, from the last one back, so that no
+// part is written over before it has moved. The new texts go in last.
+bool SourceEdits::applyInPlace(QByteArray &bytes) const
+{
+    const std::vector<Edit> edits = sorted();
+    const qsizetype size = bytes.size();
+    if (!fitsSorted(edits, size))
+        return false;
+    struct Part
+    {
+        qsizetype from;
+        qsizetype length;
+        qsizetype to;
+    };
+    std::vector<Part> parts;
+    std::vector<qsizetype> textAt;
+    parts.reserve(edits.size() + 1);
+    qsizetype from = 0;
+    qsizetype to = 0;
+    for (const Edit &edit : edits) {
+        parts.push_back({ from, edit.begin - from, to });
+        to += edit.begin - from;
+        textAt.push_back(to);
+        to += edit.text.size();
+        from = edit.end;
+    }
+    parts.push_back({ from, size - from, to });
+    const qsizetype newSize = to + size - from;
+    if (newSize > size) {
+        // Room for exactly the new text: a large file's bytes are not given
+        // the room of a growing array.
+        bytes.reserve(newSize);
+        bytes.resize(newSize);
+    }
+    char *data = bytes.data();
+    for (const Part &part : parts) {
+        if (part.to < part.from && part.length > 0)
+            memmove(data + part.to, data + part.from, size_t(part.length));
+    }
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        if (part->to > part->from && part->length > 0)
+            memmove(data + part->to, data + part->from, size_t(part->length));
+    }
+    for (size_t e = 0; e < edits.size(); ++e) {
+        if (!edits[e].text.isEmpty())
+            memcpy(data + textAt[e], edits[e].text.constData(), size_t(edits[e].text.size()));
+    }
+    if (newSize < size)
+        bytes.resize(newSize);
     return true;
 }
 

@@ -22,8 +22,14 @@ public:
     bool isEmpty() const { return mEdits.empty(); }
     const std::vector<Edit> &edits() const { return mEdits; }
 
+    // Whether the edits lie within bytes of that size, none overlapping another.
+    bool fits(qsizetype size) const { return fitsSorted(sorted(), size); }
     // The bytes with every edit made; false when two edits overlap.
     bool apply(const QByteArray &bytes, QByteArray &out) const;
+    // The same, made on the bytes themselves: each byte moves once at most,
+    // and no second copy of a large file is made. False, leaving the bytes
+    // alone, when two edits overlap.
+    bool applyInPlace(QByteArray &bytes) const;
 
     // The same edits placed in `changed`, a newer text of the file: each edit
     // is found there by the lines around it in `original`, which must still
@@ -32,9 +38,9 @@ public:
 
     // The edits in the order of the bytes.
     std::vector<Edit> sorted() const;
-    // Where a byte that no edit touches stands after the edits.
-    qsizetype shifted(qsizetype offset) const;
 
 private:
+    static bool fitsSorted(const std::vector<Edit> &sorted, qsizetype size);
+
     std::vector<Edit> mEdits;
 };

@@ -353,11 +353,14 @@ void UiFileParser::recordElement(const TagWord &tag, clsElement *element)
         mOpenScript = element;
 }
 
-// A line after the element's tag line that gave it properties.
-void UiFileParser::recordMoreLine(const clsElement *element)
+// A line after the element's tag line that gave it properties: the element
+// is still what its lines say.
+void UiFileParser::recordMoreLine(clsElement *element)
 {
-    if (mSource)
-        mSource->addMoreLine(element->sourceRecord(), quint32(mLineStart));
+    if (!mSource)
+        return;
+    mSource->addMoreLine(element->sourceRecord(), quint32(mLineStart));
+    element->markSameAsSource();
 }
 
 void UiFileParser::recordClosingLine(const clsElement *element)

@@ -44,7 +44,10 @@ QByteArray UiFileReader::readWhole(QIODevice &device, const QString &fileName)
     // a file that reports none (as some system files do), or that grew, is
     // read on to its end a piece at a time.
     if (expected > 0) {
-        bytes.resize(qsizetype(expected));
+        // Made at its size: growing it would give it the room of a growing
+        // array, a quarter more than a large file needs, kept for as long as
+        // the document keeps the bytes.
+        bytes = QByteArray(qsizetype(expected), Qt::Uninitialized);
         const qint64 got = device.read(bytes.data(), expected);
         if (got < 0)
             throw failed(device.errorString());

@@ -50,6 +50,7 @@ QByteArray clsElement::upperAscii(QByteArray word)
 
 void clsElement::setElementType(const QByteArray &type)
 {
+    mChangedSinceSource = true;
     // Skip the copy when the word is already upper case (the usual case), so
     // elements of one type share the same bytes.
     for (char c : type) {
@@ -87,6 +88,7 @@ void clsElement::setStrName(const QByteArray &name)
         mKeyIsName = false;
     }
     mName = name;
+    mChangedSinceSource = true;
 }
 
 int clsElement::Index() const

@@ -86,10 +86,24 @@ public:
     // SkinSources (0 for an element made by an edit) and its record there.
     int sourceFile() const { return mSourceFile; }
     quint32 sourceRecord() const { return mSourceRecord; }
+    // Taking a record says the element is, from now on, what the record's
+    // lines say.
     void setSource(int file, quint32 record)
     {
         mSourceFile = quint16(file);
         mSourceRecord = record;
+        markSameAsSource();
+    }
+    // Whether its type, name or properties may have changed since it took its
+    // record (or since markSameAsSource()): one that has not is still what its
+    // lines in the file say, and saving its file in place passes it by.
+    bool changedSinceSource() const { return mChangedSinceSource || mProperties.hasChanged(); }
+    // Says the element is again exactly what its record's lines say: after
+    // the reader gave it the properties of a further line of its own.
+    void markSameAsSource()
+    {
+        mChangedSinceSource = false;
+        mProperties.markUnchanged();
     }
 
     // The collection this element is stored in (none while it stands alone).
@@ -117,4 +131,7 @@ private:
     std::unique_ptr<QByteArray> mOwnKey;
     clsElements *mOwner = nullptr;
     quint32 mSourceRecord = 0;
+    // A type or name set since the element took its record; in the padding
+    // after the record.
+    bool mChangedSinceSource = false;
 };

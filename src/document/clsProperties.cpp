@@ -179,6 +179,7 @@ clsProperties::Slot clsProperties::store(QByteArrayView key, QByteArrayView valu
 
 void clsProperties::append(QByteArrayView key, QByteArrayView value)
 {
+    mChanged = true;
     if (holds(key.data()) || holds(value.data())) {
         // Growing may move the block these bytes stand in.
         append(QByteArray(key.data(), key.size()), QByteArray(value.data(), value.size()));
@@ -242,6 +243,7 @@ void clsProperties::adoptPacked(const PropertyPack &pack, char *storage)
 // this empty collection's block, which has room for them.
 void clsProperties::copyLeadingPacked(const PropertyPack &pack, int count)
 {
+    mChanged = true;
     const quint32 textBytes = count == pack.count() ? pack.textSize() : pack.slotTable()[count].offset;
     if (!mWideSlots && !pack.fitsCompactSlots())
         widenSlots();
@@ -266,6 +268,7 @@ clsProperty clsProperties::Insert(int position, QByteArrayView key, QByteArrayVi
     if (holds(key.data()) || holds(value.data()))
         return Insert(position, QByteArray(key.data(), key.size()), QByteArray(value.data(), value.size()));
     position = qBound(0, position, Count());
+    mChanged = true;
     makeRoom(1, quint32(key.size() + value.size()));
     const Slot slot = store(key, value);
     makeSlotFit(slot);
@@ -328,6 +331,7 @@ QByteArrayView clsProperties::valueAt(int index) const
 
 void clsProperties::setValueAt(int index, const QByteArray &value)
 {
+    mChanged = true;
     Slot s = slotAt(quint32(index));
     if (quint32(value.size()) <= s.valueLength) {
         // Fits where the old value stood.
@@ -380,6 +384,7 @@ void clsProperties::Remove(int position)
 {
     if (position < 1 || position > Count())
         throw std::out_of_range("No property at position " + std::to_string(position));
+    mChanged = true;
     const quint32 at = quint32(position - 1);
     const Slot removed = slotAt(at);
     mUnusedBytes += removed.keyLength + removed.valueLength;
@@ -392,6 +397,7 @@ void clsProperties::Remove(int position)
 
 void clsProperties::Clear()
 {
+    mChanged = true;
     replaceBlock(nullptr, 0, 0);
     mCount = mTextSize = mUnusedBytes = 0;
     mIndex.reset();

@@ -54,6 +54,12 @@ public:
     // By key; throws MissingKeyError when there is none.
     void setValue(QByteArrayView key, const QByteArray &value) { setValueAt(Item(key).Index() - 1, value); }
 
+    // Whether a property was added, removed or given a value since
+    // markUnchanged(). The list of an element read from a file that has not
+    // changed still says what the file says, so saving passes it by.
+    bool hasChanged() const { return mChanged; }
+    void markUnchanged() { mChanged = false; }
+
     // Bytes held by this collection, for measuring the document's size.
     qsizetype memoryUsed() const;
 
@@ -118,6 +124,8 @@ private:
     char *mBlock = nullptr;
     bool mOwnsBlock = false;
     bool mWideSlots = false;
+    // Shares the padding after the flags.
+    bool mChanged = false;
     quint32 mCount = 0;
     quint32 mSlotCapacity = 0;
     quint32 mTextSize = 0;

@@ -124,6 +124,19 @@ bool SaveChangesFlow::mayWriteWholeDocument()
         == Dialogs::Button::Yes;
 }
 
+void SaveChangesFlow::wholeDocumentWritten(const QString &path)
+{
+    SaveChanges saver(mDocument);
+    saver.setFileForNewElements(mFileForNewElements);
+    // A file that cannot be matched with what was written stays as it was
+    // read: Save Changes then asks before writing over it.
+    if (saver.takeWholeFileWritten(path) && QFileInfo(path) == QFileInfo(mReadErrorFile)) {
+        mReadErrorFile.clear();
+        mReadErrorLine = 0;
+    }
+    updateNow();
+}
+
 bool SaveChangesFlow::saveChanges()
 {
     std::vector<SaveChanges::Pending> pending;
@@ -158,14 +171,21 @@ bool SaveChangesFlow::saveChanges()
     SaveChanges saver(mDocument);
     saver.setFileForNewElements(mFileForNewElements);
     HourglassCursor hourglass;
-    // The files are written in one call: the bar says the window is busy.
-    if (pending.size() > kManyFiles)
-        mProgress.begin(0);
-    const SaveChanges::Result result = saver.save([this, &hourglass](const QString &path) {
+    // The bar counts the files written, once every question is answered.
+    const bool showProgress = pending.size() > kManyFiles;
+    const auto askOverwrite = [this, &hourglass](const QString &path) {
         hourglass.restore();
         return mDialogs.message(kTitle, SaveChanges::changedOnDiskQuestion(path), Dialogs::Icon::Warning,
                                 Dialogs::Buttons::OverwriteCancel)
             == Dialogs::Button::Overwrite;
+    };
+    const SaveChanges::Result result = saver.save(askOverwrite, [this, showProgress](int written, int total) {
+        if (!showProgress)
+            return;
+        if (written == 0)
+            mProgress.begin(total);
+        else
+            mProgress.advance(written);
     });
     hourglass.restore();
     mProgress.end();

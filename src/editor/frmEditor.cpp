@@ -599,6 +599,7 @@ void frmEditor::SaveCommand()
     });
     hourglass.restore();
     if (saved) {
+        mSaveFlow->wholeDocumentWritten(path);
         mActions->markSaved();
         mReloader->skinSaved();
     }

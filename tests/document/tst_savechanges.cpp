@@ -314,6 +314,77 @@ private slots:
         QCOMPARE(readTestFile(UiFileWriter::backupPathFor(f.path)), first);
     }
 
+    void wholeDocumentWrittenOverTheFileIsWhatTheNextSaveStartsFrom()
+    {
+        OneFile f(kSkin);
+        f.element("ui_Main", "btnMap")->Properties().setValue("x", "75");
+        QVERIFY(WriteUiFile(f.doc, f.path, [](const QString &message) { QFAIL(qPrintable(message)); }));
+        const QByteArray written = f.bytes();
+        QVERIFY(written != kSkin);
+        SaveChanges saver(f.doc);
+        saver.setFileForNewElements(f.path);
+        QVERIFY(saver.takeWholeFileWritten(f.path));
+        QCOMPARE(f.doc.Sources().file(f.doc.Sources().numberOf(f.path))->bytes(), written);
+        QVERIFY(saver.pending().empty());
+
+        f.element("ui_Main", "btnMap")->Properties().setValue("y", "85");
+        f.element("ui_Main")->SubElements().Add("txtNew", "TEXT")->Properties().Add("x", "1");
+        bool asked = false;
+        const SaveChanges::Result result = saver.save([&asked](const QString &) { return asked = true; });
+        QCOMPARE(result.outcome, SaveChanges::Result::Outcome::Saved);
+        QVERIFY(!asked);
+        QByteArray expected = written;
+        expected.replace("x=75 y=80", "x=75 y=85");
+        expected.replace("btnGone x=1 y=2>\r\n", "btnGone x=1 y=2>\r\n\t<TEXT txtNew x=1>\r\n");
+        QCOMPARE(f.bytes(), expected);
+        QCOMPARE(f.reread("ui_Main", "txtNew"), QByteArray("x=1;"));
+    }
+
+    void wholeDocumentWrittenOverAnotherFileChangesNothingKept()
+    {
+        OneFile f(kSkin);
+        const QString other = f.dir.filePath(QStringLiteral("other.ui"));
+        QVERIFY(WriteUiFile(f.doc, other, [](const QString &message) { QFAIL(qPrintable(message)); }));
+        QVERIFY(SaveChanges(f.doc).takeWholeFileWritten(other));
+        QCOMPARE(f.doc.Sources().count(), 1);
+        QCOMPARE(f.doc.Sources().file(1)->bytes(), kSkin);
+    }
+
+    void progressCountsEveryFileWritten()
+    {
+        QTemporaryDir dir;
+        clsKorviInterface doc;
+        for (int i = 0; i < 12; ++i) {
+            const QString path = dir.filePath(QStringLiteral("part%1.ui").arg(i));
+            QVERIFY(writeTestFile(path, QStringLiteral("<LAYER ui_P%1>\n\t<TEXT t x=1>\n</LAYER>\n").arg(i).toLatin1()));
+            ReadUiFile(doc, path, false);
+            doc.Layers().at(i)->SubElements().at(0)->Properties().setValue("x", "2");
+        }
+        QList<QPair<int, int>> steps;
+        const SaveChanges::Result result = SaveChanges(doc).save({}, [&steps](int written, int total) { steps << qMakePair(written, total); });
+        QCOMPARE(result.outcome, SaveChanges::Result::Outcome::Saved);
+        QCOMPARE(result.written.size(), 12);
+        QCOMPARE(steps.size(), 13);
+        for (int i = 0; i <= 12; ++i)
+            QCOMPARE(steps.at(i), qMakePair(i, 12));
+        QVERIFY(readTestFile(dir.filePath(QStringLiteral("part11.ui"))).contains("x=2"));
+    }
+
+    void aFileReachedThroughALinkKeepsItsOldBytesInTheBackup()
+    {
+        QTemporaryDir dir;
+        const QString real = dir.filePath(QStringLiteral("real.ui"));
+        const QString linked = dir.filePath(QStringLiteral("main.ui"));
+        QVERIFY(writeTestFile(real, kSkin));
+        QVERIFY(QFile::link(real, linked));
+        clsKorviInterface doc;
+        ReadUiFile(doc, linked, false);
+        doc.Layers().Item("ui_Main")->SubElements().Item("btnMap")->Properties().setValue("x", "75");
+        QCOMPARE(SaveChanges(doc).save({}).outcome, SaveChanges::Result::Outcome::Saved);
+        QVERIFY(readTestFile(linked).contains("btnMap x=75"));
+        QCOMPARE(readTestFile(UiFileWriter::backupPathFor(linked)), kSkin);
+    }
+
     void elementPutBackAfterASaveIsWrittenAsNew()
     {
         OneFile f(kSkin);
@@ -511,7 +582,54 @@ private slots:
         QVERIFY2(pending.empty(), pending.empty() ? "" : qPrintable(QString::number(pending.front().changes) + pending.front().problems.join(';')));
     }
 
+    // An element touched by an edit is compared with its lines in full: one
+    // touched and left as it was read is still no change.
+    void everyCorpusElementTouchedAndLeftAsReadHasNoChange_data() { CorpusCases::addCorpusRows(); }
+    void everyCorpusElementTouchedAndLeftAsReadHasNoChange()
+    {
+        QFETCH(QString, base);
+        clsKorviInterface doc;
+        CorpusCases::readCorpusCase(doc, base);
+        touchAll(doc.Headers());
+        touchAll(doc.Templates());
+        touchAll(doc.Fonts());
+        touchAll(doc.Layers());
+        SaveChanges saver(doc);
+        saver.setFileForNewElements(base + ".ui");
+        const std::vector<SaveChanges::Pending> pending = saver.pending();
+        QVERIFY2(pending.empty(), pending.empty() ? "" : qPrintable(QString::number(pending.front().changes) + pending.front().problems.join(';')));
+    }
+
+    void elementTouchedIsComparedAndUntouchedByTheReader()
+    {
+        OneFile f(kSkin);
+        clsElement *button = f.element("ui_Main", "btnMap");
+        QVERIFY(!button->changedSinceSource());
+        button->Properties().setValue("x", "70");
+        QVERIFY(button->changedSinceSource());
+        QVERIFY(SaveChanges(f.doc).pending().empty());
+        button->setStrName("btnMap2");
+        QCOMPARE(SaveChanges::summary(SaveChanges(f.doc).pending()), QStringLiteral("1 change in 1 file"));
+        button->setStrName("btnMap");
+        QVERIFY(SaveChanges(f.doc).pending().empty());
+        button->Properties().Remove("y");
+        QCOMPARE(SaveChanges::summary(SaveChanges(f.doc).pending()), QStringLiteral("1 change in 1 file"));
+    }
+
 private:
+    // Sets every element's name and first value to what they are.
+    static void touchAll(const clsElements &elements)
+    {
+        for (clsElement *element : elements) {
+            element->setStrName(element->strName());
+            if (element->Properties().Count() > 0)
+                element->Properties().setValueAt(0, element->Properties().valueAt(0).toByteArray());
+            QVERIFY(element->changedSinceSource());
+            if (element->subElementCount() > 0)
+                touchAll(element->SubElements());
+        }
+    }
+
     static void copyDemoSkin(const QString &to)
     {
         const QString from = QStringLiteral(KORVI_SOURCE_DIR "/samples/demo-skin");

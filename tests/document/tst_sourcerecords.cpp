@@ -46,6 +46,9 @@ struct Checker
         }
         if (!seen.insert({ element.sourceFile(), element.sourceRecord() }).second)
             problems << where + QStringLiteral(": record shared");
+        // Read and left alone, it says so without being compared.
+        if (element.changedSinceSource())
+            problems << where + QStringLiteral(": counts as changed since read");
         const SourceElement read = SourceElement::read(*file, element.sourceRecord());
         const QByteArray &bytes = file->bytes();
         const QByteArray word = bytes.mid(read.tag.wordBegin, read.tag.wordEnd - read.tag.wordBegin).toUpper();

@@ -290,6 +290,33 @@ private slots:
         QCOMPARE(f.lastAsked().value, QFileInfo(f.skin.mainFile()).absoluteFilePath());
     }
 
+    void saveAsOverTheOpenedFileIsWhatTheNextSaveChangesStartsFrom()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        f.dialogs.answerPath(f.skin.mainFile());
+        f.dialogs.answerButton(Dialogs::Button::Yes);
+        f.fileEntry("mnuSaveAs")->trigger();
+        QCOMPARE(f.lastAsked().text, QStringLiteral("Saving complete"));
+        // The whole document, in the layout of Save As.
+        const QByteArray written = readTestFile(f.skin.mainFile());
+        QVERIFY(written != replaced(f.mainBefore, "txtTitle x=100", "txtTitle x=7"));
+        QVERIFY(written.contains("txtTitle x=7"));
+
+        f.typeValue("Lui_Main|EbtnOk|Py", QStringLiteral("210"));
+        QTRY_COMPARE(f.changesPanel()->text(), QStringLiteral("1 change in 1 file"));
+        const int askedBefore = f.dialogs.asked().size();
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+        // Only the list of files is shown: the file is what Save As wrote.
+        QCOMPARE(f.dialogs.asked().size(), askedBefore + 1);
+        QCOMPARE(f.lastAsked().buttons, Dialogs::Buttons::OkCancel);
+        QCOMPARE(readTestFile(f.skin.mainFile()), replaced(written, "btnOk x=300 y=200", "btnOk x=300 y=210"));
+        QVERIFY(f.stack().isClean());
+        QCOMPARE(f.changesPanel()->text(), QString());
+    }
+
     void saveAsAfterAllStartsInTheFolderWithNoFileName()
     {
         SaveFixture f;
@@ -472,11 +499,18 @@ private slots:
         QCOMPARE(f.stack().count(), 11);
         auto *bar = f.control<QProgressBar>("stbProgress");
         QSignalSpy shown(bar, &QProgressBar::valueChanged);
+        // One step per file written, up to all eleven of them.
+        QStringList steps;
+        connect(bar, &QProgressBar::valueChanged, bar, [bar, &steps](int value) {
+            steps << QStringLiteral("%1/%2").arg(value).arg(bar->maximum());
+        });
         f.dialogs.answerButton(Dialogs::Button::Ok);
         f.pressCtrl(Qt::Key_S);
         QVERIFY(shown.count() >= 1);
         QVERIFY(bar->isHidden());
         QVERIFY(readTestFile(f.skin.uiFolder() + "/part10.ui").contains("x=2"));
+        QCOMPARE(steps.mid(0, 12), QStringList({ "0/11", "1/11", "2/11", "3/11", "4/11", "5/11", "6/11", "7/11",
+                                                 "8/11", "9/11", "10/11", "11/11" }));
     }
 
     void savingChangesInAFewFilesShowsNoProgress()

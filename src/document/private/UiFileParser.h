@@ -54,7 +54,7 @@ private:
     void readAttributes(UiLineScanner &scanner, bool isVar, bool makesElement);
     clsElement *receiver(const char *what) const;
     void recordElement(const TagWord &tag, clsElement *element);
-    void recordMoreLine(const clsElement *element);
+    void recordMoreLine(clsElement *element);
     void recordClosingLine(const clsElement *element);
     [[noreturn]] void fail(const QString &message) const;
 

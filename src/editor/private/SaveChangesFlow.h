@@ -46,6 +46,9 @@ public:
     // Before the whole document is written over a file: when a file of the
     // skin was not read whole, asks whether to write anyway. True to go on.
     bool mayWriteWholeDocument();
+    // The whole document was written to `path` (Save As): when the skin was
+    // read from that file, the next Save Changes compares with it as written.
+    void wholeDocumentWritten(const QString &path);
 
     // The panel is computed again a moment after the last change, so that a
     // burst of edits on a large skin compares the document once.
