@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "SaveChanges.h"
 
+#include "ChangeFinder.h"
 #include "DocumentMatch.h"
+#include "HostFiles.h"
 #include "SkinReadError.h"
 #include "SourceScan.h"
 #include "TagLineCheck.h"
@@ -14,10 +16,6 @@
 #include <QSaveFile>
 #include <algorithm>
 #include <cstring>
-
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
 
 namespace {
 
@@ -61,14 +59,12 @@ bool sameOnDisk(const QString &path, const QByteArray &bytes)
 // name would follow the new text), it is a copy.
 bool makeBackup(const QString &path, QString &error)
 {
-#ifdef Q_OS_UNIX
     const QString backup = UiFileWriter::backupPathFor(path);
     const QFileInfo file(path);
     if (!backup.isEmpty() && backup != path && file.isFile() && !file.isSymLink()
         && (!QFileInfo::exists(backup) || QFile::remove(backup))
-        && ::link(QFile::encodeName(path).constData(), QFile::encodeName(backup).constData()) == 0)
+        && HostFiles::AddSecondName(path, backup))
         return true;
-#endif
     return UiFileWriter::makeBackup(path, error);
 }
 

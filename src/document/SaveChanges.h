@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ChangeFinder.h"
+#include "FileChanges.h"
 
 #include <QHash>
 #include <QString>

@@ -1,17 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "SkinFileNames.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "HostFiles.h"
 
-#ifdef Q_OS_UNIX
-#include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
+#include <QDir>
+#include <QFileInfo>
 
 namespace SkinFileNames {
 
@@ -47,20 +40,6 @@ QString GetParentFolder(const QString &path)
     return path.left(separator);
 }
 
-namespace {
-
-#ifdef Q_OS_UNIX
-FileStamp stampOf(const struct stat &info)
-{
-    FileStamp stamp;
-    stamp.size = qint64(info.st_size);
-    stamp.modifiedNs = qint64(info.st_mtim.tv_sec) * 1000000000 + qint64(info.st_mtim.tv_nsec);
-    return stamp;
-}
-#endif
-
-} // namespace
-
 bool FileExists(const QString &path)
 {
     FileStamp ignored;
@@ -69,50 +48,13 @@ bool FileExists(const QString &path)
 
 bool FileExists(const QString &path, FileStamp &stamp)
 {
-    if (path.isEmpty())
-        return false;
-#ifdef Q_OS_UNIX
-    // Every lookup probes the disk, so a probe is kept to the bare calls: open
-    // for reading, look at what was opened, close. A folder opens on this host
-    // but is not a file that can be read, so it does not count.
-    const QByteArray native = QFile::encodeName(path);
-    int fd;
-    do {
-        fd = ::open(native.constData(), O_RDONLY | O_CLOEXEC);
-    } while (fd < 0 && errno == EINTR);
-    if (fd < 0)
-        return false;
-    struct stat info;
-    const bool isFile = ::fstat(fd, &info) == 0 && !S_ISDIR(info.st_mode);
-    ::close(fd);
-    if (isFile)
-        stamp = stampOf(info);
-    return isFile;
-#else
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    stamp = StampOf(path);
-    return true;
-#endif
+    // Every lookup probes the disk, so the probe is the host's cheapest.
+    return !path.isEmpty() && HostFiles::IsReadableFile(path, stamp);
 }
 
 FileStamp StampOf(const QString &path)
 {
-#ifdef Q_OS_UNIX
-    struct stat info;
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
-        return FileStamp();
-    return stampOf(info);
-#else
-    const QFileInfo info(path);
-    FileStamp stamp;
-    if (info.exists()) {
-        stamp.size = info.size();
-        stamp.modifiedNs = info.lastModified().toMSecsSinceEpoch() * 1000000;
-    }
-    return stamp;
-#endif
+    return HostFiles::StampOf(path);
 }
 
 QString AsciiLower(const QString &text)

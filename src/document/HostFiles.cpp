@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "HostFiles.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace HostFiles {
+
+namespace {
+
+#ifdef Q_OS_UNIX
+FileStamp stampOf(const struct stat &info)
+{
+    FileStamp stamp;
+    stamp.size = qint64(info.st_size);
+    stamp.modifiedNs = qint64(info.st_mtim.tv_sec) * 1000000000 + qint64(info.st_mtim.tv_nsec);
+    return stamp;
+}
+#endif
+
+} // namespace
+
+bool IsReadableFile(const QString &path, FileStamp &stamp)
+{
+#ifdef Q_OS_UNIX
+    // A probe is kept to the bare calls: open for reading, look at what was
+    // opened, close. A folder opens on this host but is not a file that can be
+    // read, so it does not count.
+    const QByteArray native = QFile::encodeName(path);
+    int fd;
+    do {
+        fd = ::open(native.constData(), O_RDONLY | O_CLOEXEC);
+    } while (fd < 0 && errno == EINTR);
+    if (fd < 0)
+        return false;
+    struct stat info;
+    const bool isFile = ::fstat(fd, &info) == 0 && !S_ISDIR(info.st_mode);
+    ::close(fd);
+    if (isFile)
+        stamp = stampOf(info);
+    return isFile;
+#else
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    stamp = StampOf(path);
+    return true;
+#endif
+}
+
+FileStamp StampOf(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    struct stat info;
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return FileStamp();
+    return stampOf(info);
+#else
+    const QFileInfo info(path);
+    FileStamp stamp;
+    if (info.exists()) {
+        stamp.size = info.size();
+        stamp.modifiedNs = info.lastModified().toMSecsSinceEpoch() * 1000000;
+    }
+    return stamp;
+#endif
+}
+
+bool AddSecondName(const QString &path, const QString &secondName)
+{
+#ifdef Q_OS_UNIX
+    return ::link(QFile::encodeName(path).constData(), QFile::encodeName(secondName).constData()) == 0;
+#else
+    Q_UNUSED(path);
+    Q_UNUSED(secondName);
+    return false;
+#endif
+}
+
+} // namespace HostFiles

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "FileStamp.h"
+
+#include <QString>
+
+// The one place where the program calls the host system's file functions
+// itself rather than through Qt: where Qt has no such call (a second name for
+// a file), or where its portable way costs more than a picture lookup that
+// probes the disk thousands of times per drawing can afford. Every function
+// has a portable fallback for hosts without the fast path.
+namespace HostFiles {
+
+// Whether `path` opens for reading and is not a folder; on success `stamp`
+// gets its size and modification time.
+bool IsReadableFile(const QString &path, FileStamp &stamp);
+
+// The size and modification time of whatever is at `path` (a folder too); size
+// -1 when nothing is there.
+FileStamp StampOf(const QString &path);
+
+// Gives the file at `path` the second name `secondName` (a hard link), so
+// that both names show the same bytes until one of them is replaced. False
+// where the host or the file system has no such names, or the call fails;
+// nothing is changed then.
+bool AddSecondName(const QString &path, const QString &secondName);
+
+} // namespace HostFiles
