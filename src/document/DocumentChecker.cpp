@@ -14,6 +14,7 @@
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
+#include <QStringBuilder>
 #include <QVarLengthArray>
 #include <algorithm>
 #include <cstring>
@@ -78,7 +79,7 @@ bool needsExactScan(const char *begin, const char *end)
 
 // The tag word as the reader reads it: from just after the "<", past bytes
 // that start no token, the run of name characters.
-QByteArray tagWord(const char *lt, const char *end)
+QByteArrayView tagWord(const char *lt, const char *end)
 {
     const char *p = lt + 1;
     while (p < end && !(classOf(*p) & UiCharClasses::TokenStart))
@@ -86,7 +87,7 @@ QByteArray tagWord(const char *lt, const char *end)
     const char *word = p;
     while (p < end && (classOf(*p) & UiCharClasses::NameChar))
         ++p;
-    return QByteArray(word, p - word);
+    return QByteArrayView(word, p - word);
 }
 
 bool isPictureKey(const QByteArray &key)
@@ -233,8 +234,9 @@ void DocumentChecker::checkLink(const SkinElementWalk::Visit &visit, int index, 
     if (name == kNoValue) {
         message = QStringLiteral("%1 is written without a name: it finds no %2").arg(key, what);
     } else {
-        message = QStringLiteral("%1=%2 names no %3 of the skin, so the values it would give are missing")
-                      .arg(key, shown(name), what);
+        // Made by the thousand in a large skin: one allocation, no format.
+        message = key % QLatin1Char('=') % shown(name) % QLatin1String(" names no ") % what
+            % QLatin1String(" of the skin, so the values it would give are missing");
         const QByteArray unquoted = clsProperty::stringValueOf(name);
         if (unquoted != name && targets.Find(unquoted))
             message = QStringLiteral("%1=%2 names no %3: the quotes are read as part of the name; write %1=%4")
@@ -420,16 +422,21 @@ void DocumentChecker::scanFile(int fileNumber)
             at = next;
             continue;
         }
-        QByteArray word;
+        QByteArrayView word;
         if (needsExactScan(first, end)) {
             const SourceScan::Line line = SourceScan::scanLine(bytes, at);
-            word = bytes.mid(line.wordBegin, line.wordEnd - line.wordBegin);
+            word = QByteArrayView(bytes).sliced(line.wordBegin, line.wordEnd - line.wordBegin);
             checkSplitValues(fileNumber, line);
             next = line.next;
         } else {
             word = tagWord(first, end);
         }
-        const QByteArray upper = AsciiCase::lowered(word).toUpper();
+        // Only a closing word is worth a copy; most tags open something.
+        if (!word.startsWith('/')) {
+            at = next;
+            continue;
+        }
+        const QByteArray upper = AsciiCase::lowered(word.toByteArray()).toUpper();
         if (isClosingBlockWord(upper) && !std::binary_search(closings.begin(), closings.end(), at)) {
             addOnLine(fileNumber, at, first - d, Severity::Warning, ProblemCodes::OrphanClosingTag,
                       QStringLiteral("<%1> closes nothing: no %2 is open here; remove it")

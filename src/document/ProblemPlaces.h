@@ -2,12 +2,13 @@
 #pragma once
 
 #include "Problem.h"
+#include "PropertyPack.h"
 #include "SourceLines.h"
-#include "SourceScan.h"
 
 #include <QByteArrayView>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 class SkinSourceFile;
 class clsElement;
@@ -34,12 +35,27 @@ public:
     QString whereIs(const clsElement &element);
 
 private:
+    // Where an attribute's key stands in a file's bytes, and how long it is.
+    struct KeyPlace
+    {
+        qsizetype begin;
+        qsizetype length;
+    };
+
     const SourceLines &linesOf(int fileNumber);
-    qsizetype propertyOffset(const SkinSourceFile &file, const clsElement &element, const SourceScan::Line &tag,
-                             QByteArrayView key, qsizetype fallback);
+    void readTagKeys(const QByteArray &bytes, qsizetype lineBegin);
+    qsizetype propertyOffset(const SkinSourceFile &file, const clsElement &element, QByteArrayView key,
+                             qsizetype fallback);
 
     const clsKorviInterface &mDocument;
     std::unordered_map<int, std::unique_ptr<SourceLines>> mLines;
+    // The keys of the tag line of the element placed last, in order: problems
+    // of one element mostly come one after the other. Problems come by the
+    // hundred thousand in a large skin, so the line is read into buffers kept
+    // from one element to the next.
     const clsElement *mLastElement = nullptr;
-    SourceScan::Line mLastTag;
+    std::vector<KeyPlace> mLastKeys;
+    QByteArray mLine;
+    QByteArray mGrown;
+    PropertyPack mPack;
 };

@@ -11,6 +11,7 @@
 #include <QRect>
 #include <QSet>
 #include <QVector>
+#include <memory>
 
 class ProblemPlaces;
 class clsElement;
@@ -28,6 +29,7 @@ class PictureChecker
 {
 public:
     PictureChecker(const clsKorviInterface &document, const SkinContext &context, ProblemPlaces &places);
+    ~PictureChecker();
 
     // `wholeSkin`: the document holds every .ui file of the skin (All), so a
     // picture no object names is left over. One file read alone (Open) says
@@ -41,6 +43,7 @@ public:
 
 private:
     class PlaceValues;
+    class ChainValues;
     struct Resolution
     {
         ImageFile file;
@@ -48,6 +51,8 @@ private:
         QStringList probes;
         // The sprite descriptor found for a ".spr" name, else empty.
         QString descriptor;
+        // The file name the reference names, as the lookup looks for it.
+        QString fileName;
         bool readable = true;
     };
 
@@ -73,6 +78,7 @@ private:
     QSize mScreen;
     QHash<QByteArray, Resolution> mResolved;
     QHash<QString, QSize> mSizes;
+    std::unique_ptr<ChainValues> mChains;
     // Clean absolute paths of every picture and descriptor found.
     QSet<QString> mUsed;
     QVector<Problem> mProblems;
