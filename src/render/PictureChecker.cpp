@@ -2,6 +2,7 @@
 #include "PictureChecker.h"
 
 #include "CanvasSize.h"
+#include "ImageLoader.h"
 #include "ProblemCodes.h"
 #include "ProblemPlaces.h"
 #include "ProblemText.h"
@@ -15,6 +16,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QStringBuilder>
 #include <QVarLengthArray>
 #include <algorithm>
@@ -269,13 +271,23 @@ const PictureChecker::Resolution &PictureChecker::resolve(const QByteArray &refe
     return *mResolved.insert(reference, r);
 }
 
-QSize PictureChecker::sizeOf(const QString &path)
+// The header alone says what a JPEG is: its reader draws what the data holds
+// even when it is cut short. A bitmap or an RL picture is decoded whole to
+// know that every row is there, and the pixels are dropped at once: the check
+// keeps no picture.
+const PictureChecker::Picture &PictureChecker::picture(const QString &path)
 {
-    const auto known = mSizes.constFind(path);
-    if (known != mSizes.constEnd())
+    const auto known = mPictures.constFind(path);
+    if (known != mPictures.constEnd())
         return *known;
-    QImage buffer;
-    return *mSizes.insert(path, mCache.LoadImageFile(path, buffer));
+    Picture picture;
+    if (!path.isEmpty() && SkinFileNames::GetExtension(path) == QLatin1String("jpg"))
+        picture.size = QImageReader(path).size();
+    if (!picture.size.isValid() || picture.size.isEmpty()) {
+        QImage buffer;
+        picture.size = ImageLoader::LoadImageFile(path, buffer, &picture.problem);
+    }
+    return *mPictures.insert(path, picture);
 }
 
 // Each picture property an element holds itself, where it stands; what a
@@ -303,6 +315,12 @@ void PictureChecker::checkPictures(const SkinElementWalk::Visit &visit)
                 : written() % QLatin1String(": ") % r.fileName % QLatin1String(" is found nowhere; looked in: ")
                     % r.probes.join(QStringLiteral(", "));
             add(visit, Problem::Severity::Error, ProblemCodes::MissingPicture, property.Key(), message);
+        } else if (const PictureProblem &problem = picture(r.file.path).problem; problem.isProblem()) {
+            add(visit, Problem::Severity::Error, ProblemCodes::BadPicture, property.Key(),
+                written() % QLatin1String(" names ") % QDir::toNativeSeparators(cleanAbsolute(r.file.path))
+                    % QLatin1String(", which cannot be shown: ") % problem.what
+                    % (problem.unreadable ? QLatin1String("; the placeholder is drawn in its place")
+                                          : QLatin1String("; what is missing stays transparent")));
         }
         // The frame drawn is the picture's height divided by the count: a
         // count of 0 leaves no frame, and a count below 0 a frame of no height

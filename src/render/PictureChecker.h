@@ -3,6 +3,7 @@
 
 #include "ImageFile.h"
 #include "PictureCache.h"
+#include "PictureProblem.h"
 #include "Problem.h"
 #include "ResourceLookup.h"
 #include "StringInfoSink.h"
@@ -20,11 +21,13 @@ struct SkinContext;
 namespace SkinElementWalk { struct Visit; }
 
 // The checks that need the skin's pictures: picture names found nowhere (with
-// every place the lookup tried), sprite counts that leave nothing to draw,
+// every place the lookup tried), pictures found but not decodable (as the
+// information box describes them when they are drawn), sprite counts that
+// leave nothing to draw,
 // objects that lie wholly off the screen, and, when a whole skin folder is
 // checked, pictures that no object names. Pictures are looked up as the
 // renderer looks them up, from the open file's folder (SkinContext); each
-// distinct name is looked up once per check.
+// distinct name is looked up once per check, and each file found is read once.
 class PictureChecker
 {
 public:
@@ -56,8 +59,17 @@ private:
         bool readable = true;
     };
 
+    // A picture file as far as the check needs it: its size, and what is
+    // wrong with it when it cannot be shown (or only in part).
+    struct Picture
+    {
+        QSize size;
+        PictureProblem problem;
+    };
+
     const Resolution &resolve(const QByteArray &reference);
-    QSize sizeOf(const QString &path);
+    const Picture &picture(const QString &path);
+    QSize sizeOf(const QString &path) { return picture(path).size; }
     void checkPictures(const SkinElementWalk::Visit &visit);
     void checkOnScreen(const SkinElementWalk::Visit &visit);
     bool isDrawnObject(const SkinElementWalk::Visit &visit) const;
@@ -77,7 +89,7 @@ private:
     PictureCache mCache;
     QSize mScreen;
     QHash<QByteArray, Resolution> mResolved;
-    QHash<QString, QSize> mSizes;
+    QHash<QString, Picture> mPictures;
     std::unique_ptr<ChainValues> mChains;
     // Clean absolute paths of every picture and descriptor found.
     QSet<QString> mUsed;

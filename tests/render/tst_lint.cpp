@@ -103,7 +103,7 @@ private slots:
 
     void severitiesAreErrorsForNamesThatFindNothing()
     {
-        const QStringList errors { ProblemCodes::MissingPicture, ProblemCodes::UnknownTemplate,
+        const QStringList errors { ProblemCodes::MissingPicture, ProblemCodes::BadPicture, ProblemCodes::UnknownTemplate,
                                    ProblemCodes::UnknownFontType, ProblemCodes::UnknownElementTemplate,
                                    ProblemCodes::MissingUsedLayer, ProblemCodes::TemplateCycle,
                                    ProblemCodes::UnclosedScript, ProblemCodes::ReadingError };
@@ -150,6 +150,31 @@ private slots:
         QVERIFY2(p->message.endsWith(QDir::toNativeSeparators(base + "/bad/nothere.bmp") + ", "
                                      + QDir::toNativeSeparators(base + "/common/nothere.bmp")),
                  qPrintable(p->message));
+    }
+
+    // The words the information box uses when such a picture is drawn, and
+    // what is drawn instead.
+    void aPictureThatCannotBeDecodedIsDescribedAsWhenItIsDrawn()
+    {
+        Checked checked;
+        check(checked, SkinOpenPlan::forFolder(kLintData + "/bad-picture/bad/ui"));
+        QStringList messages;
+        for (const Problem &p : checked.problems)
+            messages << p.message;
+        const QString base = QDir::toNativeSeparators(QDir::cleanPath(kLintData + "/bad-picture/bad"));
+        const QString times(QChar(0x00D7));
+        QCOMPARE(messages.at(0), "bmp=huge.bmp names " + base + QDir::separator()
+                     + "huge.bmp, which cannot be shown: not a picture (RL header says 65535 " + times
+                     + " 65535); the placeholder is drawn in its place");
+        QCOMPARE(messages.at(1), "bmp=cut.bmp names " + base + QDir::separator()
+                     + "cut.bmp, which cannot be shown: RL file cut short in row 2 of 2; what is missing stays transparent");
+        QVERIFY2(messages.at(2).endsWith("not a picture (empty file); the placeholder is drawn in its place"),
+                 qPrintable(messages.at(2)));
+        QVERIFY2(messages.at(3).contains("not a picture (BMP header says "), qPrintable(messages.at(3)));
+        QVERIFY2(messages.at(4).contains("not a picture (no JPEG data that can be decoded, 25 bytes)"),
+                 qPrintable(messages.at(4)));
+        // A second name of the same file is reported where it stands too.
+        QVERIFY(messages.at(5).startsWith("iconspr=huge.bmp names "));
     }
 
     void oneFileOpenedAloneReportsNoUnusedPicture()
