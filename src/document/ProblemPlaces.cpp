@@ -18,12 +18,38 @@ ProblemPlaces::ProblemPlaces(const clsKorviInterface &document)
 
 ProblemPlaces::~ProblemPlaces() = default;
 
-const SourceLines &ProblemPlaces::linesOf(int fileNumber)
+SourceLines &ProblemPlaces::uncountedLinesOf(int fileNumber)
 {
     std::unique_ptr<SourceLines> &lines = mLines[fileNumber];
     if (!lines)
-        lines = std::make_unique<SourceLines>(mDocument.Sources().file(fileNumber)->bytes());
+        lines = std::make_unique<SourceLines>(SourceLines::uncounted(mDocument.Sources().file(fileNumber)->bytes()));
     return *lines;
+}
+
+const SourceLines &ProblemPlaces::linesOf(int fileNumber)
+{
+    SourceLines &lines = uncountedLinesOf(fileNumber);
+    if (!lines.counted()) {
+        const QByteArray &bytes = mDocument.Sources().file(fileNumber)->bytes();
+        lines.countMore(bytes, bytes.size());
+    }
+    return lines;
+}
+
+bool ProblemPlaces::countLines(qsizetype budget)
+{
+    for (; mCountingFile <= mDocument.Sources().count(); ++mCountingFile) {
+        const SkinSourceFile *file = mDocument.Sources().file(mCountingFile);
+        if (!file || uncountedLinesOf(mCountingFile).countMore(file->bytes(), budget))
+            continue;
+        return false;
+    }
+    return true;
+}
+
+qsizetype ProblemPlaces::lineStart(int fileNumber, qint64 line)
+{
+    return linesOf(fileNumber).lineStart(line);
 }
 
 void ProblemPlaces::placeAt(Problem &problem, int fileNumber, qsizetype offset)

@@ -22,6 +22,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <utility>
 
 using ProblemText::shown;
 using namespace SkinValues;
@@ -231,7 +232,7 @@ QVector<Problem> PictureChecker::finish(bool wholeSkin)
 {
     if (wholeSkin)
         checkUnusedPictures();
-    return mProblems;
+    return std::exchange(mProblems, {});
 }
 
 void PictureChecker::add(const SkinElementWalk::Visit &visit, Problem::Severity severity, const QString &code,

@@ -11,6 +11,7 @@
 #include "ValueChecker.h"
 
 #include <QVector>
+#include <climits>
 
 class clsKorviInterface;
 
@@ -41,6 +42,9 @@ public:
     // Checks up to `elements` more elements (at least one step of the work);
     // true once the whole skin is checked.
     bool step(int elements);
+    // Goes on for about `milliseconds` (at least one step), and at most
+    // `elements` elements; true once the whole skin is checked.
+    bool runFor(int milliseconds, int elements = INT_MAX);
     bool done() const { return mStage == Stage::Done; }
     // The problems, sorted; only once done.
     QVector<Problem> takeProblems();
@@ -52,7 +56,9 @@ public:
     static void sort(QVector<Problem> &problems);
 
 private:
-    enum class Stage { Begin, Walk, Finish, Done };
+    // Lines counted, files' tag lines read, elements walked, problems
+    // gathered, then sorted.
+    enum class Stage { CountLines, ScanFiles, Walk, Finish, Sort, Done };
 
     void finish();
 
@@ -65,6 +71,6 @@ private:
     ValueChecker mValueChecker;
     PictureChecker mPictureChecker;
     SkinElementWalker mWalker;
-    Stage mStage = Stage::Begin;
+    Stage mStage = Stage::CountLines;
     QVector<Problem> mProblems;
 };
