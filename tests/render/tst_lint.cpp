@@ -225,6 +225,40 @@ private slots:
         }
     }
 
+    // The editor checks a large skin a few elements at a time: the same
+    // problems, in the same order, as a check made at once.
+    void aCheckInStepsFindsWhatACheckAtOnceFinds()
+    {
+        for (const QString &code : ProblemCodes::all()) {
+            Checked checked;
+            const SkinOpenPlan plan = SkinOpenPlan::forFolder(kLintData + '/' + code + "/bad/ui");
+            check(checked, plan);
+            clsKorviInterface document;
+            const QVector<SkinReadError> errors = plan.readInto(document);
+            const SkinContext context { plan.uiFilePath, QString(), plan.skinFormat };
+            SkinChecker inSteps(document, context, errors, plan.wholeFolder);
+            int steps = 0;
+            while (!inSteps.step(1))
+                ++steps;
+            QVERIFY(steps > 3);
+            QCOMPARE(describe(inSteps.takeProblems()), describe(checked.problems));
+        }
+    }
+
+    void linesCountedInPiecesAreLinesCountedAtOnce()
+    {
+        const QByteArray bytes("a\r\nbc\rd\n\nef\r\n\r\nlast");
+        for (qsizetype piece = 1; piece <= 4; ++piece) {
+            SourceLines lines = SourceLines::uncounted(bytes);
+            while (!lines.countMore(bytes, piece)) { }
+            const SourceLines atOnce(bytes);
+            for (qsizetype at = 0; at <= bytes.size(); ++at) {
+                QCOMPARE(lines.at(at).line, atOnce.at(at).line);
+                QCOMPARE(lines.at(at).column, atOnce.at(at).column);
+            }
+        }
+    }
+
     void linesAndColumnsCountAsTheReaderDoes()
     {
         const SourceLines lines("a\r\nbc\rd\n\nef");
