@@ -247,12 +247,16 @@ void PictureChecker::add(const SkinElementWalk::Visit &visit, Problem::Severity 
     mProblems.append(problem);
 }
 
-const PictureChecker::Resolution &PictureChecker::resolve(const QByteArray &reference)
+// Names are kept as views of the document's bytes (or of a chain's value),
+// which stay put while a check goes on: finding a name known already copies
+// nothing.
+const PictureChecker::Resolution &PictureChecker::resolve(QByteArrayView referenceView)
 {
-    const auto known = mResolved.constFind(reference);
+    const auto known = mResolved.constFind(referenceView);
     if (known != mResolved.constEnd())
         return *known;
     Resolution r;
+    const QByteArray reference = referenceView.toByteArray();
     const QString name = QFile::decodeName(reference);
     r.fileName = SkinFileNames::GetFileName(name, true);
     r.readable = isPictureFileName(r.fileName);
@@ -269,7 +273,7 @@ const PictureChecker::Resolution &PictureChecker::resolve(const QByteArray &refe
             mUsed.insert(cleanAbsolute(descriptor));
         }
     }
-    return *mResolved.insert(reference, r);
+    return *mResolved.insert(referenceView, r);
 }
 
 // The header alone says what a JPEG is: its reader draws what the data holds
@@ -299,7 +303,7 @@ void PictureChecker::checkPictures(const SkinElementWalk::Visit &visit)
         const clsProperty property = visit.element.Properties().Find(key);
         if (!property || property.valueView().isEmpty())
             continue;
-        const QByteArray reference = property.value();
+        const QByteArrayView reference = property.valueView();
         // Most pictures are found: the message is made only for a problem.
         const auto written = [&] { return QLatin1String(key) + QLatin1Char('=') + shown(reference); };
         if (reference == kNoValue) {
@@ -376,7 +380,7 @@ QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeabl
     bool picture = false;
     const QByteArrayView bmp = value("bmp");
     if (!bmp.isEmpty()) {
-        const Resolution &r = resolve(bmp.toByteArray());
+        const Resolution &r = resolve(bmp);
         if (r.file.spriteCount != 0) {
             picture = true;
             // A frame with its corner inside the screen shows, however it is

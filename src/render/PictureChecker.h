@@ -67,7 +67,7 @@ private:
         PictureProblem problem;
     };
 
-    const Resolution &resolve(const QByteArray &reference);
+    const Resolution &resolve(QByteArrayView reference);
     const Picture &picture(const QString &path);
     QSize sizeOf(const QString &path) { return picture(path).size; }
     void checkPictures(const SkinElementWalk::Visit &visit);
@@ -88,7 +88,7 @@ private:
     ResourceLookup mLookup;
     PictureCache mCache;
     QSize mScreen;
-    QHash<QByteArray, Resolution> mResolved;
+    QHash<QByteArrayView, Resolution> mResolved;
     QHash<QString, Picture> mPictures;
     std::unique_ptr<ChainValues> mChains;
     // Clean absolute paths of every picture and descriptor found.
