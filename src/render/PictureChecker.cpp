@@ -20,7 +20,6 @@
 #include <QStringBuilder>
 #include <QVarLengthArray>
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <utility>
 
@@ -68,9 +67,17 @@ constexpr int kPlaceKeyCount = int(std::size(kPlaceKeys));
 
 int placeSlotOf(QByteArrayView key)
 {
-    // Asked for every property of every object: sizes first, no library call.
+    // Asked for every property of every object: sizes first. Keys are found
+    // without regard to case, as a look-up finds them; the keys here are all
+    // lower-case letters, which the 0x20 bit lowers exactly.
     for (int i = 0; i < kPlaceKeyCount; ++i) {
-        if (kPlaceKeys[i].size() == key.size() && std::memcmp(kPlaceKeys[i].data(), key.data(), size_t(key.size())) == 0)
+        const QByteArrayView known = kPlaceKeys[i];
+        if (known.size() != key.size())
+            continue;
+        qsizetype j = 0;
+        while (j < key.size() && (key[j] | 0x20) == known[j])
+            ++j;
+        if (j == key.size())
             return i;
     }
     return -1;
