@@ -2,6 +2,7 @@
 #include "ProblemPlaces.h"
 
 #include "KeyIndex.h"
+#include "PropertyPack.h"
 #include "SourceElement.h"
 #include "SourceScan.h"
 #include "UiCharRuns.h"
@@ -13,6 +14,7 @@
 
 ProblemPlaces::ProblemPlaces(const clsKorviInterface &document)
     : mDocument(document)
+    , mPack(std::make_unique<PropertyPack>())
 {
 }
 
@@ -150,8 +152,8 @@ void ProblemPlaces::readTagKeys(const QByteArray &bytes, qsizetype lineBegin)
     if (isVar)
         scanner.position -= 1;
     scanner.position += 1;
-    mPack.clear();
-    scanner.ReadAttributes(mPack, [] {}, [&](const UiLineScanner::Attribute &read, qint64) {
+    mPack->clear();
+    scanner.ReadAttributes(*mPack, [] {}, [&](const UiLineScanner::Attribute &read, qint64) {
         if (read.keep)
             mLastKeys.push_back({ span.offset + read.keyAt, read.keyLength });
     });

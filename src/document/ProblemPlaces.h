@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Problem.h"
-#include "PropertyPack.h"
 #include "SourceLines.h"
 
 #include <QByteArrayView>
@@ -10,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+class PropertyPack;
 class SkinSourceFile;
 class clsElement;
 class clsKorviInterface;
@@ -69,5 +69,5 @@ private:
     std::vector<KeyPlace> mLastKeys;
     QByteArray mLine;
     QByteArray mGrown;
-    PropertyPack mPack;
+    std::unique_ptr<PropertyPack> mPack;
 };

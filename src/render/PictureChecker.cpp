@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "PictureChecker.h"
 
+#include "AsciiCase.h"
 #include "CanvasSize.h"
 #include "ImageLoader.h"
 #include "ProblemCodes.h"
@@ -10,7 +11,6 @@
 #include "SkinElementWalk.h"
 #include "SkinFileNames.h"
 #include "SkinValues.h"
-#include "KeyIndex.h"
 #include "clsKorviInterface.h"
 
 #include <QDir>
@@ -185,7 +185,7 @@ PictureChecker::PlaceValues::PlaceValues(const clsElement &element, ChainValues 
         const QByteArrayView key = props.keyAt(i);
         // Both link keys have eight letters, which few other keys have.
         const QByteArrayView plain = key.size() >= 8 ? clsProperty::idKeyView(key) : key;
-        if (plain.size() == 8 && (KeyIndex::sameKey(plain, "template") || KeyIndex::sameKey(plain, "fonttype"))) {
+        if (plain.size() == 8 && (AsciiCase::sameIgnoringCase(plain, "template") || AsciiCase::sameIgnoringCase(plain, "fonttype"))) {
             mLinks.append({ char(plain.at(0) | 0x20), props.valueAt(i) });
             continue;
         }
