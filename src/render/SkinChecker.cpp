@@ -96,9 +96,12 @@ bool SkinChecker::runFor(int milliseconds, int elements)
 void SkinChecker::finish()
 {
     // Moved, not copied: a large skin has hundreds of thousands of problems.
+    QVector<Problem> values = mValueChecker.takeProblems();
+    QVector<Problem> pictures = mPictureChecker.finish(mWholeSkin);
     mProblems = mDocumentChecker.finish(mReadingErrors);
-    mProblems.append(mValueChecker.takeProblems());
-    mProblems.append(mPictureChecker.finish(mWholeSkin));
+    mProblems.reserve(mProblems.size() + values.size() + pictures.size());
+    mProblems.append(std::move(values));
+    mProblems.append(std::move(pictures));
 }
 
 QVector<Problem> SkinChecker::takeProblems()
@@ -167,23 +170,28 @@ void SkinChecker::sort(QVector<Problem> &problems)
     }
     fileRanks.rank();
     codeRanks.rank();
+    // File and line in one number, column and code in another: no file has
+    // 2^40 lines or columns, nor a check 2^24 files or codes.
+    constexpr qint64 kMost = (qint64(1) << 40) - 1;
+    const auto packed = [kMost](int high, qint64 low) {
+        return quint64(high) << 40 | quint64(std::clamp<qint64>(low, 0, kMost));
+    };
     struct Key
     {
-        int file;
-        qint64 line;
-        qint64 column;
-        int code;
+        quint64 fileAndLine;
+        quint64 columnAndCode;
         qsizetype index;
     };
     std::vector<Key> keys;
     keys.reserve(size_t(problems.size()));
     for (qsizetype i = 0; i < problems.size(); ++i) {
         const Problem &p = problems.at(i);
-        keys.push_back({ fileRanks.of(p.file), p.line, p.column, codeRanks.of(p.code), i });
+        const quint64 column = quint64(std::clamp<qint64>(p.column, 0, kMost));
+        keys.push_back({ packed(fileRanks.of(p.file), p.line), column << 24 | quint64(codeRanks.of(p.code)), i });
     }
     // The index last keeps problems of one place in the order they were found.
     std::sort(keys.begin(), keys.end(), [](const Key &a, const Key &b) {
-        return std::tie(a.file, a.line, a.column, a.code, a.index) < std::tie(b.file, b.line, b.column, b.code, b.index);
+        return std::tie(a.fileAndLine, a.columnAndCode, a.index) < std::tie(b.fileAndLine, b.columnAndCode, b.index);
     });
     QVector<Problem> sorted;
     sorted.reserve(problems.size());
