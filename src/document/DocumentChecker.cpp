@@ -14,9 +14,12 @@
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
+#include <QStringBuilder>
 #include <QVarLengthArray>
 #include <algorithm>
 #include <cstring>
+#include <limits>
+#include <utility>
 
 using ProblemText::shown;
 using Severity = Problem::Severity;
@@ -78,7 +81,7 @@ bool needsExactScan(const char *begin, const char *end)
 
 // The tag word as the reader reads it: from just after the "<", past bytes
 // that start no token, the run of name characters.
-QByteArray tagWord(const char *lt, const char *end)
+QByteArrayView tagWord(const char *lt, const char *end)
 {
     const char *p = lt + 1;
     while (p < end && !(classOf(*p) & UiCharClasses::TokenStart))
@@ -86,7 +89,7 @@ QByteArray tagWord(const char *lt, const char *end)
     const char *word = p;
     while (p < end && (classOf(*p) & UiCharClasses::NameChar))
         ++p;
-    return QByteArray(word, p - word);
+    return QByteArrayView(word, p - word);
 }
 
 bool isPictureKey(const QByteArray &key)
@@ -119,6 +122,7 @@ DocumentChecker::~DocumentChecker() = default;
 QVector<Problem> DocumentChecker::check(const QVector<SkinReadError> &readingErrors)
 {
     begin();
+    scanFiles(std::numeric_limits<qsizetype>::max());
     SkinElementWalk::forEach(mDocument, [this](const SkinElementWalk::Visit &visit) { this->visit(visit); });
     return finish(readingErrors);
 }
@@ -127,9 +131,19 @@ void DocumentChecker::begin()
 {
     mProblems.clear();
     mLineProblems.clear();
-    for (int number = 1; number <= mDocument.Sources().count(); ++number) {
-        if (mDocument.Sources().file(number))
-            scanFile(number);
+    mScanFile = 0;
+    mScanAt = mScanStop = 0;
+}
+
+bool DocumentChecker::scanFiles(qsizetype budget)
+{
+    for (;;) {
+        if (mScanAt < mScanStop)
+            return scanFile(budget) && mScanFile >= mDocument.Sources().count();
+        if (mScanFile >= mDocument.Sources().count())
+            return true;
+        if (mDocument.Sources().file(++mScanFile))
+            startFile(mScanFile);
     }
 }
 
@@ -153,7 +167,7 @@ QVector<Problem> DocumentChecker::finish(const QVector<SkinReadError> &readingEr
         problem.file = error.file();
         problem.line = error.line();
     }
-    return mProblems;
+    return std::exchange(mProblems, {});
 }
 
 Problem &DocumentChecker::add(Severity severity, const QString &code, const QByteArray &nodeKey,
@@ -233,8 +247,9 @@ void DocumentChecker::checkLink(const SkinElementWalk::Visit &visit, int index, 
     if (name == kNoValue) {
         message = QStringLiteral("%1 is written without a name: it finds no %2").arg(key, what);
     } else {
-        message = QStringLiteral("%1=%2 names no %3 of the skin, so the values it would give are missing")
-                      .arg(key, shown(name), what);
+        // Made by the thousand in a large skin: one allocation, no format.
+        message = key % QLatin1Char('=') % shown(name) % QLatin1String(" names no ") % what
+            % QLatin1String(" of the skin, so the values it would give are missing");
         const QByteArray unquoted = clsProperty::stringValueOf(name);
         if (unquoted != name && targets.Find(unquoted))
             message = QStringLiteral("%1=%2 names no %3: the quotes are read as part of the name; write %1=%4")
@@ -396,19 +411,28 @@ void DocumentChecker::checkCycles(const clsElements &entries, QByteArrayView lin
 
 // Reads the file's tag lines again, as far as the reader read it: closing tags
 // that closed nothing, and values the reader split or stripped.
-void DocumentChecker::scanFile(int fileNumber)
+void DocumentChecker::startFile(int fileNumber)
 {
     const SkinSourceFile &file = *mDocument.Sources().file(fileNumber);
-    const QByteArray &bytes = file.bytes();
-    std::vector<qsizetype> closings;
+    mClosings.clear();
     for (int r = 0; r < file.elementCount(); ++r) {
         if (file.element(quint32(r)).closingLine != ElementSource::kNone)
-            closings.push_back(file.element(quint32(r)).closingLine);
+            mClosings.push_back(file.element(quint32(r)).closingLine);
     }
-    std::sort(closings.begin(), closings.end());
-    const qsizetype stop = file.errorLine() > 0 ? SourceLines(bytes).lineStart(file.errorLine()) : bytes.size();
+    std::sort(mClosings.begin(), mClosings.end());
+    mScanAt = 0;
+    mScanStop = file.errorLine() > 0 ? mPlaces.lineStart(fileNumber, file.errorLine()) : file.bytes().size();
+}
+
+// The lines of up to about `budget` bytes of the file being read; true once
+// it is read to its end.
+bool DocumentChecker::scanFile(qsizetype budget)
+{
+    const int fileNumber = mScanFile;
+    const QByteArray &bytes = mDocument.Sources().file(fileNumber)->bytes();
     const char *d = bytes.constData();
-    qsizetype at = 0;
+    const qsizetype stop = budget >= mScanStop - mScanAt ? mScanStop : mScanAt + budget;
+    qsizetype at = mScanAt;
     while (at < stop) {
         qsizetype next = 0;
         const UiFileReader::LineSpan span = UiFileReader::lineAt(bytes, at, next);
@@ -420,23 +444,30 @@ void DocumentChecker::scanFile(int fileNumber)
             at = next;
             continue;
         }
-        QByteArray word;
+        QByteArrayView word;
         if (needsExactScan(first, end)) {
             const SourceScan::Line line = SourceScan::scanLine(bytes, at);
-            word = bytes.mid(line.wordBegin, line.wordEnd - line.wordBegin);
+            word = QByteArrayView(bytes).sliced(line.wordBegin, line.wordEnd - line.wordBegin);
             checkSplitValues(fileNumber, line);
             next = line.next;
         } else {
             word = tagWord(first, end);
         }
-        const QByteArray upper = AsciiCase::lowered(word).toUpper();
-        if (isClosingBlockWord(upper) && !std::binary_search(closings.begin(), closings.end(), at)) {
+        // Only a closing word is worth a copy; most tags open something.
+        if (!word.startsWith('/')) {
+            at = next;
+            continue;
+        }
+        const QByteArray upper = AsciiCase::lowered(word.toByteArray()).toUpper();
+        if (isClosingBlockWord(upper) && !std::binary_search(mClosings.begin(), mClosings.end(), at)) {
             addOnLine(fileNumber, at, first - d, Severity::Warning, ProblemCodes::OrphanClosingTag,
                       QStringLiteral("<%1> closes nothing: no %2 is open here; remove it")
                           .arg(shown(word), upper == "/SCRIPT" ? QStringLiteral("script") : QStringLiteral("block")));
         }
         at = next;
     }
+    mScanAt = at;
+    return at >= mScanStop;
 }
 
 // A value written as one but read as less: "value=65|0|100" reads as

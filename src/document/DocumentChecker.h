@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QVector>
 #include <memory>
+#include <vector>
 
 class ProblemPlaces;
 class clsElement;
@@ -33,9 +34,12 @@ public:
     QVector<Problem> check(const QVector<SkinReadError> &readingErrors = {});
 
     // The same in steps, so that one walk of the document serves several
-    // checkers: begin() reads the files' lines, visit() takes every element
-    // of the walk (SkinElementWalk) in turn, finish() gives the problems.
+    // checkers: begin(), then scanFiles() until it says the files' tag lines
+    // are all read, then visit() for every element of the walk
+    // (SkinElementWalk) in turn; finish() gives the problems.
     void begin();
+    // Reads the tag lines of up to about `budget` more bytes; true once done.
+    bool scanFiles(qsizetype budget);
     void visit(const SkinElementWalk::Visit &visit);
     QVector<Problem> finish(const QVector<SkinReadError> &readingErrors);
 
@@ -51,7 +55,8 @@ private:
     void checkScriptClosed(const SkinElementWalk::Visit &visit);
     void checkClosingTag(const SkinElementWalk::Visit &visit);
     void checkCycles(const clsElements &entries, QByteArrayView linkKey, const QString &what, char letter);
-    void scanFile(int fileNumber);
+    void startFile(int fileNumber);
+    bool scanFile(qsizetype budget);
     void checkSplitValues(int fileNumber, const SourceScan::Line &line);
     void giveLineProblemsNodeKeys(const SkinElementWalk::Visit &visit);
 
@@ -67,4 +72,10 @@ private:
     // Problems found on lines, by file number and the offset where the line
     // begins: the walk gives them the node key of the element read there.
     QHash<QPair<int, qsizetype>, QVector<int>> mLineProblems;
+    // How far scanFiles() has read: the file, the line it reads next, where
+    // it stops, and the lines of that file that closed a block.
+    int mScanFile = 0;
+    qsizetype mScanAt = 0;
+    qsizetype mScanStop = 0;
+    std::vector<qsizetype> mClosings;
 };

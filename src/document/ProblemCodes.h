@@ -7,6 +7,7 @@
 namespace ProblemCodes {
 
 inline const QString MissingPicture = QStringLiteral("missing-picture");
+inline const QString BadPicture = QStringLiteral("bad-picture");
 inline const QString UnknownTemplate = QStringLiteral("unknown-template");
 inline const QString UnknownFontType = QStringLiteral("unknown-fonttype");
 inline const QString UnknownElementTemplate = QStringLiteral("unknown-element-template");
@@ -26,7 +27,7 @@ inline const QString ReadingError = QStringLiteral("reading-error");
 
 inline QStringList all()
 {
-    return { MissingPicture, UnknownTemplate, UnknownFontType, UnknownElementTemplate, MissingUsedLayer,
+    return { MissingPicture, BadPicture, UnknownTemplate, UnknownFontType, UnknownElementTemplate, MissingUsedLayer,
              TemplateCycle, SplitValue, LostSharedMarker, NotANumber, BadColour, UnclosedScript,
              OrphanClosingTag, DuplicateName, OffScreen, ZeroSpriteCount, UnusedPicture, ReadingError };
 }

@@ -2,22 +2,56 @@
 #include "ProblemPlaces.h"
 
 #include "KeyIndex.h"
+#include "PropertyPack.h"
 #include "SourceElement.h"
+#include "SourceScan.h"
+#include "UiCharRuns.h"
+#include "UiFileReader.h"
+#include "UiLineScanner.h"
 #include "clsKorviInterface.h"
+
+#include <cstring>
 
 ProblemPlaces::ProblemPlaces(const clsKorviInterface &document)
     : mDocument(document)
+    , mPack(std::make_unique<PropertyPack>())
 {
 }
 
 ProblemPlaces::~ProblemPlaces() = default;
 
-const SourceLines &ProblemPlaces::linesOf(int fileNumber)
+SourceLines &ProblemPlaces::uncountedLinesOf(int fileNumber)
 {
     std::unique_ptr<SourceLines> &lines = mLines[fileNumber];
     if (!lines)
-        lines = std::make_unique<SourceLines>(mDocument.Sources().file(fileNumber)->bytes());
+        lines = std::make_unique<SourceLines>(SourceLines::uncounted(mDocument.Sources().file(fileNumber)->bytes()));
     return *lines;
+}
+
+const SourceLines &ProblemPlaces::linesOf(int fileNumber)
+{
+    SourceLines &lines = uncountedLinesOf(fileNumber);
+    if (!lines.counted()) {
+        const QByteArray &bytes = mDocument.Sources().file(fileNumber)->bytes();
+        lines.countMore(bytes, bytes.size());
+    }
+    return lines;
+}
+
+bool ProblemPlaces::countLines(qsizetype budget)
+{
+    for (; mCountingFile <= mDocument.Sources().count(); ++mCountingFile) {
+        const SkinSourceFile *file = mDocument.Sources().file(mCountingFile);
+        if (!file || uncountedLinesOf(mCountingFile).countMore(file->bytes(), budget))
+            continue;
+        return false;
+    }
+    return true;
+}
+
+qsizetype ProblemPlaces::lineStart(int fileNumber, qint64 line)
+{
+    return linesOf(fileNumber).lineStart(line);
 }
 
 void ProblemPlaces::placeAt(Problem &problem, int fileNumber, qsizetype offset)
@@ -61,24 +95,85 @@ void ProblemPlaces::placeAtElement(Problem &problem, const clsElement &element, 
     if (offset < 0)
         offset = tagLine;
     if (!propertyKey.isEmpty()) {
-        // Problems of one element mostly come one after the other.
         if (mLastElement != &element) {
-            mLastTag = SourceScan::scanLine(file->bytes(), tagLine);
+            readTagKeys(file->bytes(), tagLine);
             mLastElement = &element;
         }
-        offset = propertyOffset(*file, element, mLastTag, propertyKey, offset);
+        offset = propertyOffset(*file, element, propertyKey, offset);
     }
     placeAt(problem, element.sourceFile(), offset);
 }
 
-qsizetype ProblemPlaces::propertyOffset(const SkinSourceFile &file, const clsElement &element,
-                                        const SourceScan::Line &tag, QByteArrayView key, qsizetype fallback)
+namespace {
+
+// The lines after a tag line, for a quoted value that runs on: such a line is
+// read in full by SourceScan instead.
+class NoFollowingLines : public UiLineScanner::LineSource
+{
+public:
+    bool takeNextLine(QByteArray &) override
+    {
+        asked = true;
+        return false;
+    }
+    bool asked = false;
+};
+
+} // namespace
+
+// The keys of the tag line at `lineBegin`, read as the reader reads a tag
+// (UiFileReader::readTag): the tag word, one byte passed over, the name word
+// unless the tag is a var tag, then the attributes.
+void ProblemPlaces::readTagKeys(const QByteArray &bytes, qsizetype lineBegin)
+{
+    mLastKeys.clear();
+    if (lineBegin >= bytes.size())
+        return;
+    qsizetype next = 0;
+    const UiFileReader::LineSpan span = UiFileReader::lineAt(bytes, lineBegin, next);
+    mLine.reserve(span.length + 1 + UiCharRuns::kSlack);
+    mLine.resize(span.length + 1);
+    memcpy(mLine.data(), bytes.constData() + span.offset, size_t(span.length));
+    mLine[span.length] = '\r';
+    NoFollowingLines more;
+    UiLineScanner scanner(mLine.constData(), mLine.size(), mGrown, &more);
+    scanner.position = scanner.NextTokenStart(1);
+    if (scanner.position == 0)
+        scanner.position = 1;
+    if (scanner.atEnd() || scanner.current() != '<')
+        return;
+    scanner.position += 1;
+    const bool isVar = KeyIndex::sameKey(scanner.ReadName(), "var");
+    scanner.position += 1;
+    if (!isVar)
+        scanner.ReadName();
+    if (scanner.position <= 0)
+        return;
+    if (isVar)
+        scanner.position -= 1;
+    scanner.position += 1;
+    mPack->clear();
+    scanner.ReadAttributes(*mPack, [] {}, [&](const UiLineScanner::Attribute &read, qint64) {
+        if (read.keep)
+            mLastKeys.push_back({ span.offset + read.keyAt, read.keyLength });
+    });
+    if (!more.asked)
+        return;
+    // A quoted value ran on over the next lines: the line is read whole.
+    mLastKeys.clear();
+    for (const SourceScan::Attribute &attribute : SourceScan::scanLine(bytes, lineBegin).attributes)
+        mLastKeys.push_back({ attribute.keyBegin, attribute.keyEnd - attribute.keyBegin });
+}
+
+qsizetype ProblemPlaces::propertyOffset(const SkinSourceFile &file, const clsElement &element, QByteArrayView key,
+                                        qsizetype fallback)
 {
     QByteArrayView plain;
     int wanted = occurrenceOf(key, plain);
-    for (const SourceScan::Attribute &attribute : tag.attributes) {
-        if (KeyIndex::sameKey(attribute.key, plain) && wanted-- == 0)
-            return attribute.keyBegin;
+    const char *bytes = file.bytes().constData();
+    for (const KeyPlace &place : mLastKeys) {
+        if (KeyIndex::sameKey(QByteArrayView(bytes + place.begin, place.length), plain) && wanted-- == 0)
+            return place.begin;
     }
     const SourceElement read = SourceElement::read(file, element.sourceRecord());
     for (const SourceElement::Property &property : read.properties) {

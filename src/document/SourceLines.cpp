@@ -5,20 +5,37 @@
 #include <cstring>
 
 SourceLines::SourceLines(const QByteArray &bytes)
-    : mSize(bytes.size())
+    : SourceLines(uncounted(bytes))
+{
+    countMore(bytes, mSize);
+}
+
+SourceLines SourceLines::uncounted(const QByteArray &bytes)
+{
+    SourceLines lines;
+    lines.mSize = bytes.size();
+    lines.mStarts.push_back(0);
+    return lines;
+}
+
+bool SourceLines::countMore(const QByteArray &bytes, qsizetype budget)
 {
     const char *d = bytes.constData();
-    const qsizetype n = bytes.size();
-    mStarts.push_back(0);
-    for (qsizetype i = 0; i < n; ++i) {
+    const qsizetype n = mSize;
+    const qsizetype stop = budget >= n - mCounted ? n : mCounted + budget;
+    qsizetype i = mCounted;
+    for (; i < stop; ++i) {
         const char c = d[i];
         if (c != '\n' && c != '\r')
             continue;
+        // A CR LF that the piece's end cuts is one line end all the same.
         if (c == '\r' && i + 1 < n && d[i + 1] == '\n')
             ++i;
         if (i + 1 < n)
             mStarts.push_back(i + 1);
     }
+    mCounted = i;
+    return counted();
 }
 
 SourceLines::Position SourceLines::at(qsizetype offset) const

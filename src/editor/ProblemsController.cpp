@@ -6,6 +6,7 @@
 #include "SkinDocument.h"
 
 #include <QDockWidget>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMainWindow>
@@ -20,6 +21,8 @@ constexpr int kShortestPauseMs = 300;
 // The pause grows with the time a check takes, so that checking never takes
 // more than this share of the window's time while the user keeps editing.
 constexpr int kPausePerCheckTime = 4;
+// The longest the window waits for one slice of a check.
+constexpr int kSliceMs = 25;
 
 QString counted(int count, const char *one, const char *many)
 {
@@ -50,20 +53,34 @@ ProblemsController::ProblemsController(SkinDocument &document, QMainWindow &wind
     statusBar.addPermanentWidget(mCounts);
 
     // The check runs on the window's thread, on the document itself: it needs
-    // no copy of a large skin and sees exactly what the window shows. It never
-    // runs while the user types or drags: every change restarts the pause, and
-    // the pause lasts at least four times as long as the last check took, so a
-    // skin that takes a second to check is checked once the user has stopped
-    // for four seconds, and the demo skin (a few milliseconds) at once.
+    // no copy of a large skin and sees exactly what the window shows. It runs
+    // in slices of at most some 25 ms, one per turn of the event loop, so the
+    // window answers while a large skin is checked; a thread would need a
+    // copy of the document, which every edit changes. A check holds pointers
+    // into the document: the first sign of a change drops it, before any
+    // further slice could see the document half changed. Every change
+    // restarts the pause, and the pause lasts at least four times as long as
+    // the last check took, so a skin that takes a second to check is checked
+    // once the user has stopped for four seconds, and the demo skin (a few
+    // milliseconds) at once.
     mPause.setSingleShot(true);
     mPause.setInterval(kShortestPauseMs);
     connect(&mPause, &QTimer::timeout, this, &ProblemsController::checkNow);
+    mNextSlice.setSingleShot(true);
+    mNextSlice.setInterval(0);
+    connect(&mNextSlice, &QTimer::timeout, this, &ProblemsController::checkSlice);
     connect(&mDocument, &SkinDocument::changed, this, &ProblemsController::documentChanged);
     connect(&mDocument, &SkinDocument::contextChanged, this, &ProblemsController::documentChanged);
     connect(&mDocument, &SkinDocument::aboutToBeReset, this, &ProblemsController::forgetSkin);
+    for (const auto change : { &SkinDocument::propertyChanged, &SkinDocument::propertyAdded,
+                               &SkinDocument::propertyAboutToBeRemoved, &SkinDocument::elementInserted,
+                               &SkinDocument::elementAboutToBeRemoved })
+        connect(&mDocument, change, this, &ProblemsController::dropCheck);
     connect(mPanel, &ProblemsPanel::problemActivated, this, &ProblemsController::jumpTo);
     connect(mPanel, &ProblemsPanel::countsChanged, this, &ProblemsController::showCounts);
 }
+
+ProblemsController::~ProblemsController() = default;
 
 void ProblemsController::skinOpened(const QVector<SkinReadError> &readingErrors, bool wholeSkin)
 {
@@ -77,6 +94,7 @@ void ProblemsController::forgetSkin()
 {
     mSkinOpen = false;
     mPause.stop();
+    dropCheck();
     mReadingErrors.clear();
     mPlace->clear();
     mPanel->setProblems({});
@@ -85,19 +103,42 @@ void ProblemsController::forgetSkin()
 
 void ProblemsController::documentChanged()
 {
+    dropCheck();
     if (mSkinOpen)
         mPause.start();
+}
+
+void ProblemsController::dropCheck()
+{
+    mNextSlice.stop();
+    mCheck.reset();
 }
 
 void ProblemsController::checkNow()
 {
     mPause.stop();
+    dropCheck();
     if (!mSkinOpen)
         return;
+    mCheck = std::make_unique<SkinChecker>(mDocument.document(), mDocument.context(), mReadingErrors, mWholeSkin);
+    mCheckTimeMs = 0;
+    checkSlice();
+}
+
+void ProblemsController::checkSlice()
+{
     QElapsedTimer took;
     took.start();
-    mPanel->setProblems(SkinChecker::check(mDocument.document(), mDocument.context(), mReadingErrors, mWholeSkin));
-    mPause.setInterval(std::max<qint64>(kShortestPauseMs, took.elapsed() * kPausePerCheckTime));
+    const bool done = mCheck->runFor(kSliceMs, mElementsPerSlice);
+    mCheckTimeMs += took.elapsed();
+    if (!done) {
+        mNextSlice.start();
+        return;
+    }
+    const QVector<Problem> problems = mCheck->takeProblems();
+    mCheck.reset();
+    mPanel->setProblems(problems);
+    mPause.setInterval(std::max<qint64>(kShortestPauseMs, mCheckTimeMs * kPausePerCheckTime));
 }
 
 void ProblemsController::jumpTo(const QByteArray &nodeKey, const QString &file, qint64 line)

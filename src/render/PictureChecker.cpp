@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "PictureChecker.h"
 
+#include "AsciiCase.h"
 #include "CanvasSize.h"
+#include "ImageLoader.h"
 #include "ProblemCodes.h"
 #include "ProblemPlaces.h"
 #include "ProblemText.h"
@@ -14,7 +16,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
+#include <QStringBuilder>
+#include <QVarLengthArray>
+#include <algorithm>
 #include <iterator>
+#include <utility>
 
 using ProblemText::shown;
 using namespace SkinValues;
@@ -53,67 +60,158 @@ QString typeAndName(const clsElement &element)
     return shown(element.ElementType()) + QLatin1Char(' ') + shown(element.strName());
 }
 
+// The values an object's place depends on.
+constexpr QByteArrayView kPlaceKeys[] = { "x", "y", "w", "h", "bmp", "text", "iconspr", "bmpalign",
+                                          "bmpvalign", "align", "cellw", "cellh", "col", "row" };
+constexpr int kPlaceKeyCount = int(std::size(kPlaceKeys));
+
+int placeSlotOf(QByteArrayView key)
+{
+    // Asked for every property of every object: sizes first. Keys are found
+    // without regard to case, as a look-up finds them; the keys here are all
+    // lower-case letters, which the 0x20 bit lowers exactly.
+    for (int i = 0; i < kPlaceKeyCount; ++i) {
+        const QByteArrayView known = kPlaceKeys[i];
+        if (known.size() != key.size())
+            continue;
+        qsizetype j = 0;
+        while (j < key.size() && (key[j] | 0x20) == known[j])
+            ++j;
+        if (j == key.size())
+            return i;
+    }
+    return -1;
+}
+
 } // namespace
+
+// What objects take through their templates and font types, by their links.
+// What a chain of templates or of font types gives an object that lacks a
+// value: the same for every object that links to the chain's first entry, so
+// each chain is followed once per key and check.
+class PictureChecker::ChainValues
+{
+public:
+    explicit ChainValues(const clsKorviInterface &document) : mDocument(document) { }
+
+    // The value of the chain of templates ('t') or font types ('f') that
+    // begins at the entry named `name`, as a look-up follows it
+    // (clsKorviInterface::GetElementValue): an entry's own value, else the
+    // next entry its first link names; a chain that comes back to an entry
+    // ends there. Null when the chain gives none.
+    const QByteArray &value(char kind, QByteArrayView name, int slot)
+    {
+        Given &given = (kind == 't' ? mTemplateChains : mFontChains)[name];
+        if (!given.known[slot]) {
+            given.values[slot] = follow(kind, name, kPlaceKeys[slot]);
+            given.known[slot] = true;
+        }
+        return given.values[slot];
+    }
+
+private:
+    struct Given
+    {
+        bool known[kPlaceKeyCount] = {};
+        QByteArray values[kPlaceKeyCount];
+    };
+
+    QByteArray follow(char kind, QByteArrayView name, QByteArrayView key) const
+    {
+        const clsElements &targets = kind == 't' ? mDocument.Templates() : mDocument.Fonts();
+        const QByteArrayView linkKey = kind == 't' ? QByteArrayView("template") : QByteArrayView("fonttype");
+        QVarLengthArray<const clsElement *, 8> visited;
+        const clsElement *entry = targets.Find(name);
+        while (entry && !visited.contains(entry)) {
+            if (const clsProperty own = entry->Properties().Find(key)) {
+                const QByteArray value = own.value();
+                return value.isNull() ? QByteArray("") : value;
+            }
+            visited.append(entry);
+            const clsProperty next = entry->Properties().Find(linkKey);
+            entry = next ? targets.Find(next.valueView()) : nullptr;
+        }
+        return QByteArray();
+    }
+
+    const clsKorviInterface &mDocument;
+    // By the name of the chain's first entry, a view of the bytes of the
+    // document, which does not change during a check.
+    QHash<QByteArrayView, Given> mTemplateChains;
+    QHash<QByteArrayView, Given> mFontChains;
+};
+
+// The values an object's place depends on, read in one pass over its own
+// properties (the first of each key, as a look-up finds it). A value it lacks
+// comes through its templates, then its font types, in the order it links to
+// them, when it has any.
+class PictureChecker::PlaceValues
+{
+public:
+    PlaceValues(const clsElement &element, ChainValues &chains);
+
+    // Valid while the element and the checker are.
+    QByteArrayView operator()(QByteArrayView key) const;
+
+private:
+    struct Link
+    {
+        char kind;
+        QByteArrayView name;
+    };
+
+    ChainValues &mChains;
+    bool mFound[kPlaceKeyCount] = {};
+    QByteArrayView mValues[kPlaceKeyCount];
+    QVarLengthArray<Link, 4> mLinks;
+};
 
 PictureChecker::PictureChecker(const clsKorviInterface &document, const SkinContext &context, ProblemPlaces &places)
     : mDocument(document)
     , mContext(context)
     , mPlaces(places)
     , mLookup(context, mReport)
+    , mChains(std::make_unique<ChainValues>(document))
 {
 }
 
-// The values an object's place depends on, read in one pass over its own
-// properties (the first of each key, as a look-up finds it). A value it lacks
-// comes through its templates and font types, when it has any.
-class PictureChecker::PlaceValues
+PictureChecker::~PictureChecker() = default;
+
+PictureChecker::PlaceValues::PlaceValues(const clsElement &element, ChainValues &chains)
+    : mChains(chains)
 {
-public:
-    PlaceValues(const clsKorviInterface &document, const clsElement &element)
-        : mDocument(document)
-        , mElement(element)
-    {
-        const clsProperties &props = element.Properties();
-        for (int i = 0; i < props.Count(); ++i) {
-            const QByteArrayView key = props.keyAt(i);
-            if (key == QByteArrayView("template") || key == QByteArrayView("fonttype"))
-                mLinked = true;
-            const int slot = slotOf(key);
-            if (slot >= 0 && !mFound[slot]) {
-                mFound[slot] = true;
-                mValues[slot] = props.valueAt(i).toByteArray();
-            }
+    const clsProperties &props = element.Properties();
+    for (int i = 0; i < props.Count(); ++i) {
+        const QByteArrayView key = props.keyAt(i);
+        // Both link keys have eight letters, which few other keys have.
+        const QByteArrayView plain = key.size() >= 8 ? clsProperty::idKeyView(key) : key;
+        if (plain.size() == 8 && (AsciiCase::sameIgnoringCase(plain, "template") || AsciiCase::sameIgnoringCase(plain, "fonttype"))) {
+            mLinks.append({ char(plain.at(0) | 0x20), props.valueAt(i) });
+            continue;
+        }
+        const int slot = placeSlotOf(key);
+        if (slot >= 0 && !mFound[slot]) {
+            mFound[slot] = true;
+            mValues[slot] = props.valueAt(i);
         }
     }
+    // Every template is tried before any font type.
+    std::stable_partition(mLinks.begin(), mLinks.end(), [](const Link &link) { return link.kind == 't'; });
+}
 
-    QByteArray operator()(QByteArrayView key) const
-    {
-        const int slot = slotOf(key);
-        if (slot >= 0 && (mFound[slot] || !mLinked))
-            return mValues[slot];
-        return mDocument.GetElementValue(key, &mElement);
+QByteArrayView PictureChecker::PlaceValues::operator()(QByteArrayView key) const
+{
+    const int slot = placeSlotOf(key);
+    Q_ASSERT(slot >= 0);
+    if (slot < 0 || mFound[slot])
+        return slot < 0 ? QByteArrayView() : mValues[slot];
+    for (const Link &link : mLinks) {
+        const QByteArray &given = mChains.value(link.kind, link.name, slot);
+        if (!given.isNull())
+            return given;
     }
-
-private:
-    static constexpr QByteArrayView kKeys[] = { "x", "y", "w", "h", "bmp", "text", "iconspr", "bmpalign",
-                                                "bmpvalign", "align", "cellw", "cellh", "col", "row" };
-    static constexpr int kCount = int(std::size(kKeys));
-
-    static int slotOf(QByteArrayView key)
-    {
-        for (int i = 0; i < kCount; ++i) {
-            if (kKeys[i] == key)
-                return i;
-        }
-        return -1;
-    }
-
-    const clsKorviInterface &mDocument;
-    const clsElement &mElement;
-    bool mLinked = false;
-    bool mFound[kCount] = {};
-    QByteArray mValues[kCount];
-};
+    return QByteArrayView();
+}
 
 QVector<Problem> PictureChecker::check(bool wholeSkin)
 {
@@ -141,7 +239,7 @@ QVector<Problem> PictureChecker::finish(bool wholeSkin)
 {
     if (wholeSkin)
         checkUnusedPictures();
-    return mProblems;
+    return std::exchange(mProblems, {});
 }
 
 void PictureChecker::add(const SkinElementWalk::Visit &visit, Problem::Severity severity, const QString &code,
@@ -156,21 +254,25 @@ void PictureChecker::add(const SkinElementWalk::Visit &visit, Problem::Severity 
     mProblems.append(problem);
 }
 
-const PictureChecker::Resolution &PictureChecker::resolve(const QByteArray &reference)
+// Names are kept as views of the document's bytes (or of a chain's value),
+// which stay put while a check goes on: finding a name known already copies
+// nothing.
+const PictureChecker::Resolution &PictureChecker::resolve(QByteArrayView referenceView)
 {
-    const auto known = mResolved.constFind(reference);
+    const auto known = mResolved.constFind(referenceView);
     if (known != mResolved.constEnd())
         return *known;
     Resolution r;
+    const QByteArray reference = referenceView.toByteArray();
     const QString name = QFile::decodeName(reference);
-    const QString fileName = SkinFileNames::GetFileName(name, true);
-    r.readable = isPictureFileName(fileName);
+    r.fileName = SkinFileNames::GetFileName(name, true);
+    r.readable = isPictureFileName(r.fileName);
     mReport.clear();
     r.file = mLookup.GetImageFile(reference);
     r.probes = probedPaths(mReport.text());
     if (!r.file.path.isEmpty())
         mUsed.insert(cleanAbsolute(r.file.path));
-    if (SkinFileNames::GetExtension(fileName) == QLatin1String("spr")) {
+    if (SkinFileNames::GetExtension(r.fileName) == QLatin1String("spr")) {
         StringInfoSink quiet;
         const QString descriptor = ResourceLookup(mContext, quiet).LocateSkinFile(name, name.contains(QLatin1Char('$')));
         if (SkinFileNames::FileExists(descriptor)) {
@@ -178,16 +280,26 @@ const PictureChecker::Resolution &PictureChecker::resolve(const QByteArray &refe
             mUsed.insert(cleanAbsolute(descriptor));
         }
     }
-    return *mResolved.insert(reference, r);
+    return *mResolved.insert(referenceView, r);
 }
 
-QSize PictureChecker::sizeOf(const QString &path)
+// The header alone says what a JPEG is: its reader draws what the data holds
+// even when it is cut short. A bitmap or an RL picture is decoded whole to
+// know that every row is there, and the pixels are dropped at once: the check
+// keeps no picture.
+const PictureChecker::Picture &PictureChecker::picture(const QString &path)
 {
-    const auto known = mSizes.constFind(path);
-    if (known != mSizes.constEnd())
+    const auto known = mPictures.constFind(path);
+    if (known != mPictures.constEnd())
         return *known;
-    QImage buffer;
-    return *mSizes.insert(path, mCache.LoadImageFile(path, buffer));
+    Picture picture;
+    if (!path.isEmpty() && SkinFileNames::GetExtension(path) == QLatin1String("jpg"))
+        picture.size = QImageReader(path).size();
+    if (!picture.size.isValid() || picture.size.isEmpty()) {
+        QImage buffer;
+        picture.size = ImageLoader::LoadImageFile(path, buffer, &picture.problem);
+    }
+    return *mPictures.insert(path, picture);
 }
 
 // Each picture property an element holds itself, where it stands; what a
@@ -198,22 +310,29 @@ void PictureChecker::checkPictures(const SkinElementWalk::Visit &visit)
         const clsProperty property = visit.element.Properties().Find(key);
         if (!property || property.valueView().isEmpty())
             continue;
-        const QByteArray reference = property.value();
-        const QString written = QStringLiteral("%1=%2").arg(QLatin1String(key), shown(reference));
+        const QByteArrayView reference = property.valueView();
+        // Most pictures are found: the message is made only for a problem.
+        const auto written = [&] { return QLatin1String(key) + QLatin1Char('=') + shown(reference); };
         if (reference == kNoValue) {
             add(visit, Problem::Severity::Error, ProblemCodes::MissingPicture, property.Key(),
                 QStringLiteral("%1 is written without a value: it names no picture").arg(QLatin1String(key)));
             continue;
         }
         const Resolution &r = resolve(reference);
-        const QString fileName = SkinFileNames::GetFileName(QFile::decodeName(reference), true);
         if (r.file.path.isEmpty()) {
+            // Made by the thousand in a large skin: one allocation, no format.
             const QString message = !r.readable
-                ? QStringLiteral("%1: %2 is no picture the navigation program reads; a picture is a .bmp, .jpg or .spr file")
-                      .arg(written, fileName)
-                : QStringLiteral("%1: %2 is found nowhere; looked in: %3")
-                      .arg(written, fileName, r.probes.join(QStringLiteral(", ")));
+                ? QString(written() % QLatin1String(": ") % r.fileName
+                    % QLatin1String(" is no picture the navigation program reads; a picture is a .bmp, .jpg or .spr file"))
+                : written() % QLatin1String(": ") % r.fileName % QLatin1String(" is found nowhere; looked in: ")
+                    % r.probes.join(QStringLiteral(", "));
             add(visit, Problem::Severity::Error, ProblemCodes::MissingPicture, property.Key(), message);
+        } else if (const PictureProblem &problem = picture(r.file.path).problem; problem.isProblem()) {
+            add(visit, Problem::Severity::Error, ProblemCodes::BadPicture, property.Key(),
+                written() % QLatin1String(" names ") % QDir::toNativeSeparators(cleanAbsolute(r.file.path))
+                    % QLatin1String(", which cannot be shown: ") % problem.what
+                    % (problem.unreadable ? QLatin1String("; the placeholder is drawn in its place")
+                                          : QLatin1String("; what is missing stays transparent")));
         }
         // The frame drawn is the picture's height divided by the count: a
         // count of 0 leaves no frame, and a count below 0 a frame of no height
@@ -222,8 +341,7 @@ void PictureChecker::checkPictures(const SkinElementWalk::Visit &visit)
         if (count == 0 || (count < 0 && r.file.stripes < 1)) {
             add(visit, Problem::Severity::Warning, ProblemCodes::ZeroSpriteCount, property.Key(),
                 QStringLiteral("%1 has the sprite count %2: the picture is never drawn; write a count of 1 or more after the #, or no #")
-                    .arg(written)
-                    .arg(count));
+                    .arg(written(), QString::number(count)));
         }
     }
 }
@@ -249,7 +367,7 @@ bool PictureChecker::isDrawnObject(const SkinElementWalk::Visit &visit) const
 // not placeable, and is never called off the screen.
 QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeable)
 {
-    const PlaceValues value(mDocument, element);
+    const PlaceValues value(element, *mChains);
     const int X = Number(value("x"));
     const int Y = Number(value("y"));
     const int W = Number(value("w"));
@@ -267,7 +385,7 @@ QVector<QRect> PictureChecker::partsOf(const clsElement &element, bool &placeabl
                        clampCoordinate(qint64(Number(value("cellh"))) * Number(value("row"))));
     }
     bool picture = false;
-    const QByteArray bmp = value("bmp");
+    const QByteArrayView bmp = value("bmp");
     if (!bmp.isEmpty()) {
         const Resolution &r = resolve(bmp);
         if (r.file.spriteCount != 0) {
@@ -333,14 +451,12 @@ void PictureChecker::checkOnScreen(const SkinElementWalk::Visit &visit)
         all = all.united(part);
     }
     add(visit, Problem::Severity::Warning, ProblemCodes::OffScreen, {},
-        QStringLiteral("%1 lies wholly outside the %2 x %3 screen (x from %4 to %5, y from %6 to %7): it is never seen; move it onto the screen")
-            .arg(typeAndName(visit.element))
-            .arg(mScreen.width())
-            .arg(mScreen.height())
-            .arg(all.left())
-            .arg(all.left() + all.width())
-            .arg(all.top())
-            .arg(all.top() + all.height()));
+        typeAndName(visit.element) % QLatin1String(" lies wholly outside the ") % QString::number(mScreen.width())
+            % QLatin1String(" x ") % QString::number(mScreen.height()) % QLatin1String(" screen (x from ")
+            % QString::number(all.left()) % QLatin1String(" to ") % QString::number(all.left() + all.width())
+            % QLatin1String(", y from ") % QString::number(all.top()) % QLatin1String(" to ")
+            % QString::number(all.top() + all.height())
+            % QLatin1String("): it is never seen; move it onto the screen"));
 }
 
 // The folders the lookup looks in, as far as they exist.

@@ -3,6 +3,7 @@
 
 #include "ImageFile.h"
 #include "PictureCache.h"
+#include "PictureProblem.h"
 #include "Problem.h"
 #include "ResourceLookup.h"
 #include "StringInfoSink.h"
@@ -11,6 +12,7 @@
 #include <QRect>
 #include <QSet>
 #include <QVector>
+#include <memory>
 
 class ProblemPlaces;
 class clsElement;
@@ -19,15 +21,18 @@ struct SkinContext;
 namespace SkinElementWalk { struct Visit; }
 
 // The checks that need the skin's pictures: picture names found nowhere (with
-// every place the lookup tried), sprite counts that leave nothing to draw,
+// every place the lookup tried), pictures found but not decodable (as the
+// information box describes them when they are drawn), sprite counts that
+// leave nothing to draw,
 // objects that lie wholly off the screen, and, when a whole skin folder is
 // checked, pictures that no object names. Pictures are looked up as the
 // renderer looks them up, from the open file's folder (SkinContext); each
-// distinct name is looked up once per check.
+// distinct name is looked up once per check, and each file found is read once.
 class PictureChecker
 {
 public:
     PictureChecker(const clsKorviInterface &document, const SkinContext &context, ProblemPlaces &places);
+    ~PictureChecker();
 
     // `wholeSkin`: the document holds every .ui file of the skin (All), so a
     // picture no object names is left over. One file read alone (Open) says
@@ -41,6 +46,7 @@ public:
 
 private:
     class PlaceValues;
+    class ChainValues;
     struct Resolution
     {
         ImageFile file;
@@ -48,11 +54,22 @@ private:
         QStringList probes;
         // The sprite descriptor found for a ".spr" name, else empty.
         QString descriptor;
+        // The file name the reference names, as the lookup looks for it.
+        QString fileName;
         bool readable = true;
     };
 
-    const Resolution &resolve(const QByteArray &reference);
-    QSize sizeOf(const QString &path);
+    // A picture file as far as the check needs it: its size, and what is
+    // wrong with it when it cannot be shown (or only in part).
+    struct Picture
+    {
+        QSize size;
+        PictureProblem problem;
+    };
+
+    const Resolution &resolve(QByteArrayView reference);
+    const Picture &picture(const QString &path);
+    QSize sizeOf(const QString &path) { return picture(path).size; }
     void checkPictures(const SkinElementWalk::Visit &visit);
     void checkOnScreen(const SkinElementWalk::Visit &visit);
     bool isDrawnObject(const SkinElementWalk::Visit &visit) const;
@@ -71,8 +88,9 @@ private:
     ResourceLookup mLookup;
     PictureCache mCache;
     QSize mScreen;
-    QHash<QByteArray, Resolution> mResolved;
-    QHash<QString, QSize> mSizes;
+    QHash<QByteArrayView, Resolution> mResolved;
+    QHash<QString, Picture> mPictures;
+    std::unique_ptr<ChainValues> mChains;
     // Clean absolute paths of every picture and descriptor found.
     QSet<QString> mUsed;
     QVector<Problem> mProblems;

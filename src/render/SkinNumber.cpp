@@ -53,6 +53,26 @@ qsizetype numberEnd(QByteArrayView t, qsizetype i)
     return i;
 }
 
+// Most numbers of a skin are a few digits, perhaps signed: read without a
+// copy, exactly (a double holds every integer of 15 digits).
+bool readPlainInteger(QByteArrayView run, double &value)
+{
+    qsizetype k = 0;
+    const bool negative = !run.isEmpty() && run[0] == '-';
+    if (!run.isEmpty() && (run[0] == '-' || run[0] == '+'))
+        ++k;
+    if (k == run.size() || run.size() - k > 15)
+        return false;
+    qint64 whole = 0;
+    for (; k < run.size(); ++k) {
+        if (!isDigit(run[k]))
+            return false;
+        whole = whole * 10 + (run[k] - '0');
+    }
+    value = negative ? -double(whole) : double(whole);
+    return true;
+}
+
 } // namespace
 
 namespace SkinNumber {
@@ -67,6 +87,9 @@ double leading(QByteArrayView text, qsizetype *consumed)
         *consumed = end > i ? end : 0;
     if (end == i)
         return 0.0;
+    double plain = 0;
+    if (readPlainInteger(text.sliced(i, end - i), plain))
+        return plain;
     const QByteArray number = text.sliced(i, end - i).toByteArray();
     // QByteArray::toDouble reads the C locale whatever the user's locale is.
     bool ok = false;

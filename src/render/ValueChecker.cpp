@@ -8,6 +8,8 @@
 #include "SkinNumber.h"
 #include "clsKorviInterface.h"
 
+#include <cstring>
+
 using ProblemText::shown;
 
 namespace {
@@ -52,8 +54,9 @@ bool isPlainInteger(QByteArrayView text)
 
 bool isNumberKey(QByteArrayView key)
 {
+    // Asked for every property of every object: sizes first, no library call.
     for (const QByteArrayView number : kNumberKeys) {
-        if (key == number)
+        if (number.size() == key.size() && std::memcmp(number.data(), key.data(), size_t(key.size())) == 0)
             return true;
     }
     return false;

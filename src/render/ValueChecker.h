@@ -4,6 +4,7 @@
 #include "Problem.h"
 
 #include <QVector>
+#include <utility>
 
 class ProblemPlaces;
 class clsKorviInterface;
@@ -23,6 +24,8 @@ public:
     // One element of a walk that serves several checkers, and what was found.
     void visit(const SkinElementWalk::Visit &visit);
     QVector<Problem> problems() const { return mProblems; }
+    // What was found, given away.
+    QVector<Problem> takeProblems() { return std::exchange(mProblems, {}); }
 
 private:
     void checkNumbers(const SkinElementWalk::Visit &visit);

@@ -4,6 +4,7 @@
 #include "ProblemListModel.h"
 #include "ProblemsController.h"
 #include "ProblemsPanel.h"
+#include "SkinChecker.h"
 #include "SkinDocument.h"
 
 #include <QDockWidget>
@@ -111,6 +112,51 @@ private slots:
         QVERIFY(f.window->skinDocument().removeProperty("Lui_Main|EbtnOk", "bmp"));
         QTRY_COMPARE(f.panel()->errorCount(), errors - 1);
         QVERIFY(!f.codes().contains(QStringLiteral("missing-picture")));
+    }
+
+    // A check made a few elements at a time, as a large skin is checked.
+    void aCheckInSlicesFillsThePanelWhenItIsComplete()
+    {
+        ProblemsWindow f;
+        f.problems()->setElementsPerSlice(1);
+        f.window->openSkinFile(f.skin.mainFile());
+        QVERIFY(f.problems()->checkRunning());
+        // The panel shows nothing half done.
+        QCOMPARE(f.panel()->view()->model()->rowCount(), 0);
+        QTRY_VERIFY(!f.problems()->checkPending());
+        QVERIFY(f.codes().contains(QStringLiteral("missing-picture")));
+        QVERIFY(f.counts().startsWith(QString::number(f.panel()->errorCount())));
+    }
+
+    void aChangeDuringACheckStartsItAgainAndTheProblemsMatchTheDocument()
+    {
+        ProblemsWindow f;
+        f.problems()->setElementsPerSlice(1);
+        f.window->openSkinFile(f.skin.mainFile());
+        QVERIFY(f.problems()->checkRunning());
+        // Let the check come some way through the skin.
+        for (int turn = 0; turn < 5; ++turn)
+            QCoreApplication::processEvents();
+        QVERIFY(f.problems()->checkRunning());
+        SkinDocument &skin = f.window->skinDocument();
+        QVERIFY(skin.addProperty("Lui_Back|EtxtBack", "template", "tplNowhere") >= 0);
+        // Dropped at once, and started again once the user pauses.
+        QVERIFY(!f.problems()->checkRunning());
+        QVERIFY(f.problems()->checkPending());
+        QTRY_VERIFY(!f.problems()->checkPending());
+        QStringList shown;
+        const QAbstractItemModel *model = f.panel()->view()->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            shown << model->index(row, ProblemListModel::CodeColumn).data().toString() + ' '
+                    + model->index(row, ProblemListModel::MessageColumn).data().toString();
+        }
+        QStringList expected;
+        for (const Problem &p : SkinChecker::check(skin.document(), skin.context(), {}, false))
+            expected << p.code + ' ' + p.message;
+        shown.sort();
+        expected.sort();
+        QCOMPARE(shown, expected);
+        QVERIFY(f.codes().contains(QStringLiteral("unknown-template")));
     }
 
     void doubleClickSelectsTheNodeAndShowsFileAndLine()

@@ -103,7 +103,7 @@ private slots:
 
     void severitiesAreErrorsForNamesThatFindNothing()
     {
-        const QStringList errors { ProblemCodes::MissingPicture, ProblemCodes::UnknownTemplate,
+        const QStringList errors { ProblemCodes::MissingPicture, ProblemCodes::BadPicture, ProblemCodes::UnknownTemplate,
                                    ProblemCodes::UnknownFontType, ProblemCodes::UnknownElementTemplate,
                                    ProblemCodes::MissingUsedLayer, ProblemCodes::TemplateCycle,
                                    ProblemCodes::UnclosedScript, ProblemCodes::ReadingError };
@@ -152,6 +152,31 @@ private slots:
                  qPrintable(p->message));
     }
 
+    // The words the information box uses when such a picture is drawn, and
+    // what is drawn instead.
+    void aPictureThatCannotBeDecodedIsDescribedAsWhenItIsDrawn()
+    {
+        Checked checked;
+        check(checked, SkinOpenPlan::forFolder(kLintData + "/bad-picture/bad/ui"));
+        QStringList messages;
+        for (const Problem &p : checked.problems)
+            messages << p.message;
+        const QString base = QDir::toNativeSeparators(QDir::cleanPath(kLintData + "/bad-picture/bad"));
+        const QString times(QChar(0x00D7));
+        QCOMPARE(messages.at(0), "bmp=huge.bmp names " + base + QDir::separator()
+                     + "huge.bmp, which cannot be shown: not a picture (RL header says 65535 " + times
+                     + " 65535); the placeholder is drawn in its place");
+        QCOMPARE(messages.at(1), "bmp=cut.bmp names " + base + QDir::separator()
+                     + "cut.bmp, which cannot be shown: RL file cut short in row 2 of 2; what is missing stays transparent");
+        QVERIFY2(messages.at(2).endsWith("not a picture (empty file); the placeholder is drawn in its place"),
+                 qPrintable(messages.at(2)));
+        QVERIFY2(messages.at(3).contains("not a picture (BMP header says "), qPrintable(messages.at(3)));
+        QVERIFY2(messages.at(4).contains("not a picture (no JPEG data that can be decoded, 25 bytes)"),
+                 qPrintable(messages.at(4)));
+        // A second name of the same file is reported where it stands too.
+        QVERIFY(messages.at(5).startsWith("iconspr=huge.bmp names "));
+    }
+
     void oneFileOpenedAloneReportsNoUnusedPicture()
     {
         Checked checked;
@@ -197,6 +222,40 @@ private slots:
                 found << QStringLiteral("%1:%2 %3").arg(base.relativeFilePath(p.file)).arg(p.line).arg(p.code);
             found.sort();
             QCOMPARE(found, expected);
+        }
+    }
+
+    // The editor checks a large skin a few elements at a time: the same
+    // problems, in the same order, as a check made at once.
+    void aCheckInStepsFindsWhatACheckAtOnceFinds()
+    {
+        for (const QString &code : ProblemCodes::all()) {
+            Checked checked;
+            const SkinOpenPlan plan = SkinOpenPlan::forFolder(kLintData + '/' + code + "/bad/ui");
+            check(checked, plan);
+            clsKorviInterface document;
+            const QVector<SkinReadError> errors = plan.readInto(document);
+            const SkinContext context { plan.uiFilePath, QString(), plan.skinFormat };
+            SkinChecker inSteps(document, context, errors, plan.wholeFolder);
+            int steps = 0;
+            while (!inSteps.step(1))
+                ++steps;
+            QVERIFY(steps > 3);
+            QCOMPARE(describe(inSteps.takeProblems()), describe(checked.problems));
+        }
+    }
+
+    void linesCountedInPiecesAreLinesCountedAtOnce()
+    {
+        const QByteArray bytes("a\r\nbc\rd\n\nef\r\n\r\nlast");
+        for (qsizetype piece = 1; piece <= 4; ++piece) {
+            SourceLines lines = SourceLines::uncounted(bytes);
+            while (!lines.countMore(bytes, piece)) { }
+            const SourceLines atOnce(bytes);
+            for (qsizetype at = 0; at <= bytes.size(); ++at) {
+                QCOMPARE(lines.at(at).line, atOnce.at(at).line);
+                QCOMPARE(lines.at(at).column, atOnce.at(at).column);
+            }
         }
     }
 
