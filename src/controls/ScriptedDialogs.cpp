@@ -53,20 +53,20 @@ QString ScriptedDialogs::nextPath()
 QString ScriptedDialogs::openFileName(const QString &title, const QString &directory,
                                       const QString &filter)
 {
-    Asked a;
-    a.kind = QStringLiteral("open");
-    a.title = title;
-    a.value = directory;
-    a.filter = filter;
-    mAsked << a;
-    return nextPath();
+    return askPath(QStringLiteral("open"), title, directory, filter);
 }
 
 QString ScriptedDialogs::saveFileName(const QString &title, const QString &directory,
                                       const QString &filter)
 {
+    return askPath(QStringLiteral("save"), title, directory, filter);
+}
+
+QString ScriptedDialogs::askPath(const QString &kind, const QString &title, const QString &directory,
+                                 const QString &filter)
+{
     Asked a;
-    a.kind = QStringLiteral("save");
+    a.kind = kind;
     a.title = title;
     a.value = directory;
     a.filter = filter;

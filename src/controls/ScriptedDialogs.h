@@ -63,6 +63,8 @@ public:
     bool print(PrintRequest &request) override;
 
 private:
+    QString askPath(const QString &kind, const QString &title, const QString &directory,
+                    const QString &filter);
     QString nextPath();
 
     QQueue<QString> mTexts;
