@@ -37,30 +37,33 @@ public:
         QPrinter::DuplexMode duplex = QPrinter::DuplexNone;
     };
 
+    // Each question answers from its own queue, filled beforehand; the
+    // arguments' defaults are the interface's, as callers ask through it.
     void answerText(const QString &text) { mTexts.enqueue(text); }
+    QString askText(const QString &title, const QString &prompt, const QString &defaultText) override;
+
     void answerButton(Button button) { mButtons.enqueue(button); }
+    Button message(const QString &title, const QString &text, Icon icon, Buttons buttons) override;
+
     // For the open, save and folder dialogs alike.
     void answerPath(const QString &path) { mPaths.enqueue(path); }
+    QString openFileName(const QString &title, const QString &directory, const QString &filter) override;
+    QString saveFileName(const QString &title, const QString &directory, const QString &filter) override;
+    QString folder(const QString &title, const QString &start) override;
+
     // The entry a list choice picks (empty: cancel).
     void answerChoice(const QString &choice) { mChoices.enqueue(choice); }
+    QString choose(const QString &title, const QString &prompt, const QStringList &choices) override;
+
     void answerColor(std::optional<QColor> color) { mColors.enqueue(color); }
+    std::optional<QColor> color(const QColor &initial) override;
+
     void answerPrint(const PrintAnswer &answer) { mPrints.enqueue(answer); }
+    bool print(PrintRequest &request) override;
 
     const QList<Asked> &asked() const { return mAsked; }
     // Answers queued but not used yet.
     int unanswered() const;
-
-    // The defaults of the arguments are the interface's: callers ask through it.
-    QString askText(const QString &title, const QString &prompt, const QString &defaultText) override;
-    Button message(const QString &title, const QString &text, Icon icon, Buttons buttons) override;
-    QString openFileName(const QString &title, const QString &directory,
-                         const QString &filter) override;
-    QString saveFileName(const QString &title, const QString &directory,
-                         const QString &filter) override;
-    QString folder(const QString &title, const QString &start) override;
-    QString choose(const QString &title, const QString &prompt, const QStringList &choices) override;
-    std::optional<QColor> color(const QColor &initial) override;
-    bool print(PrintRequest &request) override;
 
 private:
     QString askPath(const QString &kind, const QString &title, const QString &directory,
