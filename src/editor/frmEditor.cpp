@@ -602,9 +602,8 @@ void frmEditor::SaveCommand()
         mSaveFlow->wholeDocumentWritten(path);
         mActions->markSaved();
         mReloader->skinSaved();
-    }
-    if (saved)
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
+    }
 }
 
 void frmEditor::SaveChangesCommand()
