@@ -6,6 +6,7 @@
 // line of every element no edit touched is still in the file, byte for byte;
 // and the document then holds the file as written, every element where its
 // record says.
+#include "ChangeFinder.h"
 #include "SaveChanges.h"
 #include "SkinReadError.h"
 #include "SourceScan.h"
