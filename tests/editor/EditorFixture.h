@@ -89,6 +89,13 @@ struct EditorFixture
     }
 
     ObjectTreeModel &tree() { return *window->objectTree(); }
+
+    // The value of the property a node key names; "(none)" when it names none.
+    QByteArray value(const QByteArray &propertyNodeKey)
+    {
+        const NodeTarget target = tree().ResolveNodeKey(propertyNodeKey);
+        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
+    }
     QUndoStack &stack() { return window->skinDocument().undoStack(); }
 
     // The tree node of `key`, unfolded down to it and scrolled into view.
@@ -106,6 +113,23 @@ struct EditorFixture
     {
         const QRect pixel = pctTemplate()->toWidget(QRect(canvasPoint, QSize(1, 1)));
         QTest::mouseClick(pctTemplate(), Qt::LeftButton, Qt::NoModifier, pixel.topLeft());
+    }
+
+    // Drags the frame's body by (dx, dy) widget pixels with the mouse.
+    void dragFrame(int dx, int dy)
+    {
+        QWidget *body = mshObject()->shpMove(MovableShape::BodyHandle);
+        QWidget *container = pctTemplate();
+        const QPoint at = body->rect().center();
+        const QPoint start = body->mapTo(container, at);
+        QTest::mousePress(body, Qt::LeftButton, Qt::NoModifier, at);
+        // The handle holds the mouse while the button is down: the moves go to it.
+        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx / 2, dy / 2)));
+        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx, dy)));
+        QWidget *under = container->childAt(start + QPoint(dx, dy));
+        QWidget *target = under ? under : container;
+        QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier,
+                            target->mapFrom(container, start + QPoint(dx, dy)));
     }
 };
 

@@ -43,25 +43,7 @@ struct CanvasFixture : EditorFixture
 
     clsElement *element(const QByteArray &key) { return window->objectTree()->ResolveNodeKey(key).element; }
 
-    QByteArray value(const QByteArray &propertyNodeKey)
-    {
-        const NodeTarget target = window->objectTree()->ResolveNodeKey(propertyNodeKey);
-        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
-    }
-
     void select(const QByteArray &key) { window->selectNode(window->objectTree()->indexOfKey(key)); }
-
-    void dragFrame(int dx, int dy)
-    {
-        QWidget *body = mshObject()->shpMove(MovableShape::BodyHandle);
-        QWidget *container = pctTemplate();
-        const QPoint at = body->rect().center();
-        const QPoint start = body->mapTo(container, at);
-        QTest::mousePress(body, Qt::LeftButton, Qt::NoModifier, at);
-        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx / 2, dy / 2)));
-        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx, dy)));
-        QTest::mouseRelease(body, Qt::LeftButton, Qt::NoModifier, body->mapFrom(container, start + QPoint(dx, dy)));
-    }
 
     DrawnBox box(const QByteArray &key) { return window->renderer().boxOf(element(key)); }
 };

@@ -78,14 +78,7 @@ struct EditingFixture : EditorFixture
 
     qint64 time = 100000;
 
-
     void select(const QByteArray &key) { window->selectNode(node(key)); }
-
-    QByteArray value(const QByteArray &propertyNodeKey)
-    {
-        const NodeTarget target = tree().ResolveNodeKey(propertyNodeKey);
-        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
-    }
 
     ScriptedDialogs::Asked lastAsked() const
     {
@@ -115,23 +108,6 @@ struct EditingFixture : EditorFixture
     {
         const DrawnBox b = window->renderer().boxOf(element(key));
         return QRect(b.left, b.top, b.width, b.height);
-    }
-
-    // Drags the frame's body by (dx, dy) widget pixels with the mouse.
-    void dragFrame(int dx, int dy)
-    {
-        QWidget *body = mshObject()->shpMove(MovableShape::BodyHandle);
-        QWidget *container = pctTemplate();
-        const QPoint at = body->rect().center();
-        const QPoint start = body->mapTo(container, at);
-        QTest::mousePress(body, Qt::LeftButton, Qt::NoModifier, at);
-        // The handle holds the mouse while the button is down: the moves go to it.
-        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx / 2, dy / 2)));
-        QTest::mouseMove(body, body->mapFrom(container, start + QPoint(dx, dy)));
-        QWidget *under = container->childAt(start + QPoint(dx, dy));
-        QWidget *target = under ? under : container;
-        QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier,
-                            target->mapFrom(container, start + QPoint(dx, dy)));
     }
 
     PowGridItem *gridRow(const QString &name)

@@ -41,12 +41,6 @@ struct SaveFixture : EditorFixture
     QString templatesFile() const { return skin.uiFolder() + "/templates_a.ui"; }
 
 
-    QByteArray value(const QByteArray &propertyNodeKey)
-    {
-        const NodeTarget target = tree().ResolveNodeKey(propertyNodeKey);
-        return target.property.isNull() ? QByteArray("(none)") : target.property.value();
-    }
-
     // The value prompt behind a double click on a property node, answered.
     void typeValue(const QByteArray &propertyKey, const QString &typed)
     {
