@@ -13,6 +13,13 @@ Dialogs::Button cancelAnswer(Dialogs::Buttons buttons)
     }
 }
 
+// The next queued answer; `cancel` when none is left, as a user who cancels.
+template<class T>
+T nextOr(QQueue<T> &queue, T cancel)
+{
+    return queue.isEmpty() ? cancel : queue.dequeue();
+}
+
 } // namespace
 
 int ScriptedDialogs::unanswered() const
@@ -20,34 +27,32 @@ int ScriptedDialogs::unanswered() const
     return int(mTexts.size() + mButtons.size() + mPaths.size() + mChoices.size() + mColors.size() + mPrints.size());
 }
 
+ScriptedDialogs::Asked &ScriptedDialogs::record(const QString &kind, const QString &title)
+{
+    mAsked.append(Asked());
+    Asked &asked = mAsked.last();
+    asked.kind = kind;
+    asked.title = title;
+    return asked;
+}
+
 QString ScriptedDialogs::askText(const QString &title, const QString &prompt,
                                  const QString &defaultText)
 {
-    Asked a;
-    a.kind = QStringLiteral("text");
-    a.title = title;
+    Asked &a = record(QStringLiteral("text"), title);
     a.text = prompt;
     a.value = defaultText;
-    mAsked << a;
-    return mTexts.isEmpty() ? QString() : mTexts.dequeue();
+    return nextOr(mTexts, QString());
 }
 
 Dialogs::Button ScriptedDialogs::message(const QString &title, const QString &text, Icon icon,
                                          Buttons buttons)
 {
-    Asked a;
-    a.kind = QStringLiteral("message");
-    a.title = title;
+    Asked &a = record(QStringLiteral("message"), title);
     a.text = text;
     a.icon = icon;
     a.buttons = buttons;
-    mAsked << a;
-    return mButtons.isEmpty() ? cancelAnswer(buttons) : mButtons.dequeue();
-}
-
-QString ScriptedDialogs::nextPath()
-{
-    return mPaths.isEmpty() ? QString() : mPaths.dequeue();
+    return nextOr(mButtons, cancelAnswer(buttons));
 }
 
 QString ScriptedDialogs::openFileName(const QString &title, const QString &directory,
@@ -65,54 +70,39 @@ QString ScriptedDialogs::saveFileName(const QString &title, const QString &direc
 QString ScriptedDialogs::askPath(const QString &kind, const QString &title, const QString &directory,
                                  const QString &filter)
 {
-    Asked a;
-    a.kind = kind;
-    a.title = title;
+    Asked &a = record(kind, title);
     a.value = directory;
     a.filter = filter;
-    mAsked << a;
-    return nextPath();
+    return nextOr(mPaths, QString());
 }
 
 QString ScriptedDialogs::folder(const QString &title, const QString &start)
 {
-    Asked a;
-    a.kind = QStringLiteral("folder");
-    a.title = title;
-    a.value = start;
-    mAsked << a;
-    return nextPath();
+    record(QStringLiteral("folder"), title).value = start;
+    return nextOr(mPaths, QString());
 }
 
 QString ScriptedDialogs::choose(const QString &title, const QString &prompt, const QStringList &choices)
 {
-    Asked a;
-    a.kind = QStringLiteral("choice");
-    a.title = title;
+    Asked &a = record(QStringLiteral("choice"), title);
     a.text = prompt;
     a.choices = choices;
-    mAsked << a;
-    return mChoices.isEmpty() ? QString() : mChoices.dequeue();
+    return nextOr(mChoices, QString());
 }
 
 std::optional<QColor> ScriptedDialogs::color(const QColor &initial)
 {
-    Asked a;
-    a.kind = QStringLiteral("color");
-    a.value = initial.name();
-    mAsked << a;
-    return mColors.isEmpty() ? std::nullopt : mColors.dequeue();
+    record(QStringLiteral("color"), QString()).value = initial.name();
+    return nextOr(mColors, std::optional<QColor>());
 }
 
 bool ScriptedDialogs::print(PrintRequest &request)
 {
-    Asked a;
-    a.kind = QStringLiteral("print");
+    Asked &a = record(QStringLiteral("print"), QString());
     a.Min = request.Min;
     a.Max = request.Max;
     a.FromPage = request.FromPage;
     a.ToPage = request.ToPage;
-    mAsked << a;
     if (mPrints.isEmpty())
         return false;
     const PrintAnswer answer = mPrints.dequeue();

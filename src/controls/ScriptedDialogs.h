@@ -66,9 +66,10 @@ public:
     int unanswered() const;
 
 private:
+    // Records a question of this kind; the caller fills in the rest.
+    Asked &record(const QString &kind, const QString &title);
     QString askPath(const QString &kind, const QString &title, const QString &directory,
                     const QString &filter);
-    QString nextPath();
 
     QQueue<QString> mTexts;
     QQueue<Button> mButtons;
