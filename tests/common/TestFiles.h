@@ -24,3 +24,9 @@ inline QByteArray readTestFile(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
+
+// The main file of the demo skin in the source tree.
+inline QString demoSkinMainFile()
+{
+    return QStringLiteral(KORVI_SOURCE_DIR "/samples/demo-skin/800_480/ui/main_800_480.ui");
+}

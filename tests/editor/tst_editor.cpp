@@ -22,7 +22,7 @@
 
 namespace {
 
-const QString kDemoMain = QStringLiteral(KORVI_SOURCE_DIR "/samples/demo-skin/800_480/ui/main_800_480.ui");
+const QString kDemoMain = demoSkinMainFile();
 
 // The layer drawn by a renderer of its own, for comparing with the canvas.
 QImage referencePicture(const clsKorviInterface &doc, const SkinContext &context,

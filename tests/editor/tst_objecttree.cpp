@@ -5,6 +5,7 @@
 #include "SkinContext.h"
 #include "SkinDocument.h"
 #include "SkinLoader.h"
+#include "TestFiles.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
@@ -290,8 +291,7 @@ private slots:
     void demoSkinTreeHasTheseNodes()
     {
         clsKorviInterface doc;
-        SkinLoader::openSkinFile(doc, QStringLiteral(KORVI_SOURCE_DIR)
-                                          + "/samples/demo-skin/800_480/ui/main_800_480.ui");
+        SkinLoader::openSkinFile(doc, demoSkinMainFile());
         TreeModel tree(doc);
         ObjectTreeModel &model = tree.model;
         model.BuildObjectTree(false);
@@ -348,8 +348,7 @@ private slots:
     void theModelPassesTheItemModelChecks()
     {
         clsKorviInterface doc;
-        SkinLoader::openSkinFile(doc, QStringLiteral(KORVI_SOURCE_DIR)
-                                          + "/samples/demo-skin/800_480/ui/main_800_480.ui");
+        SkinLoader::openSkinFile(doc, demoSkinMainFile());
         TreeModel tree(doc);
         ObjectTreeModel &model = tree.model;
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
