@@ -47,7 +47,15 @@ SkinOpenPlan SkinOpenPlan::forFolder(const QString &folder)
     return plan;
 }
 
-QVector<SkinReadError> SkinOpenPlan::readInto(clsKorviInterface &document) const
+QStringList SkinOpenPlan::paths() const
+{
+    QStringList list;
+    for (const File &file : files)
+        list << file.path;
+    return list;
+}
+
+QVector<SkinReadError> SkinOpenPlan::readInto(clsKorviInterface &document, const Progress &progress) const
 {
     QVector<SkinReadError> errors;
     for (const File &file : files) {
@@ -55,7 +63,11 @@ QVector<SkinReadError> SkinOpenPlan::readInto(clsKorviInterface &document) const
             ReadUiFile(document, file.path, file.imported);
         } catch (const SkinReadError &error) {
             errors.append(error);
+            if (progress.readError)
+                progress.readError(error);
         }
+        if (progress.fileDone)
+            progress.fileDone(file.path);
     }
     return errors;
 }

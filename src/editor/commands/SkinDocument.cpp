@@ -52,9 +52,11 @@ clsElement *SkinDocument::elementAt(const QByteArray &nodeKey) const
     return target.found && target.property.isNull() ? target.element : nullptr;
 }
 
+// The empty key is told every time: it is "no node", and it is also the key of
+// a header variable without a name, which is shown each time it is picked.
 void SkinDocument::setCurrent(const QByteArray &nodeKey)
 {
-    if (nodeKey == mCurrentKey)
+    if (nodeKey == mCurrentKey && !nodeKey.isEmpty())
         return;
     mCurrentKey = nodeKey;
     emit currentChanged(nodeKey);
