@@ -108,7 +108,7 @@ bool SkinDocument::removeProperty(const QByteArray &ownerKey, QByteArrayView pro
     if (index < 0)
         return false;
     emit propertyAboutToBeRemoved(ownerKey, index);
-    owner->Properties().Remove(index + 1);
+    owner->Properties().removeAt(index);
     emit propertyRemoved(ownerKey, index);
     changeMade();
     return true;
@@ -163,7 +163,7 @@ QByteArray SkinDocument::renameElement(const QByteArray &nodeKey, const QByteArr
 {
     const NodeKey parent = NodeKey(nodeKey).parent();
     clsElements *children = childrenOf(parent);
-    const int index = children ? children->IndexOf(elementAt(nodeKey)) : -1;
+    const int index = children ? children->positionOf(elementAt(nodeKey)) : -1;
     if (index < 0 || (!key.isEmpty() && children->ItemExist(key) && children->indexOf(key) != index))
         return {};
     ChangeBatch batch(*this);

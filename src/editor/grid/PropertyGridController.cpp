@@ -63,7 +63,7 @@ void PropertyGridController::keepColumnWidths(const EditorSettings &settings)
     // Widths kept for another set of columns are not used.
     if (widths.size() == headers->Count()) {
         for (int c = 0; c < widths.size(); ++c)
-            headers->Item(c + 1)->ColumnWidth = widths.at(c);
+            headers->at(c)->ColumnWidth = widths.at(c);
         mGrid.RedrawGrid();
     }
     connect(&mGrid, &PowGrid::ColumnResized, this, &PropertyGridController::saveColumnWidths,
