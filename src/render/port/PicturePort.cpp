@@ -59,26 +59,41 @@ QImage exactlyIndexed(const QImage &picture)
     return out;
 }
 
+// Qt's writer picks an indexed picture's depth by its colour count (1, 4 or
+// 8 bits): the table is padded so that it picks the depth the file had.
+QImage indexedAtDepth(const QImage &picture, int depth)
+{
+    QImage indexed = exactlyIndexed(picture);
+    if (indexed.isNull())
+        return {};
+    QList<QRgb> table = indexed.colorTable();
+    if (depth == 1 && table.size() <= 2) {
+        while (table.size() < 2)
+            table.append(qRgb(0, 0, 0));
+        indexed.setColorTable(table);
+        return indexed.convertToFormat(QImage::Format_Mono, table);
+    }
+    const int wanted = depth == 4 && table.size() <= 16 ? 16 : 256;
+    while (table.size() < wanted)
+        table.append(qRgb(0, 0, 0));
+    indexed.setColorTable(table);
+    return indexed;
+}
+
 void encodeBmp(const QImage &picture, const QByteArray &source, PicturePort::Result &result)
 {
     const int depth = bmpBitDepth(source);
-    if (depth <= 8 && depth > 0) {
-        const QImage indexed = exactlyIndexed(picture);
-        if (!indexed.isNull()) {
-            result.bytes = written(indexed, "BMP");
-            if (depth != 8) {
-                result.noteKind = QStringLiteral("picture-depth");
-                result.note = QStringLiteral("was %1-bit, written as 8-bit").arg(depth);
-            }
-            return;
-        }
+    QImage image = depth > 0 && depth <= 8 ? indexedAtDepth(picture, depth) : QImage();
+    if (image.isNull())
+        image = picture;
+    result.bytes = written(image, "BMP");
+    const int now = bmpBitDepth(result.bytes);
+    if (!result.bytes.isEmpty() && now != depth) {
         result.noteKind = QStringLiteral("picture-depth");
-        result.note = QStringLiteral("was %1-bit; more than 256 colours after resizing, written as 24-bit").arg(depth);
-    } else if (depth != 24) {
-        result.noteKind = QStringLiteral("picture-depth");
-        result.note = QStringLiteral("was %1-bit, written as 24-bit").arg(depth);
+        result.note = depth <= 8 && now > 8
+                        ? QStringLiteral("was %1-bit; more than its colours after resizing, written as %2-bit").arg(depth).arg(now)
+                        : QStringLiteral("was %1-bit, written as %2-bit").arg(depth).arg(now);
     }
-    result.bytes = written(picture, "BMP");
 }
 
 } // namespace

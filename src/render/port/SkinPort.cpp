@@ -235,6 +235,8 @@ private:
         if (QFileInfo(vga + o.from).isDir())
             addTarget(vga + o.from, vga + o.to);
         for (const Target &t : mTargets) {
+            if (QFileInfo::exists(t.target) && !QFileInfo(t.target).isDir())
+                return fail(QStringLiteral("%1 is no folder; nothing written").arg(QDir::toNativeSeparators(t.target)));
             if (QFileInfo::exists(t.target) && !o.force)
                 return fail(QStringLiteral("%1 exists already; --force replaces it")
                                 .arg(QDir::toNativeSeparators(t.target)));
