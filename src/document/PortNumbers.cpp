@@ -310,4 +310,66 @@ void portDocument(clsKorviInterface &document, const PortScale &scale, const QSt
     }
 }
 
+std::vector<std::vector<ScreenBox>> screenBoxes(const clsKorviInterface &document)
+{
+    std::vector<std::vector<ScreenBox>> layers;
+    const clsElement *block = nullptr;
+    SkinElementWalk::forEach(document, [&](const SkinElementWalk::Visit &visit) {
+        if (!visit.parent || !(visit.parent->IsLayer() || visit.parent->IsState()))
+            return;
+        if (visit.parent != block) {
+            block = visit.parent;
+            layers.emplace_back();
+        }
+        const clsProperties &properties = visit.element.Properties();
+        qint64 v[4] = {};
+        const char *keys[4] = { "x", "y", "w", "h" };
+        for (int i = 0; i < 4; ++i) {
+            const int index = properties.indexOf(keys[i]);
+            if (index < 0 || !isPlainNumber(properties.valueAt(index), &v[i]))
+                return;
+        }
+        if (v[2] > 0 && v[3] > 0)
+            layers.back().push_back({ visit.nodeKey, v[0], v[1], v[2], v[3] });
+    });
+    return layers;
+}
+
+namespace {
+
+bool overlap(const ScreenBox &a, const ScreenBox &b)
+{
+    return a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h;
+}
+
+bool onScreen(const ScreenBox &box, QSize screen)
+{
+    return box.x < screen.width() && box.y < screen.height() && box.x + box.w > 0 && box.y + box.h > 0;
+}
+
+} // namespace
+
+void noteBoxChanges(const std::vector<std::vector<ScreenBox>> &before, const std::vector<std::vector<ScreenBox>> &after,
+                    QSize oldScreen, QSize newScreen, const QString &file, PortReport &report)
+{
+    if (before.size() != after.size())
+        return;
+    for (size_t l = 0; l < before.size(); ++l) {
+        const auto &old = before[l];
+        const auto &now = after[l];
+        if (old.size() != now.size())
+            continue;
+        for (size_t i = 0; i < now.size(); ++i) {
+            if (onScreen(old[i], oldScreen) && !onScreen(now[i], newScreen))
+                report.note(QStringLiteral("off-screen"), file, now[i].nodeKey, {}, {},
+                            QStringLiteral("off the new screen at %1,%2").arg(now[i].x).arg(now[i].y));
+            for (size_t k = i + 1; k < now.size(); ++k) {
+                if (overlap(now[i], now[k]) && !overlap(old[i], old[k]))
+                    report.note(QStringLiteral("overlap"), file, now[i].nodeKey, {}, {},
+                                QStringLiteral("now overlaps %1").arg(QString::fromLocal8Bit(now[k].nodeKey)));
+            }
+        }
+    }
+}
+
 } // namespace PortNumbers

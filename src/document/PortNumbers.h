@@ -3,7 +3,10 @@
 
 #include <QByteArray>
 #include <QMap>
+#include <QSize>
 #include <QString>
+
+#include <vector>
 
 class clsKorviInterface;
 struct PortReport;
@@ -52,5 +55,18 @@ bool parseFontMap(const QByteArray &text, QMap<qint64, qint64> &map, QString &er
 // variables only have the format rewritten), noting in the report what was
 // left alone and why; `file` names the file in the notes.
 void portDocument(clsKorviInterface &document, const PortScale &scale, const QString &file, PortReport &report);
+
+// The boxes of the objects standing directly in layers and states that give
+// their own x, y, w and h as plain numbers, by node key, layer by layer.
+struct ScreenBox
+{
+    QByteArray nodeKey;
+    qint64 x, y, w, h;
+};
+std::vector<std::vector<ScreenBox>> screenBoxes(const clsKorviInterface &document);
+// Notes the objects that end up off the new screen though they were on the
+// old one, and those that overlap after the port but did not before.
+void noteBoxChanges(const std::vector<std::vector<ScreenBox>> &before, const std::vector<std::vector<ScreenBox>> &after,
+                    QSize oldScreen, QSize newScreen, const QString &file, PortReport &report);
 
 } // namespace PortNumbers

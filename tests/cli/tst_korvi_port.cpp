@@ -102,6 +102,26 @@ private slots:
         const QByteArray large = readTestFile(dir.filePath(QStringLiteral("after/ui_Main.png")));
         QCOMPARE(small.mid(16, 8).toHex(), QByteArray("00000320000001e0"));
         QCOMPARE(large.mid(16, 8).toHex(), QByteArray("00000640000003c0"));
+
+        // Both formats side by side, layer by layer.
+        const QString compare = dir.filePath(QStringLiteral("compare"));
+        ProgramRun sheet = runProgram(kKorvi, { QStringLiteral("render"), skin + QStringLiteral("/800_480/ui/main_800_480.ui"),
+                                                QStringLiteral("--skin-dir"), skin, QStringLiteral("--all-layers"),
+                                                QStringLiteral("--compare"), QStringLiteral("1600_960"),
+                                                QStringLiteral("-o"), compare });
+        QCOMPARE(sheet.exitCode, 0);
+        // 800 + a gap of 16 + 1600 wide, 960 high.
+        QCOMPARE(readTestFile(compare + QStringLiteral("/ui_Main.png")).mid(16, 8).toHex(), QByteArray("00000970000003c0"));
+        QCOMPARE(readTestFile(compare + QStringLiteral("/st_Night.png")).mid(16, 8).toHex(), QByteArray("00000970000003c0"));
+        sheet = runProgram(kKorvi, { QStringLiteral("render"), skin + QStringLiteral("/800_480/ui/main_800_480.ui"),
+                                     QStringLiteral("--skin-dir"), skin, QStringLiteral("--all-layers"),
+                                     QStringLiteral("--compare"), QStringLiteral("480_272"), QStringLiteral("-o"), compare });
+        QCOMPARE(sheet.exitCode, 1);
+        QVERIFY(sheet.err.contains("to compare with"));
+        sheet = runProgram(kKorvi, { QStringLiteral("render"), skin + QStringLiteral("/800_480/ui/main_800_480.ui"),
+                                     QStringLiteral("--all-layers"), QStringLiteral("--compare"), QStringLiteral("big"),
+                                     QStringLiteral("-o"), compare });
+        QCOMPARE(sheet.exitCode, 2);
     }
 
     void aDryRunPrintsTheReportAndWritesNothing()

@@ -239,6 +239,34 @@ private slots:
         QCOMPARE(valueOf(p.document.Layers().Find("row")->SubElements().Find("cell"), "x"), QByteArray("13"));
     }
 
+    void boxesThatNewlyOverlapOrLeaveTheScreenAreNoted()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("a.ui"));
+        QVERIFY(writeTestFile(path, "<LAYER ui_Main>\n\t<TEXT a x=0 y=0 w=10 h=10>\n\t<TEXT b x=10 y=0 w=10 h=10>\n"
+                                    "\t<TEXT c x=px y=0 w=10 h=10>\n</LAYER>\n<TEMPLATE t x=1 y=1 w=1 h=1>\n"));
+        clsKorviInterface doc;
+        ReadUiFile(doc, path, false);
+        const auto before = PortNumbers::screenBoxes(doc);
+        QCOMPARE(before.size(), size_t(1));
+        QCOMPARE(before[0].size(), size_t(2));
+        QCOMPARE(before[0][1].nodeKey, QByteArray("Lui_Main|Eb"));
+        auto after = before;
+        PortReport report;
+        PortNumbers::noteBoxChanges(before, after, QSize(100, 100), QSize(50, 50), QStringLiteral("a.ui"), report);
+        QCOMPARE(report.notes.size(), size_t(0));
+        after[0][1].x = 9;
+        after[0][0].x = 60;
+        PortNumbers::noteBoxChanges(before, after, QSize(100, 100), QSize(50, 50), QStringLiteral("a.ui"), report);
+        QCOMPARE(report.count(QStringLiteral("off-screen")), 1);
+        QCOMPARE(report.notes.at(0).nodeKey, QByteArray("Lui_Main|Ea"));
+        after[0][0].x = 0;
+        report = PortReport();
+        PortNumbers::noteBoxChanges(before, after, QSize(100, 100), QSize(50, 50), QStringLiteral("a.ui"), report);
+        QCOMPARE(report.count(QStringLiteral("overlap")), 1);
+        QCOMPARE(report.notes.at(0).message, QStringLiteral("now overlaps Lui_Main|Eb"));
+    }
+
     void theReportIsJson()
     {
         PortReport report;

@@ -434,7 +434,10 @@ private:
                             .arg(QDir::toNativeSeparators(job.source), QString::fromStdString(error.what())));
         }
         noteSharedPictures(document, job);
+        const auto before = PortNumbers::screenBoxes(document);
         PortNumbers::portDocument(document, mScale, reportName(job), mReport);
+        PortNumbers::noteBoxChanges(before, PortNumbers::screenBoxes(document), SkinFormatName::sizeOf(o.from),
+                                    SkinFormatName::sizeOf(o.to), reportName(job), mReport);
         if (o.dryRun)
             return true;
         const QString output = outputPath(job);
