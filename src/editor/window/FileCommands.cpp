@@ -60,6 +60,7 @@ void FileCommands::addMenuTo(QMenuBar &bar, QWidget &window)
         &FileCommands::saveAs)->setEnabled(false);
     file->addSeparator();
     add("mnuExportPicture", QStringLiteral("&Export Picture..."), QKeySequence(), &FileCommands::exportPicture);
+    add("mnuPortSkin", QStringLiteral("&Port Skin..."), QKeySequence(), &FileCommands::portSkinChosen);
     file->addSeparator();
     QAction *quit = file->addAction(QStringLiteral("&Quit"), &window, &QWidget::close);
     quit->setObjectName(QStringLiteral("mnuQuit"));

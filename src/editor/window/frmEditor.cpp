@@ -154,6 +154,7 @@ void frmEditor::createFileMenu()
         mCanvas->forgetDrag();
     });
     connect(mFiles, &FileCommands::titleChanged, this, &frmEditor::setTitle);
+    connect(mFiles, &FileCommands::portSkinChosen, this, &frmEditor::PortSkinCommand);
     connect(mOpener, &SkinOpener::opened, this, &frmEditor::skinOpened);
     connect(mFiles, &FileCommands::wholeSkinSaved, this, [this] {
         mActions->markSaved();

@@ -21,7 +21,6 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QTemporaryDir>
 #include <QThreadPool>
 
@@ -64,11 +63,18 @@ QString relativeToSkin(const QString &skinDir, const QString &path)
     return QDir(skinDir).relativeFilePath(path);
 }
 
+// Files go into a temporary folder that only becomes the target, renamed
+// whole, once every file is written: a plain write is enough there.
 bool writeBytes(const QString &path, const QByteArray &bytes, QString &error)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+        error = QStringLiteral("cannot write %1: %2").arg(QDir::toNativeSeparators(path), file.errorString());
+        return false;
+    }
+    file.close();
+    if (file.error() != QFileDevice::NoError) {
         error = QStringLiteral("cannot write %1: %2").arg(QDir::toNativeSeparators(path), file.errorString());
         return false;
     }

@@ -51,6 +51,8 @@ signals:
     void titleChanged(const QString &name);
     // The whole document was written by Save As.
     void wholeSkinSaved();
+    // File > Port Skin... was chosen.
+    void portSkinChosen();
 
 private:
     QString startFolder() const;
