@@ -11,6 +11,7 @@
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
+#include <QBuffer>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
@@ -129,12 +130,16 @@ QString htmlEscaped(const QString &text)
 
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size()) {
-        CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(path));
-        return false;
-    }
-    return true;
+    return CommandLine::writeFile(path, bytes);
+}
+
+QByteArray pngOf(const QImage &canvas)
+{
+    QByteArray png;
+    QBuffer device(&png);
+    device.open(QIODevice::WriteOnly);
+    canvas.save(&device, "PNG");
+    return png;
 }
 
 QByteArray contactSheet(const QVector<QPair<QString, QString>> &pictures, const QString &skinFile)
@@ -192,6 +197,15 @@ int runRender(const QStringList &arguments)
     if (const int usage = parseOptions(arguments, o))
         return usage;
 
+    // Nothing the command reads is written over by what it draws.
+    const QStringList inputs = QStringList(o.imported) << o.file;
+    for (const QString &input : inputs) {
+        int exitCode = 0;
+        if ((!o.allLayers && CommandLine::refuseSameFile(input, o.output, exitCode))
+            || (!o.boxes.isEmpty() && CommandLine::refuseSameFile(input, o.boxes, exitCode)))
+            return exitCode;
+    }
+
     clsKorviInterface doc;
     QString formatFromName;
     if (!readSkin(doc, o, formatFromName))
@@ -241,10 +255,8 @@ int runRender(const QStringList &arguments)
         renderer.DrawLayer(block, canvas);
         const QString name = QString::fromLatin1(block->strName());
         const QString target = o.allLayers ? QDir(o.output).filePath(pictureFileName(block)) : o.output;
-        if (!canvas.save(target, "PNG")) {
-            CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(target));
+        if (!writeFile(target, pngOf(canvas)))
             return 1;
-        }
         sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + QLatin1Char(':') + name });
         appendBoxes(boxes, renderer, o.allLayers ? QString::fromLatin1(block->ElementKey()) : QString());
     }
