@@ -29,4 +29,9 @@ QString readFault(const QString &path)
     return named("KORVI_FAIL_READS", path) ? inputOutputError() : QString();
 }
 
+bool memoryFault(const QString &path)
+{
+    return named("KORVI_FAIL_MEMORY", path);
+}
+
 } // namespace FileFaults

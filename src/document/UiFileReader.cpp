@@ -7,6 +7,7 @@
 #include "UiFileParser.h"
 
 #include <QFile>
+#include <new>
 
 void ReadUiFile(clsKorviInterface &document, const QString &path, bool imported)
 {
@@ -29,6 +30,8 @@ void UiFileReader::readFile(const QString &path)
         throw SkinReadError(path, 0, file.errorString());
     if (const QString fault = FileFaults::readFault(path); !fault.isEmpty())
         throw SkinReadError(path, 0, QStringLiteral("the file could not be read whole: %1").arg(fault));
+    if (FileFaults::memoryFault(path))
+        throw std::bad_alloc();
     readDevice(file, path);
 }
 

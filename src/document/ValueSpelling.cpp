@@ -61,7 +61,7 @@ ValueSpelling::Result ValueSpelling::of(const QByteArray &typed)
     // the line ended, so a CR inside quotes reads back (the value is stored
     // over several lines); the reader never keeps a line feed.
     if (typed.contains('\n'))
-        return { {}, QStringLiteral("\u201c%1\u201d cannot be stored: a value cannot hold a line feed").arg(shown(typed)) };
+        return { {}, QStringLiteral("\u201c%1\u201d cannot be stored: a value cannot hold a line break (LF)").arg(shown(typed)) };
     if (readsBack(typed))
         return { typed, {} };
     for (const char quote : { '"', '\'' }) {

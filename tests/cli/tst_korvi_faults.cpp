@@ -213,6 +213,21 @@ private slots:
         QVERIFY2(run.err.contains("cannot write to the standard output: No space left on device"), run.err.constData());
     }
 
+    void runningOutOfMemoryIsAFailureWithAMessage()
+    {
+        QTemporaryDir dir;
+        const QString skin = dir.filePath(QStringLiteral("big.ui"));
+        QVERIFY(writeTestFile(skin, kSkin));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("KORVI_FAIL_MEMORY"), QStringLiteral("big.ui"));
+        for (const QStringList &args : { QStringList { "dump", skin }, QStringList { "set", skin, "Lui_Main|EbtnMap", "x=5" } }) {
+            const ProgramRun run = runProgram(QStringLiteral(KORVI_EXECUTABLE), args, environment);
+            QCOMPARE(run.exitCode, 1);
+            QVERIFY2(run.err.contains("not enough memory to read " + QFile::encodeName(skin) + " (1 MB)"), run.err.constData());
+        }
+        QCOMPARE(readTestFile(skin), kSkin);
+    }
+
     void concurrentSetsLoseNoEdit()
     {
         QTemporaryDir dir;

@@ -11,6 +11,8 @@
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
+#include <QElapsedTimer>
+#include <QSysInfo>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <atomic>
@@ -241,6 +243,23 @@ private slots:
         QVERIFY2(result.ok(), qPrintable(QStringLiteral("%1 %2").arg(int(result.outcome)).arg(result.error)));
         const QByteArray now = readTestFile(path);
         QVERIFY2(now.contains("x=9>") && now.contains("y=81>"), now.constData());
+        QVERIFY(!QFile::exists(SaveLock::lockPathFor(path)));
+    }
+
+    void aLockLeftByAProgramThatDiedIsTakenOver()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("main.ui"));
+        QVERIFY(writeTestFile(path, kSkin));
+        // As a saving program that was killed leaves it: its process is gone.
+        QVERIFY(writeTestFile(SaveLock::lockPathFor(path),
+                              "2147483646\nkorvi\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
+        QElapsedTimer timer;
+        timer.start();
+        const SaveChanges::Result result = moveButton(path, "5");
+        QVERIFY2(result.ok(), qPrintable(result.error));
+        QVERIFY(timer.elapsed() < 30000);
+        QVERIFY(readTestFile(path).contains("x=5 "));
         QVERIFY(!QFile::exists(SaveLock::lockPathFor(path)));
     }
 
