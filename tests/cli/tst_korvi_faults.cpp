@@ -316,7 +316,7 @@ private slots:
     {
         QTest::addColumn<QString>("subcommand");
         for (const char *name : { "dump", "format", "locate", "rl2png", "png2rl", "image-info", "render", "set", "unset",
-                                  "lint", "remove" })
+                                  "lint", "remove", "port" })
             QTest::newRow(name) << QString::fromLatin1(name);
     }
     void everySubcommandPrintsItsOwnUsage()
