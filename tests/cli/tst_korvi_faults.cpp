@@ -167,6 +167,15 @@ private slots:
         const ProgramRun info = korvi({ "image-info", cut });
         QVERIFY2(info.out.contains("bytes: 148\n"), info.out.constData());
         QVERIFY2(info.err.contains("cut short"), info.err.constData());
+        // Nor when a skin shows it.
+        const QString skin = dir.filePath(QStringLiteral("skin/800_480/ui/main.ui"));
+        QVERIFY(writeTestFile(skin, "<LAYER ui_Main>\r\n\t<BUTTON b bmp=t.bmp x=0 y=0>\r\n</LAYER>\r\n"));
+        QVERIFY(writeTestFile(dir.filePath(QStringLiteral("skin/800_480/t.bmp")), whole.left(148)));
+        const ProgramRun lint = korvi({ "lint", skin });
+        QVERIFY2(lint.out.contains("t.bmp: cut short (148 of the") && lint.out.contains("[bad-picture]"), lint.out.constData());
+        const ProgramRun render = korvi({ "render", skin, "--layer", "ui_Main", "-o", dir.filePath("r.png"), "--size", "64x64" });
+        QCOMPARE(render.exitCode, 0);
+        QVERIFY2(render.err.contains("t.bmp: cut short (148 of the"), render.err.constData());
         // The whole picture is not.
         QVERIFY(writeTestFile(cut, whole));
         QCOMPARE(korvi({ "rl2png", cut, dir.filePath("t.png") }).err, QByteArray());
@@ -337,6 +346,9 @@ private slots:
         QVERIFY(writeTestFile(skin, kSkin));
         QProcessEnvironment bare;
         bare.insert(QStringLiteral("PATH"), qEnvironmentVariable("PATH"));
+        // Windows programs do not start without it.
+        if (qEnvironmentVariableIsSet("SYSTEMROOT"))
+            bare.insert(QStringLiteral("SYSTEMROOT"), qEnvironmentVariable("SYSTEMROOT"));
         for (const QStringList &args : { QStringList { "dump", skin },
                                          QStringList { "render", skin, "--layer", "ui_Main", "-o", dir.filePath("a.png"),
                                                        "--size", "40x20" } }) {
