@@ -65,7 +65,7 @@ QImage scaleFrames(const QImage &picture, int frames, QSize frameSize)
     const int frameHeight = source.height() / frames;
     QImage out(frameSize.width(), frameSize.height() * frames, QImage::Format_RGB32);
     for (int f = 0; f < frames; ++f) {
-        const QImage frame = source.copy(0, f * frameHeight, source.width(), frameHeight);
+        const QImage frame = frames == 1 ? source : source.copy(0, f * frameHeight, source.width(), frameHeight);
         const QImage scaled = withCoverage(frame).scaled(frameSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         threshold(scaled.convertToFormat(QImage::Format_ARGB32_Premultiplied), out, f * frameSize.height());
     }

@@ -3,7 +3,6 @@
 
 #include "PicturePort.h"
 #include "ResourceLookup.h"
-#include "AtomicFileWriter.h"
 #include "FileReading.h"
 #include "SaveChanges.h"
 #include "SkinElementWalk.h"
@@ -65,12 +64,19 @@ QString relativeToSkin(const QString &skinDir, const QString &path)
     return QDir(skinDir).relativeFilePath(path);
 }
 
+// Files go into a temporary folder that only becomes the target, renamed
+// whole, once every file is written: a plain write is enough there.
 bool writeBytes(const QString &path, const QByteArray &bytes, QString &error)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
-    QString why;
-    if (!AtomicFileWriter::writeWhole(path, bytes, why)) {
-        error = QStringLiteral("cannot write ") + why;
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+        error = QStringLiteral("cannot write %1: %2").arg(QDir::toNativeSeparators(path), file.errorString());
+        return false;
+    }
+    file.close();
+    if (file.error() != QFileDevice::NoError) {
+        error = QStringLiteral("cannot write %1: %2").arg(QDir::toNativeSeparators(path), file.errorString());
         return false;
     }
     return true;
