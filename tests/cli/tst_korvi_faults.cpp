@@ -172,7 +172,7 @@ private slots:
         QVERIFY(writeTestFile(skin, "<LAYER ui_Main>\r\n\t<BUTTON b bmp=t.bmp x=0 y=0>\r\n</LAYER>\r\n"));
         QVERIFY(writeTestFile(dir.filePath(QStringLiteral("skin/800_480/t.bmp")), whole.left(148)));
         const ProgramRun lint = korvi({ "lint", skin });
-        QVERIFY2(lint.out.contains("t.bmp: cut short (148 of the") && lint.out.contains("[bad-picture]"), lint.out.constData());
+        QVERIFY2(lint.out.contains("t.bmp, which cannot be shown: cut short (148 of the") && lint.out.contains("[bad-picture]"), lint.out.constData());
         const ProgramRun render = korvi({ "render", skin, "--layer", "ui_Main", "-o", dir.filePath("r.png"), "--size", "64x64" });
         QCOMPARE(render.exitCode, 0);
         QVERIFY2(render.err.contains("t.bmp: cut short (148 of the"), render.err.constData());
