@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <new>
 
 namespace {
 
@@ -40,6 +41,8 @@ void readFile(clsKorviInterface &document, const QString &path, bool imported,
         ReadUiFile(document, path, imported);
     } catch (const SkinReadError &error) {
         onError(error);
+    } catch (const std::bad_alloc &) {
+        onError(SkinReadError::outOfMemory(path));
     }
 }
 

@@ -8,6 +8,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <new>
+#include <optional>
+
 SkinOpenPlan SkinOpenPlan::forFile(const QString &path)
 {
     SkinOpenPlan plan;
@@ -59,12 +62,18 @@ QVector<SkinReadError> SkinOpenPlan::readInto(clsKorviInterface &document, const
 {
     QVector<SkinReadError> errors;
     for (const File &file : files) {
+        std::optional<SkinReadError> failure;
         try {
             ReadUiFile(document, file.path, file.imported);
         } catch (const SkinReadError &error) {
-            errors.append(error);
+            failure = error;
+        } catch (const std::bad_alloc &) {
+            failure = SkinReadError::outOfMemory(file.path);
+        }
+        if (failure) {
+            errors.append(*failure);
             if (progress.readError)
-                progress.readError(error);
+                progress.readError(*failure);
         }
         if (progress.fileDone)
             progress.fileDone(file.path);
