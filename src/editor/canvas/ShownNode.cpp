@@ -88,6 +88,7 @@ void ShownNode::showTopLevel(const QByteArray &key, clsElement *element, bool is
     emit nodeTextChanged(nodeText(key));
     emit layerNameChanged(QString::fromLatin1(element->strName()));
     refillGrid();
+    emit shown();
 }
 
 // The object is shown over its own layer (or template): when another one is on
@@ -191,6 +192,7 @@ void ShownNode::drawShown()
         mRendering.renderer.DrawElement(object, mPicture, 0, 0, true);
         mWidgets.canvas->setPicture(mPicture);
     }
+    emit shown();
 }
 
 void ShownNode::propertiesChanged(const QByteArray &ownerKey)

@@ -108,6 +108,7 @@ void frmEditor::createControllers()
                            this);
     connect(mShown, &ShownNode::nodeTextChanged, mPanels.at(0), &QLabel::setText);
     connect(mShown, &ShownNode::layerNameChanged, mPanels.at(1), &QLabel::setText);
+    connect(mShown, &ShownNode::shown, this, &frmEditor::followCompare);
     new TreeFollower(*tvwObjects, *mTree, *mSkin, this);
     mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects, DocumentActions::createMenus(*this), mEnv.dialogs,
                                    this);
@@ -131,6 +132,8 @@ void frmEditor::createControllers()
     mCanvas->addZoomActions(*view);
     view->addSeparator();
     new GridStepSetting(*mshObject, EditorSettings(mEnv.settings), mEnv.dialogs, *view, this);
+    view->addAction(QStringLiteral("&Compare Formats..."), this, &frmEditor::CompareFormatsCommand)
+        ->setObjectName(QStringLiteral("mnuCompareFormats"));
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, this);

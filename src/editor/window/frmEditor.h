@@ -7,11 +7,13 @@
 #include <QImage>
 #include <QMainWindow>
 #include <QModelIndex>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
 
 class CanvasController;
+class CompareFormats;
 class DocumentActions;
 class EditActions;
 class FileCommands;
@@ -87,6 +89,9 @@ public:
     void ExportPictureCommand();
     // File > Port Skin: the skin's folders made for another screen (PortSkinFlow.cpp).
     void PortSkinCommand();
+    // View > Compare Formats: the shown layer in another format beside the
+    // window, following it (CompareFormatsFlow.cpp).
+    void CompareFormatsCommand();
     void LockCommand();
     void SettingsCommand();
     void AboutCommand();
@@ -132,6 +137,7 @@ private:
     void followDocument();
     void skinOpened();
     void setTitle(const QString &name);
+    void followCompare();
 
     // ---- controls -----------------------------------------------------------
     QToolBar *tlbMain = nullptr;
@@ -166,6 +172,7 @@ private:
     RecentFiles *mRecent = nullptr;
     StatusProgress *mProgress = nullptr;
     ProblemsController *mProblems = nullptr;
+    QPointer<CompareFormats> mCompare;
     ReloadBar *mReloadBar = nullptr;
     SkinReloader *mReloader = nullptr;
     FileDropOpener *mDropOpener = nullptr;

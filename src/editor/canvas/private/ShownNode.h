@@ -76,6 +76,8 @@ signals:
     // layer drawn.
     void nodeTextChanged(const QString &text);
     void layerNameChanged(const QString &text);
+    // The canvas shows the current layer (and object) anew.
+    void shown();
 
 private:
     void showTopLevel(const QByteArray &key, clsElement *element, bool isTemplate);
