@@ -4,6 +4,7 @@
 
 #include "CompareFormats.h"
 #include "EditorFixture.h"
+#include "ShownNode.h"
 #include "LayerRenderer.h"
 #include "SkinPort.h"
 

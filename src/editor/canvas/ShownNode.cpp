@@ -133,7 +133,7 @@ void ShownNode::refillGrid()
 {
     mRowsStale = false;
     if (mCurrentObject)
-        emit rowsWanted(*mCurrentObject, mCurrentObjectKey);
+        emit rowsWanted(mCurrentObject, mCurrentObjectKey);
 }
 
 QImage ShownNode::freshCanvas() const

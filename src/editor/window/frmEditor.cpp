@@ -137,7 +137,8 @@ void frmEditor::createControllers()
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, this);
-    connect(mShown, &ShownNode::rowsWanted, mGrid, &PropertyGridController::fill);
+    connect(mShown, &ShownNode::rowsWanted, mGrid,
+            [this](const clsElement *element, const QByteArray &nodeKey) { mGrid->fill(*element, nodeKey); });
     connect(mShown, &ShownNode::rowsCleared, mGrid, &PropertyGridController::clear);
     connect(mGrid, &PropertyGridController::rowsWanted, mShown, &ShownNode::refillGrid);
     mGrid->keepColumnWidths(EditorSettings(mEnv.settings));

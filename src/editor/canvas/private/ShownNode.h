@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "clsElement.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QObject>
@@ -10,7 +12,6 @@ class ObjectTreeModel;
 class QAction;
 class SkinCanvas;
 class SkinDocument;
-class clsElement;
 struct RenderSetup;
 
 // What the editor shows of the document's current node: the layer, state or
@@ -68,9 +69,10 @@ public:
     void refillGrid();
 
 signals:
-    // The grid lists the properties of `element`, whose node key is `nodeKey`;
-    // or nothing.
-    void rowsWanted(const clsElement &element, const QByteArray &nodeKey);
+    // The grid lists the properties of `element` (never null), whose node key
+    // is `nodeKey`; or nothing. A pointer, not a reference: the signal's
+    // argument types must not need the element to be constructible.
+    void rowsWanted(const clsElement *element, const QByteArray &nodeKey);
     void rowsCleared();
     // The texts of the status bar's first two panels: the node shown, the
     // layer drawn.
