@@ -79,6 +79,16 @@ public:
     // document's elements of that file: it then counts as changed on disk.
     bool takeWholeFileWritten(const QString &path);
 
+    // After the whole document was written to a file (Save As, anywhere):
+    // that file becomes the source of every element it holds (all but the
+    // imported ones), so that the next save writes there and nowhere else.
+    // False, changing nothing, when reading the file does not give exactly
+    // those elements.
+    bool takeWholeDocumentAt(const QString &path);
+    // How many files the elements the whole-document writer writes come
+    // from (new elements count with the file that receives them).
+    int filesOfWrittenElements() const;
+
 private:
     struct Plan
     {
@@ -99,6 +109,7 @@ private:
         bool merged = false;
     };
     bool tagLinesReadBack(const FileChanges &changes) const;
+    QString whyNotReadBack(int file, const QByteArray &bytes, bool readsWhole) const;
     int fileForNewElements() const;
     std::shared_ptr<clsKorviInterface> readAlone(int file, const QByteArray &bytes, bool readsWhole) const;
     void takeReading(int file, clsKorviInterface &alone);
