@@ -15,6 +15,7 @@
 #include "clsKorviInterface.h"
 
 #include <QClipboard>
+#include <QMenu>
 #include <QMimeData>
 #include <QUndoStack>
 
@@ -354,6 +355,25 @@ private slots:
         QCOMPARE(readTestFile(f.file), kSkin);
         QCOMPARE(readTestFile(copy), QByteArray(written).replace("txtOne", "txtFirst"));
         QVERIFY(f.stack().isClean());
+    }
+
+    void theFileSaveAsWroteIsRecentAndWatched()
+    {
+        EditFixture f;
+        const QString copy = f.skinFolder.path() + "/800_480/ui/copy_800_480.ui";
+        f.dialogs.answerPath(copy);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.select("Lui_Main|EtxtOne");
+        f.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        QMenu *recent = f.control<QMenu>("mnuRecent");
+        emit recent->aboutToShow();
+        QCOMPARE(recent->actions().at(0)->data().toString(), QFileInfo(copy).absoluteFilePath());
+        // Another program changes the new file: the skin is read again from
+        // it; a change to the old file is no longer the skin's business.
+        QTest::qWait(50);
+        QVERIFY(writeTestFile(copy, QByteArray(readTestFile(copy)).replace("text=One", "text=Outside")));
+        QTRY_COMPARE(f.value("Lui_Main|EtxtOne|Ptext"), QByteArray("Outside"));
+        QCOMPARE(f.window->windowTitle().contains(QStringLiteral("copy_800_480.ui")), true);
     }
 
     void duplicatesOfTheFirstAndAMiddleObjectSaveRightAfterTheirOriginals()

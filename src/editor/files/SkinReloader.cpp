@@ -60,7 +60,9 @@ void SkinReloader::skinOpened()
     QStringList files;
     const SkinSources &sources = mDocument.document().Sources();
     for (int number = 1; number <= sources.count(); ++number) {
-        if (const SkinSourceFile *file = sources.file(number))
+        // A file left without a path after Save As holds nothing to watch.
+        const SkinSourceFile *file = sources.file(number);
+        if (file && !file->path().isEmpty())
             files << file->path();
     }
     mWatcher->watch(files);

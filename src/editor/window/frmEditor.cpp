@@ -600,11 +600,28 @@ void frmEditor::SaveCommand()
     });
     hourglass.restore();
     if (saved) {
+        becomeFile(path);
         mSaveFlow->wholeDocumentWritten(path);
         mActions->markSaved();
-        mReloader->skinSaved();
+        mReloader->skinOpened();
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
     }
+}
+
+// The file Save As wrote is the skin's file from now on: a reload reads it,
+// Recent Files lists it, and it is the file watched for changes on disk.
+void frmEditor::becomeFile(const QString &path)
+{
+    const QFileInfo file(path);
+    mOpenedPath = file.absoluteFilePath();
+    mOpenedFolder = false;
+    SkinContext context = mSkin->context();
+    const QString format = SkinLoader::skinFormatFromFileName(path);
+    if (!format.isEmpty())
+        context.SkinFormat = format;
+    context.UiFilePath = file.absoluteFilePath();
+    mSkin->setContext(context);
+    mRecent->add(mOpenedPath);
 }
 
 void frmEditor::SaveChangesCommand()

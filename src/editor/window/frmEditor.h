@@ -136,6 +136,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void becomeFile(const QString &path);
     bool frameOnObject() const override { return mFrameOnObject; }
     void selectNodeKey(const QByteArray &nodeKey) override;
 
