@@ -29,6 +29,11 @@ public:
     // with file number 0, the problems of new elements no file is to receive.
     std::vector<FileChanges> find();
 
+    // Edited tags are written anew whole in the writer's layout instead of
+    // having only their changed parts rewritten: for a change whose splice
+    // would not read back as edited.
+    void rewriteEditedTags() { mRewriteTags = true; }
+
 private:
     enum class Collection { Headers, Templates, Fonts, Layers };
 
@@ -39,6 +44,7 @@ private:
     void visitChildren(const clsElement &element, FileChanges &changes);
     void visitCollection(const clsElements &elements, Collection collection);
     void writeAnew(const clsElement &element, int file, qsizetype at, const QByteArray &indent);
+    void rewriteTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void compareTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void compareProperties(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void changeValue(const SourceElement &read, size_t index, const QByteArray &value, FileChanges &changes);
@@ -67,4 +73,5 @@ private:
     const QByteArray &lineEndOf(int file);
     QByteArray mNewHeaders;
     TagLineCheck mTagLineCheck;
+    bool mRewriteTags = false;
 };
