@@ -8,9 +8,7 @@
 #include "UiFileWriter.h"
 #include "clsKorviInterface.h"
 
-#include <QAction>
 #include <QDir>
-#include <QMetaMethod>
 #include <QFileInfo>
 #include <QLabel>
 #include <QTimer>
@@ -284,12 +282,7 @@ void SaveChangesFlow::offerSaveAs(const QString &why)
     const QString text = why + QStringLiteral("\n\nNothing was written. Save the whole skin under another name (Save As) instead?");
     if (mDialogs.message(kTitle, text, Dialogs::Icon::Warning, Dialogs::Buttons::YesNo) != Dialogs::Button::Yes)
         return;
-    // The window's own Save As, until the window takes the signal itself.
-    QAction *saveAs = parent() ? parent()->findChild<QAction *>(QStringLiteral("mnuSaveAs")) : nullptr;
-    if (isSignalConnected(QMetaMethod::fromSignal(&SaveChangesFlow::saveAsWanted)) || !saveAs)
-        emit saveAsWanted();
-    else
-        saveAs->trigger();
+    emit saveAsWanted();
 }
 
 // After a Save As whose file does not read back as the document: the whole

@@ -212,7 +212,7 @@ void EditActions::duplicateSelected()
     std::vector<const clsElement *> placed;
     makeDistinct(*copy, siblings, names, placed);
     std::vector<PasteElementsCommand::Entry> entries;
-    entries.push_back({ parent, siblings->IndexOf(element) + 1, std::move(copy) });
+    entries.push_back({ parent, siblings->positionOf(element) + 1, std::move(copy) });
     mDocument.undoStack().push(new PasteElementsCommand(
         mDocument, std::move(entries), QStringLiteral("Duplicate %1").arg(QString::fromLatin1(element->strName()))));
 }
@@ -238,7 +238,7 @@ void EditActions::paste()
     const clsElement *anchorElement = mDocument.elementAt(anchor);
     const clsElements &layers = mDocument.document().Layers();
     const QByteArray top = anchor.isEmpty() ? QByteArray() : NodeKey(anchor).segments().first();
-    const int topIndex = layers.IndexOf(mDocument.elementAt(top));
+    const int topIndex = layers.positionOf(mDocument.elementAt(top));
 
     QByteArray objectsParent;
     int objectsIndex = -1;
@@ -248,7 +248,7 @@ void EditActions::paste()
     } else if (anchorElement && !NodeKey(anchor).parent().isEmpty()) {
         objectsParent = NodeKey(anchor).parent();
         const clsElements *siblings = mDocument.childrenOf(objectsParent);
-        objectsIndex = siblings ? siblings->IndexOf(anchorElement) + 1 : -1;
+        objectsIndex = siblings ? siblings->positionOf(anchorElement) + 1 : -1;
     }
     if (!pasted.objects.empty() && objectsIndex < 0) {
         mDialogs.message(title, QStringLiteral("Select a layer or an object to paste objects into."),
