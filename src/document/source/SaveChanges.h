@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class AtomicFileWriter;
@@ -51,6 +52,9 @@ public:
         QStringList problems;
     };
     std::vector<Pending> pending() const;
+    // The same, kept for the save() that follows: the changes are found once
+    // for both, as long as the document does not change in between.
+    std::vector<Pending> plan();
     // "N changes in M files", for the status bar; empty when nothing is unsaved.
     static QString summary(const std::vector<Pending> &pending);
 
@@ -95,6 +99,9 @@ public:
     // How many files the elements the whole-document writer writes come
     // from (new elements count with the file that receives them).
     int filesOfWrittenElements() const;
+    // How many times this object ran the change finder: once for plan() and
+    // the save() that follows it.
+    int finderRuns() const { return mFinderRuns; }
 
 private:
     struct Plan
@@ -129,7 +136,14 @@ private:
                      Result &result) const;
     void takeNewRecords(const Plan &plan, Result &result);
 
+    std::vector<Pending> pendingFound() const;
+    const std::vector<FileChanges> &changes(bool rewriteEditedTags) const;
+    std::vector<FileChanges> takeChanges(bool rewriteEditedTags);
+
     clsKorviInterface &mDocument;
+    mutable std::optional<std::vector<FileChanges>> mFound;
+    mutable std::optional<std::vector<FileChanges>> mRewritten;
+    mutable int mFinderRuns = 0;
     QString mFileForNewElements;
     QHash<QString, QString> mRedirects;
     QStringList mHeldLocks;

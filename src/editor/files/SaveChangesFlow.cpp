@@ -162,19 +162,19 @@ bool SaveChangesFlow::saveChanges()
 {
     if (!mWholeDocumentTo.isEmpty())
         return saveWholeDocument();
+    // One plan for the whole save: what pending() finds is what save() writes.
+    SaveChanges saver(mDocument);
     std::vector<SaveChanges::Pending> pending;
     {
         HourglassCursor hourglass;
-        SaveChanges saver(mDocument);
         saver.setFileForNewElements(mFileForNewElements);
-        pending = saver.pending();
+        pending = saver.plan();
     }
     if (mWholeFolder && mFileForNewElements.isEmpty() && needsFileForNewElements(pending)) {
         if (!chooseFileForNewLayers())
             return false;
-        SaveChanges saver(mDocument);
         saver.setFileForNewElements(mFileForNewElements);
-        pending = saver.pending();
+        pending = saver.plan();
     }
     const QStringList problems = problemsOf(pending);
     if (!problems.isEmpty()) {
@@ -190,8 +190,6 @@ bool SaveChangesFlow::saveChanges()
     if (!confirmWriting(pending))
         return false;
 
-    SaveChanges saver(mDocument);
-    saver.setFileForNewElements(mFileForNewElements);
     HourglassCursor hourglass;
     // The bar counts the files written, once every question is answered.
     const bool showProgress = pending.size() > kManyFiles;
@@ -211,6 +209,7 @@ bool SaveChangesFlow::saveChanges()
     });
     hourglass.restore();
     mProgress.end();
+    mLastFinderRuns = saver.finderRuns();
     reportResult(result);
     return result.ok();
 }
@@ -232,7 +231,8 @@ QStringList SaveChangesFlow::filesOfSkin() const
     const SkinSources &sources = mDocument.Sources();
     for (int number = 1; number <= sources.count(); ++number) {
         const SkinSourceFile *file = sources.file(number);
-        if (file && !file->imported() && !files.contains(file->path()))
+        // A file Save As left behind has no path: nothing goes there again.
+        if (file && !file->imported() && !file->path().isEmpty() && !files.contains(file->path()))
             files << file->path();
     }
     return files;

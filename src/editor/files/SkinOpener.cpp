@@ -55,12 +55,13 @@ void SkinOpener::reopen()
 }
 
 // The file Save As wrote is the skin's file from now on: a reload reads it
-// and Recent Files lists it.
+// and Recent Files lists it; the files watched are the ones its opening reads.
 void SkinOpener::savedAs(const QString &path)
 {
     mOpenedFolder = false;
     mOpenedPath = QFileInfo(path).absoluteFilePath();
-    const SkinOpenPlan plan = SkinOpenPlan::forFile(path);
+    mPlan = SkinOpenPlan::forFile(path);
+    const SkinOpenPlan &plan = mPlan;
     SkinContext context = mSkin.context();
     if (!plan.skinFormat.isEmpty())
         context.SkinFormat = plan.skinFormat;
@@ -74,6 +75,7 @@ void SkinOpener::savedAs(const QString &path)
 void SkinOpener::open(const SkinOpenPlan &plan, const QString &path, const QString &title)
 {
     emit aboutToOpen();
+    mPlan = plan;
     mReadingErrors.clear();
     mSkin.reload({});
     HourglassCursor hourglass;

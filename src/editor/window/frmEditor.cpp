@@ -164,7 +164,7 @@ void frmEditor::createFileMenu()
     connect(mFiles, &FileCommands::wholeSkinSaved, this, [this] {
         mActions->markSaved();
         // The file written is the one watched from now on.
-        mReloader->skinOpened();
+        mReloader->skinOpened(mOpener->plan().paths());
     });
 }
 
@@ -172,8 +172,8 @@ void frmEditor::createFileMenu()
 void frmEditor::createWatchers()
 {
     mReloader = new SkinReloader(*mSkin, *mTree, *tvwObjects, *mReloadBar, this);
-    mReloader->reopen = [this] { mOpener->reopen(); };
-    mReloader->tell = [this](const QString &text) { stbMain->showMessage(text, 10000); };
+    connect(mReloader, &SkinReloader::reopenWanted, mOpener, &SkinOpener::reopen);
+    connect(mReloader, &SkinReloader::told, this, [this](const QString &text) { stbMain->showMessage(text, 10000); });
     mDropOpener = new FileDropOpener(*this);
     mDropOpener->mayDiscardChanges = [this] { return mActions->mayDiscardChanges(); };
     mDropOpener->openFile = [this](const QString &file) { openSkinFile(file); };
@@ -326,7 +326,7 @@ void frmEditor::skinOpened()
     for (const char *name : { "mnuSaveChanges", "mnuSaveAs" })
         findChild<QAction *>(QString::fromLatin1(name))->setEnabled(true);
     mProblems->skinOpened(mOpener->readingErrors(), mOpener->openedFolder());
-    mReloader->skinOpened();
+    mReloader->skinOpened(mOpener->plan().paths());
 }
 
 void frmEditor::SaveCommand()
