@@ -9,6 +9,8 @@
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PasteElementsCommand.h"
+#include "PropertyCommands.h"
+#include "PropertyGridController.h"
 #include "RenameElementCommand.h"
 #include "SkinDocument.h"
 #include "clsKorviInterface.h"
@@ -163,6 +165,15 @@ void EditActions::updateActions()
 // brings the entry back.
 void EditActions::deleteSelected()
 {
+    if (mGrid && mGrid->hasFocus()) {
+        const QByteArray key = mGrid->selectedPropertyKey();
+        if (key.isEmpty())
+            return;
+        auto command = std::make_unique<RemovePropertyCommand>(mDocument, key);
+        if (command->isValid())
+            mDocument.undoStack().push(command.release());
+        return;
+    }
     mActions.RemoveSelected();
 }
 

@@ -144,6 +144,8 @@ void frmEditor::createControllers()
     mGrid->keepColumnWidths(EditorSettings(mEnv.settings));
     mGrid->setFilterField(*txtPropertyFilter);
     mGrid->setInheritedToggle(*chkInherited, EditorSettings(mEnv.settings));
+    mEdit->aimDeleteAt(*mGrid);
+    connect(mActions, &DocumentActions::removed, this, [this](const QString &what) { stbMain->showMessage(what, 10000); });
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
 }
 
