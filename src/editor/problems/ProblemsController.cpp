@@ -44,7 +44,9 @@ ProblemsController::ProblemsController(SkinDocument &document, QMainWindow &wind
     mDock->setObjectName(QStringLiteral("dockProblems"));
     mPanel->setObjectName(QStringLiteral("problemsPanel"));
     mDock->setWidget(mPanel);
-    mDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    // Closed, it comes back from View > Problems.
+    mDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable
+                       | QDockWidget::DockWidgetClosable);
     window.addDockWidget(Qt::BottomDockWidgetArea, mDock);
 
     mCounts->setObjectName(QStringLiteral("stbProblemCounts"));
