@@ -18,6 +18,7 @@
 #include "clsPowGridItems.h"
 
 #include <QClipboard>
+#include <QDockWidget>
 #include <QMenu>
 #include <QMimeData>
 #include <QStatusBar>
@@ -180,10 +181,26 @@ private slots:
         f.select("Lui_Main|EtxtOne");
         f.dialogs.answerText(QStringLiteral("two words"));
         f.press(Qt::Key_F2);
-        QCOMPARE(f.lastAsked().kind, QStringLiteral("message"));
-        QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be a name")));
+        // The reason, then the prompt again with the typed text (cancelled here).
+        const QList<ScriptedDialogs::Asked> asked = f.dialogs.asked();
+        QCOMPARE(asked.size(), 3);
+        QCOMPARE(asked.at(1).kind, QStringLiteral("message"));
+        QVERIFY(asked.at(1).text.contains(QStringLiteral("cannot be a name")));
+        QCOMPARE(asked.at(2).kind, QStringLiteral("text"));
+        QCOMPARE(asked.at(2).value, QStringLiteral("two words"));
         QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
         QCOMPARE(f.stack().count(), 0);
+    }
+
+    void aRefusedNameCanBeCorrectedInTheReopenedPrompt()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.dialogs.answerText(QStringLiteral("two words"));
+        f.dialogs.answerText(QStringLiteral("two_words"));
+        f.press(Qt::Key_F2);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "two_words", "btnOk" }));
+        QCOMPARE(f.stack().count(), 1);
     }
 
     void saveChangesWritesTheNewNameInPlaceAndTheCopyBesideIt()
@@ -368,6 +385,21 @@ private slots:
                  QStringLiteral("Removed layer ui_Main and its 2 objects (Undo brings them back)"));
         f.press(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+    }
+
+    void viewProblemsBringsTheClosedPanelBack()
+    {
+        EditFixture f;
+        QDockWidget *dock = f.control<QDockWidget>("dockProblems");
+        QVERIFY(dock->features() & QDockWidget::DockWidgetClosable);
+        QVERIFY(dock->isVisible());
+        dock->close();
+        QVERIFY(!dock->isVisible());
+        QAction *problems = f.control<QAction>("mnuProblems");
+        QVERIFY(f.control<QMenu>("mnuView")->actions().contains(problems));
+        QVERIFY(!problems->isChecked());
+        problems->trigger();
+        QVERIFY(dock->isVisible());
     }
 
     // ---- Save Changes after structural edits ---------------------------------------------

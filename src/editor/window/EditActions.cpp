@@ -184,14 +184,17 @@ void EditActions::renameSelected()
     if (!element)
         return;
     const QString title = QStringLiteral("Rename");
-    const QString name = mDialogs.askText(title, QStringLiteral("Type New Name"),
-                                          QString::fromLatin1(element->strName()));
-    if (name.isEmpty() || name.toLatin1() == element->strName())
-        return;
-    const QString problem = NameWord::problemWithName(name);
-    if (!problem.isEmpty()) {
+    // A refused name brings the prompt back with what was typed, to be
+    // corrected rather than typed again; Cancel ends it.
+    QString name = QString::fromLatin1(element->strName());
+    for (;;) {
+        name = mDialogs.askText(title, QStringLiteral("Type New Name"), name);
+        if (name.isEmpty() || name.toLatin1() == element->strName())
+            return;
+        const QString problem = NameWord::problemWithName(name);
+        if (problem.isEmpty())
+            break;
         mDialogs.message(title, problem, Dialogs::Icon::Warning);
-        return;
     }
     auto command = std::make_unique<RenameElementCommand>(mDocument, key, name.toLatin1());
     if (command->isValid())

@@ -35,6 +35,7 @@
 #include "frmSettings.h"
 
 #include <QAction>
+#include <QDockWidget>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QLabel>
@@ -147,6 +148,10 @@ void frmEditor::createControllers()
     mEdit->aimDeleteAt(*mGrid);
     connect(mActions, &DocumentActions::removed, this, [this](const QString &what) { stbMain->showMessage(what, 10000); });
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
+    QAction *problems = mProblems->dock()->toggleViewAction();
+    problems->setObjectName(QStringLiteral("mnuProblems"));
+    problems->setText(QStringLiteral("&Problems"));
+    view->addAction(problems);
 }
 
 void frmEditor::createFileMenu()
