@@ -177,6 +177,27 @@ private slots:
         QCOMPARE(context.SkinFormat, QStringLiteral("1024_600"));
     }
 
+    void aNewDirectoryListsItsFormatsAtOnceAndTheFormatRowHasNoButton()
+    {
+        QTemporaryDir other;
+        QDir(other.path()).mkdir(QStringLiteral("1024_600"));
+        QDir(mProgram->path()).mkdir(QStringLiteral("800_480"));
+        SkinContext context;
+        context.SkinDirectory = mProgram->path();
+        ScriptedDialogs dialogs;
+        dialogs.answerPath(other.path());
+        frmSettings form(context, dialogs);
+        QCOMPARE(choicesOf(form.formatRow()), QStringList { "800_480" });
+        QVERIFY(form.pgrSettings->isButtonShown(form.directoryRow(), 2));
+        QVERIFY(!form.pgrSettings->isButtonShown(form.formatRow(), 2));
+        form.resize(500, 200);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        clickCell(form.pgrSettings, 1, 2);
+        QCOMPARE(choicesOf(form.formatRow()), QStringList { "1024_600" });
+        QCOMPARE(context.SkinDirectory, mProgram->path());
+    }
+
     void theFolderButtonAsksForAFolderAndStoresNothingYet()
     {
         SkinContext context;

@@ -60,6 +60,8 @@ void frmSettings::setUpGrid()
     pgrSettings->Headers()->Add(QStringLiteral("Value"), width, true, dtText);
     Header *action = pgrSettings->Headers()->Add(QStringLiteral("Action"), width, true, dtButton);
     action->ColumnEditable = false;
+    // Only the directory row has a button; the format row shows none.
+    action->HideEmptyButtons = true;
 
     PowGridItem *directory = pgrSettings->Items()->Add();
     directory->setCellText(ColProperty, QStringLiteral("Default Korvi Skin Directory"));
@@ -69,11 +71,7 @@ void frmSettings::setUpGrid()
     PowGridItem *format = pgrSettings->Items()->Add();
     format->setCellText(ColProperty, QStringLiteral("Current Skin Format"));
     format->DataType = dtItemCombo;
-    format->ComboList = std::make_shared<clsComboList>();
-    for (const QString &name : SkinFolderListing::formatNamesIn(mContext.SkinDirectory)) {
-        if (!format->ComboList->ItemExist(name))
-            format->ComboList->Add(name, name);
-    }
+    listFormatsOf(mContext.SkinDirectory);
     format->setCellText(ColValue, mContext.SkinFormat);
     // The columns start 100 wide; a folder path would not fit, so they grow to
     // what they show, and the window with them.
@@ -82,6 +80,17 @@ void frmSettings::setUpGrid()
     for (int column = 0; column < 3; ++column)
         columns += pgrSettings->columnWidthPixels(column);
     resize(qMax(columns + 60, 420), 200);
+}
+
+void frmSettings::listFormatsOf(const QString &directory)
+{
+    auto list = std::make_shared<clsComboList>();
+    for (const QString &name : SkinFolderListing::formatNamesIn(directory)) {
+        if (!list->ItemExist(name))
+            list->Add(name, name);
+    }
+    formatRow()->ComboList = list;
+    pgrSettings->update();
 }
 
 PowGridItem *frmSettings::directoryRow() const
@@ -100,8 +109,11 @@ void frmSettings::pgrSettings_ItemChanged(PowGridItem *item, int column)
         return;
     const QString folder = mDialogs.folder(QStringLiteral("Select Korvi Default Directory"),
                                            item->CellText(ColValue));
-    if (!folder.isEmpty())
-        item->setCellText(ColValue, folder);
+    if (folder.isEmpty())
+        return;
+    item->setCellText(ColValue, folder);
+    // The formats on offer are those of the directory chosen, at once.
+    listFormatsOf(folder);
 }
 
 void frmSettings::cmdOK_Click()

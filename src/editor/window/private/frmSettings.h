@@ -32,6 +32,8 @@ public:
 
 private:
     void setUpGrid();
+    // The format row offers the resolution folders of `directory`.
+    void listFormatsOf(const QString &directory);
     void pgrSettings_ItemChanged(PowGridItem *item, int column);
     void cmdOK_Click();
 
