@@ -10,6 +10,7 @@
 #include "FileCommands.h"
 #include "FileDropOpener.h"
 #include "GridStepSetting.h"
+#include "MainStatusBar.h"
 #include "MainToolbar.h"
 #include "ObjectTreeModel.h"
 #include "ProblemsController.h"
@@ -260,15 +261,7 @@ void frmEditor::createPanes()
 
 void frmEditor::createStatusBar()
 {
-    stbMain = new QStatusBar(this);
-    stbMain->setObjectName(QStringLiteral("stbMain"));
-    for (int i = 0; i < 3; ++i) {
-        auto *panel = new QLabel;
-        panel->setObjectName(QStringLiteral("stbPanel%1").arg(i + 1));
-        panel->setMinimumWidth(i == 2 ? 120 : 220);
-        stbMain->addWidget(panel, i == 0 ? 2 : 1);
-        mPanels << panel;
-    }
+    stbMain = MainStatusBar::create(mPanels);
     setStatusBar(stbMain);
 }
 
