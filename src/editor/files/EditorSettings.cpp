@@ -14,6 +14,8 @@ const QString kRecentFiles = QStringLiteral("RecentFiles/Entries");
 const QString kPropertyColumnWidths = QStringLiteral("PropertyGrid/ColumnWidths");
 const QString kShowInherited = QStringLiteral("PropertyGrid/ShowInherited");
 const QString kGridStep = QStringLiteral("Canvas/GridStep");
+const QString kWindowGeometry = QStringLiteral("Window/Geometry");
+const QString kWindowState = QStringLiteral("Window/State");
 
 // Where earlier versions kept the recent files: one path a line, in UTF-8.
 const QString kFormerRecentFiles = QStringLiteral("RecentFiles.txt");
@@ -106,4 +108,24 @@ void EditorSettings::write(const QString &key, const QVariant &value) const
     QDir().mkpath(QFileInfo(mPath).absolutePath());
     QSettings settings(mPath, QSettings::IniFormat);
     settings.setValue(key, value);
+}
+
+QByteArray EditorSettings::windowGeometry() const
+{
+    return read(kWindowGeometry).toByteArray();
+}
+
+void EditorSettings::setWindowGeometry(const QByteArray &geometry) const
+{
+    write(kWindowGeometry, geometry);
+}
+
+QByteArray EditorSettings::windowState() const
+{
+    return read(kWindowState).toByteArray();
+}
+
+void EditorSettings::setWindowState(const QByteArray &state) const
+{
+    write(kWindowState, state);
 }

@@ -65,6 +65,10 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     button(QStringLiteral("Save"))->setEnabled(false);
     setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral("[*]"));
     resize(1320, 860);
+    // Where the user left the window and its panels, when there was a last time.
+    const EditorSettings settings(mEnv.settings);
+    restoreGeometry(settings.windowGeometry());
+    restoreState(settings.windowState());
 }
 
 LayerRenderer &frmEditor::renderer() const
@@ -383,6 +387,9 @@ void frmEditor::closeEvent(QCloseEvent *event)
     }
     const bool keepSaved = mHasRunSkinDirectory && mEnv.context.SkinDirectory == mRunSkinDirectory;
     mEnv.settings.WriteSettings(keepSaved ? mSavedSkinDirectory : mEnv.context.SkinDirectory);
+    const EditorSettings settings(mEnv.settings);
+    settings.setWindowGeometry(saveGeometry());
+    settings.setWindowState(saveState());
     QMainWindow::closeEvent(event);
 }
 
