@@ -18,7 +18,7 @@
 namespace {
 
 const QString kUsage = QStringLiteral(
-    "usage: korvi lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]");
+    "usage: korvi lint [--skin-dir D] [--format R] [--code-page NAME] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]");
 
 struct LintOptions
 {
@@ -28,6 +28,7 @@ struct LintOptions
     bool json = false;
     bool warningsAreErrors = false;
     QStringList disabled;
+    SkinCodec codec;
 };
 
 // Returns 0 when the arguments are good, else the usage exit code (printed).
@@ -40,10 +41,15 @@ int parse(const QStringList &args, LintOptions &o)
     const QCommandLineOption werror(QStringLiteral("werror"), QStringLiteral("count warnings as errors"));
     const QCommandLineOption disable(QStringLiteral("disable"), QStringLiteral("leave out these codes"), QStringLiteral("CODE,..."));
     parser.addOptions({ skinDir, format, json, werror, disable });
+    CommandLine::addCodePageOption(parser);
     if (!parser.parse(QStringList { QStringLiteral("korvi lint") } + args))
         return CommandLine::usageError(parser.errorText() + QLatin1Char('\n') + kUsage);
     if (parser.positionalArguments().size() != 1)
         return CommandLine::usageError(kUsage);
+    const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
+    if (!codec)
+        return 2;
+    o.codec = *codec;
     o.target = parser.positionalArguments().first();
     o.skinDirectory = parser.value(skinDir);
     o.format = parser.value(format);
@@ -95,7 +101,7 @@ QByteArray jsonOf(const QVector<Problem> &problems)
         o.insert(QStringLiteral("file"), shownPath(p.file));
         o.insert(QStringLiteral("line"), p.line);
         o.insert(QStringLiteral("column"), p.column);
-        o.insert(QStringLiteral("node_key"), QString::fromLocal8Bit(p.nodeKey));
+        o.insert(QStringLiteral("node_key"), SkinCodec::wordText(p.nodeKey));
         o.insert(QStringLiteral("message"), p.message);
         list.append(o);
     }
@@ -112,7 +118,7 @@ QString summary(qsizetype errors, qsizetype warnings)
 
 } // namespace
 
-// korvi lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]
+// korvi lint [--skin-dir D] [--format R] [--code-page NAME] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]
 // A file is read as Open reads it (with its template files and the shared
 // scheme), a folder as All does. Exit 0 without errors, 1 with errors (or with
 // warnings under --werror), 2 on a usage error.
@@ -124,6 +130,7 @@ int runLint(const QStringList &args)
     const bool folder = QFileInfo(o.target).isDir();
     const SkinOpenPlan plan = folder ? SkinOpenPlan::forFolder(o.target) : SkinOpenPlan::forFile(o.target);
     clsKorviInterface document;
+    document.setCodec(o.codec);
     const QVector<SkinReadError> errors = plan.readInto(document);
     SkinContext context;
     context.UiFilePath = plan.uiFilePath;
@@ -145,7 +152,7 @@ int runLint(const QStringList &args)
         for (const Problem &p : problems)
             text += compilerLine(p);
         text += summary(errorCount, warningCount) + QLatin1Char('\n');
-        CommandLine::printOut(text.toLocal8Bit());
+        CommandLine::printOut(CommandLine::terminalBytes(text));
     }
     const bool failed = errorCount > 0 || (o.warningsAreErrors && warningCount > 0);
     return failed ? 1 : 0;

@@ -9,12 +9,13 @@
 
 namespace {
 
-const QString kUsage = QStringLiteral("usage: korvi locate [--ui UIFILE] [--skin-dir D] [--format R] REF");
+const QString kUsage = QStringLiteral("usage: korvi locate [--ui UIFILE] [--skin-dir D] [--format R] [--code-page NAME] REF");
 
 } // namespace
 
-// korvi locate [--ui UIFILE] [--skin-dir D] [--format R] REF
-// The paths are used as given, as the editor uses the values it holds.
+// korvi locate [--ui UIFILE] [--skin-dir D] [--format R] [--code-page NAME] REF
+// The paths are used as given, as the editor uses the values it holds. REF is
+// looked up as it would stand in a skin in that code page: as the skin's bytes.
 int runLocate(const QStringList &args)
 {
     QCommandLineParser parser;
@@ -23,15 +24,25 @@ int runLocate(const QStringList &args)
                                      QStringLiteral("D"));
     const QCommandLineOption format(QStringLiteral("format"), QStringLiteral("The skin format."), QStringLiteral("R"));
     parser.addOptions({ ui, skinDir, format });
+    CommandLine::addCodePageOption(parser);
     if (const int usage = CommandLine::parseArguments(parser, args, kUsage, 1, 1))
         return usage;
+    const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
+    if (!codec)
+        return 2;
+    const QString typed = parser.positionalArguments().first();
+    const std::optional<QByteArray> reference = codec->toBytes(typed);
+    if (!reference) {
+        CommandLine::printErr(QStringLiteral("korvi locate: ") + codec->refusal(typed));
+        return 1;
+    }
     SkinContext context;
     context.UiFilePath = parser.value(ui);
     context.SkinDirectory = parser.value(skinDir);
     context.SkinFormat = parser.value(format);
 
     StringInfoSink info;
-    const ImageFile file = ResourceLookup(context, info).GetImageFile(parser.positionalArguments().first());
+    const ImageFile file = ResourceLookup(context, info).GetImageFile(*reference, *codec);
     QString text;
     text += QStringLiteral("path: ") + file.path + QLatin1Char('\n');
     text += QStringLiteral("sprites: %1\n").arg(file.spriteCount);
@@ -39,6 +50,6 @@ int runLocate(const QStringList &args)
     text += QStringLiteral("grab_center: ") + (file.grabCenter ? QStringLiteral("true") : QStringLiteral("false")) + QLatin1Char('\n');
     // The report exactly as the information box would receive it, CR LF kept.
     text += info.text();
-    CommandLine::printOut(text.toUtf8());
+    CommandLine::printOut(CommandLine::terminalBytes(text));
     return 0;
 }

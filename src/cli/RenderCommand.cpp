@@ -27,7 +27,7 @@
 namespace {
 
 const char kUsage[] =
-    "usage: korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R] "
+    "usage: korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R] [--code-page NAME] "
     "(--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH] -o OUT [--boxes BOXES.json]";
 
 // Information lines go to stderr as they come, one line per line.
@@ -38,7 +38,7 @@ public:
     {
         QString lines = text;
         lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-        const QByteArray bytes = lines.toLocal8Bit();
+        const QByteArray bytes = CommandLine::terminalBytes(lines);
         fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
     }
 };
@@ -55,6 +55,7 @@ struct RenderOptions
     QSize size;
     QString output;
     QString boxes;
+    SkinCodec codec;
 };
 
 bool parseSize(const QString &text, QSize &size)
@@ -71,8 +72,7 @@ bool parseSize(const QString &text, QSize &size)
 int parseOptions(const QStringList &arguments, RenderOptions &o)
 {
     const auto valued = [](const char *name, const char *description, const char *valueName) {
-        return QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(description),
-                                  QString::fromLatin1(valueName));
+        return QCommandLineOption(QLatin1String(name), QLatin1String(description), QLatin1String(valueName));
     };
     const QCommandLineOption skinDir = valued("skin-dir", "The default skin directory.", "D");
     const QCommandLineOption format = valued("format", "The skin format.", "R");
@@ -84,10 +84,15 @@ int parseOptions(const QStringList &arguments, RenderOptions &o)
     const QCommandLineOption boxes = valued("boxes", "Where to write the drawn boxes.", "BOXES.json");
     QCommandLineParser parser;
     CommandLine::addImportedOption(parser);
+    CommandLine::addCodePageOption(parser);
     parser.addOptions({ skinDir, format, layer, allLayers, highlight, size, output, boxes });
     const QString usage = QLatin1String(kUsage);
     if (const int error = CommandLine::parseArguments(parser, arguments, usage, 1, 1))
         return error;
+    const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
+    if (!codec)
+        return 2;
+    o.codec = *codec;
     o.imported = CommandLine::importedFiles(parser);
     o.file = parser.positionalArguments().first();
     o.skinDirectory = parser.value(skinDir);
@@ -116,7 +121,7 @@ bool isDrawnBlock(const clsElement *block)
 
 QString pictureFileName(const clsElement *block)
 {
-    QString name = QString::fromLatin1(block->ElementKey());
+    QString name = SkinCodec::wordText(block->ElementKey());
     static const QRegularExpression unsafe(QStringLiteral("[^A-Za-z0-9_.\\[\\]-]"));
     name.replace(unsafe, QStringLiteral("_"));
     return name + QStringLiteral(".png");
@@ -135,6 +140,12 @@ bool writeFile(const QString &path, const QByteArray &bytes)
         return false;
     }
     return true;
+}
+
+// The names the skin gives its layers, in its code page.
+QString nameOf(const clsKorviInterface &doc, QByteArrayView bytes)
+{
+    return doc.codec().toText(bytes);
 }
 
 QByteArray contactSheet(const QVector<QPair<QString, QString>> &pictures, const QString &skinFile)
@@ -158,7 +169,7 @@ void appendBoxes(QJsonArray &boxes, const LayerRenderer &renderer, const QString
 {
     for (const LayerRenderer::DrawnObject &d : renderer.drawnObjects()) {
         QJsonObject o;
-        o.insert(QStringLiteral("key"), QString::fromLatin1(renderer.nodeKeyOf(d.element)));
+        o.insert(QStringLiteral("key"), SkinCodec::wordText(renderer.nodeKeyOf(d.element)));
         o.insert(QStringLiteral("left"), d.box.left);
         o.insert(QStringLiteral("top"), d.box.top);
         o.insert(QStringLiteral("width"), d.box.width);
@@ -173,6 +184,7 @@ void appendBoxes(QJsonArray &boxes, const LayerRenderer &renderer, const QString
 // Returns false after printing the error when a file cannot be read.
 bool readSkin(clsKorviInterface &doc, const RenderOptions &o, QString &format)
 {
+    doc.setCodec(o.codec);
     try {
         for (const QString &path : o.imported)
             ReadUiFile(doc, path, true);
@@ -208,7 +220,7 @@ int runRender(const QStringList &arguments)
     LayerRenderer &renderer = setup.renderer;
 
     if (!o.highlight.isEmpty()) {
-        const clsElement *selected = NodeKey::ResolveNodeKey(doc, o.highlight.toLatin1()).element;
+        const clsElement *selected = NodeKey::ResolveNodeKey(doc, SkinCodec::wordBytes(o.highlight)).element;
         if (!selected)
             CommandLine::printErr(QStringLiteral("korvi: %1 names no object; nothing is highlighted").arg(o.highlight));
         renderer.setHighlighted(selected);
@@ -221,7 +233,7 @@ int runRender(const QStringList &arguments)
                 blocks << block;
         }
     } else {
-        const clsElement *block = doc.Layers().Find(o.layer.toLatin1());
+        const clsElement *block = doc.Layers().Find(SkinCodec::wordBytes(o.layer));
         if (!block) {
             CommandLine::printErr(QStringLiteral("korvi: %1 has no layer \"%2\"").arg(o.file, o.layer));
             return 1;
@@ -239,14 +251,14 @@ int runRender(const QStringList &arguments)
     for (const clsElement *block : blocks) {
         QImage canvas(size, QImage::Format_RGB32);
         renderer.DrawLayer(block, canvas);
-        const QString name = QString::fromLatin1(block->strName());
+        const QString name = nameOf(doc, block->strName());
         const QString target = o.allLayers ? QDir(o.output).filePath(pictureFileName(block)) : o.output;
         if (!canvas.save(target, "PNG")) {
             CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(target));
             return 1;
         }
-        sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + QLatin1Char(':') + name });
-        appendBoxes(boxes, renderer, o.allLayers ? QString::fromLatin1(block->ElementKey()) : QString());
+        sheet.append({ pictureFileName(block), nameOf(doc, block->ElementType()) + QLatin1Char(':') + name });
+        appendBoxes(boxes, renderer, o.allLayers ? SkinCodec::wordText(block->ElementKey()) : QString());
     }
     if (o.allLayers && !writeFile(QDir(o.output).filePath(QStringLiteral("index.html")),
                                   contactSheet(sheet, QFileInfo(o.file).fileName())))

@@ -24,6 +24,7 @@ bool ScriptedEdit::start(const QStringList &arguments)
     const QCommandLineOption output(QStringLiteral("o"), QStringLiteral("write to OUT and leave FILE alone"),
                                     QStringLiteral("OUT"));
     parser.addOption(output);
+    CommandLine::addCodePageOption(parser);
     if (!parser.parse(QStringList { QStringLiteral("korvi ") + mName } + arguments)) {
         mExitCode = CommandLine::usageError(parser.errorText() + QStringLiteral("\nusage: ") + mUsage);
         return false;
@@ -38,6 +39,12 @@ bool ScriptedEdit::start(const QStringList &arguments)
     mNodeKey = positional.at(1);
     mRest = positional.mid(2);
     mOutput = parser.value(output);
+    const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
+    if (!codec) {
+        mExitCode = 2;
+        return false;
+    }
+    mDocument.setCodec(*codec);
     try {
         // The file is read alone: what it holds is what gets saved.
         ReadUiFile(mDocument, mFile, false);
@@ -51,7 +58,7 @@ bool ScriptedEdit::start(const QStringList &arguments)
 
 clsElement *ScriptedEdit::element()
 {
-    const QByteArray key = bytesOf(mNodeKey);
+    const QByteArray key = wordOf(mNodeKey);
     NodeTarget target;
     if (NodeKey::ownLetterOf(key) == 'U') {
         // The used-layer element itself, not the layer it uses.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "SkinCodec.h"
 #include "ChangeValueCommand.h"
 
 #include "NodeKey.h"
@@ -128,7 +129,7 @@ SetPropertyValueCommand::SetPropertyValueCommand(SkinDocument &document, const Q
     : ChangeValueCommand(document, NodeKey(propertyNodeKey).parent(),
                          { { propertyKeyOf(propertyNodeKey), newValue } }, shownKey, setValueOptions())
 {
-    setText(QStringLiteral("Set %1").arg(QString::fromLatin1(propertyKeyOf(propertyNodeKey))));
+    setText(QStringLiteral("Set %1").arg(SkinCodec::wordText(propertyKeyOf(propertyNodeKey))));
 }
 
 MoveElementCommand::MoveElementCommand(SkinDocument &document, const QByteArray &elementNodeKey,
@@ -138,5 +139,5 @@ MoveElementCommand::MoveElementCommand(SkinDocument &document, const QByteArray 
                          { UndoCommandId::MoveElement, true, MergeWindowMs, timeMs })
 {
     const clsElement *element = document.elementAt(elementNodeKey);
-    setText(QStringLiteral("Move %1").arg(element ? QString::fromLatin1(element->strName()) : QString()));
+    setText(QStringLiteral("Move %1").arg(element ? SkinCodec::wordText(element->strName()) : QString()));
 }

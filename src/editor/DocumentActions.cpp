@@ -12,6 +12,7 @@
 #include "SkinDocument.h"
 #include "TypedText.h"
 #include "clsElement.h"
+#include "clsKorviInterface.h"
 
 #include <QAction>
 #include <QApplication>
@@ -173,11 +174,12 @@ void DocumentActions::nodeDoubleClicked(const QModelIndex &node)
     // A flag has no value to edit.
     if (target.property.isNull() || target.property.value() == clsProperty::noValue())
         return;
-    const QString answer = mDialogs.askText(QStringLiteral("Edit Value"), QStringLiteral("Enter new Value"),
-                                            QString::fromLatin1(target.property.value()));
-    if (answer.isEmpty() || answer.toLatin1() == target.property.value())
+    const SkinCodec &codec = mDocument.document().codec();
+    const QString shown = codec.toText(target.property.value());
+    const QString answer = mDialogs.askText(QStringLiteral("Edit Value"), QStringLiteral("Enter new Value"), shown);
+    if (answer.isEmpty() || answer == shown)
         return;
-    const std::optional<QByteArray> value = TypedText::value(mDialogs, answer);
+    const std::optional<QByteArray> value = TypedText::value(mDialogs, answer, codec);
     if (!value || *value == target.property.value())
         return;
     const QByteArray key = mTree.nodeKey(node);
@@ -196,7 +198,7 @@ void DocumentActions::AddElement(const QString &type)
     const std::optional<QByteArray> word = TypedText::name(mDialogs, name);
     if (!word)
         return;
-    mDocument.undoStack().push(new AddElementCommand(mDocument, mTree.nodeKey(currentNode()), *word, type.toLatin1()));
+    mDocument.undoStack().push(new AddElementCommand(mDocument, mTree.nodeKey(currentNode()), *word, SkinCodec::wordBytes(type)));
 }
 
 void DocumentActions::AddLayer()

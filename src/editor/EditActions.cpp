@@ -111,15 +111,15 @@ void EditActions::renameSelected()
         return;
     const QString title = QStringLiteral("Rename");
     const QString name = mDialogs.askText(title, QStringLiteral("Type New Name"),
-                                          QString::fromLatin1(element->strName()));
-    if (name.isEmpty() || name.toLatin1() == element->strName())
+                                          SkinCodec::wordText(element->strName()));
+    if (name.isEmpty() || name == SkinCodec::wordText(element->strName()))
         return;
     const QString problem = NameWord::problemWithName(name);
     if (!problem.isEmpty()) {
         mDialogs.message(title, problem, Dialogs::Icon::Warning);
         return;
     }
-    auto command = std::make_unique<RenameElementCommand>(mDocument, key, name.toLatin1());
+    auto command = std::make_unique<RenameElementCommand>(mDocument, key, SkinCodec::wordBytes(name));
     if (command->isValid())
         mDocument.undoStack().push(command.release());
 }
@@ -133,7 +133,7 @@ void EditActions::copySelected()
     if (!element)
         return;
     const bool isBlock = NodeKey(key).parent().isEmpty();
-    QGuiApplication::clipboard()->setMimeData(ElementClipboard::dataFor(*element, isBlock).release());
+    QGuiApplication::clipboard()->setMimeData(ElementClipboard::dataFor(*element, isBlock, mDocument.document().codec()).release());
 }
 
 void EditActions::duplicateSelected()
@@ -147,7 +147,7 @@ void EditActions::duplicateSelected()
     entries.push_back({ parent, mDocument.childrenOf(parent)->IndexOf(element) + 1,
                         ElementClipboard::copyOf(*element) });
     mDocument.undoStack().push(new PasteElementsCommand(
-        mDocument, std::move(entries), QStringLiteral("Duplicate %1").arg(QString::fromLatin1(element->strName()))));
+        mDocument, std::move(entries), QStringLiteral("Duplicate %1").arg(SkinCodec::wordText(element->strName()))));
 }
 
 // Objects go into the selected layer or block, or after the selected object in
@@ -156,7 +156,7 @@ void EditActions::duplicateSelected()
 void EditActions::paste()
 {
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
-    ElementClipboard::Pasted pasted = data ? ElementClipboard::elementsIn(*data) : ElementClipboard::Pasted();
+    ElementClipboard::Pasted pasted = data ? ElementClipboard::elementsIn(*data, mDocument.document().codec()) : ElementClipboard::Pasted();
     const QString title = QStringLiteral("Paste");
     if (!pasted.problem.isEmpty() || (pasted.blocks.empty() && pasted.objects.empty())) {
         mDialogs.message(title, pasted.problem.isEmpty() ? QStringLiteral("The clipboard holds no layers or objects.")

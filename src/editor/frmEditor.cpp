@@ -200,7 +200,7 @@ void frmEditor::createFileMenu()
     file->setObjectName(QStringLiteral("mnuFile"));
     const auto add = [this, file](const char *name, const QString &text, const QKeySequence &keys, auto command) {
         QAction *action = file->addAction(text, this, command);
-        action->setObjectName(QString::fromLatin1(name));
+        action->setObjectName(QLatin1String(name));
         action->setShortcut(keys);
         return action;
     };
@@ -268,10 +268,10 @@ void frmEditor::createToolbar()
     tlbMain->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     tlbMain->setIconSize(QSize(24, 24));
     for (const ButtonSpec &spec : kButtons) {
-        const QString key = QString::fromLatin1(spec.key);
-        QAction *action = tlbMain->addAction(QString::fromLatin1(spec.caption));
+        const QString key = QLatin1String(spec.key);
+        QAction *action = tlbMain->addAction(QLatin1String(spec.caption));
         action->setObjectName(key);
-        action->setToolTip(QString::fromLatin1(spec.toolTip));
+        action->setToolTip(QLatin1String(spec.toolTip));
         action->setIcon(imlMain->image(key == QLatin1String("Lock") ? QStringLiteral("LockOff") : key));
         action->setCheckable(key == QLatin1String("Lock"));
     }
@@ -387,9 +387,9 @@ void frmEditor::createMenus()
     mnuLayer->setObjectName(QStringLiteral("mnuLayer"));
     mnuAddObject = mnuLayer->addMenu(QStringLiteral("Add Object"));
     mnuAddObject->setObjectName(QStringLiteral("mnuAddObject"));
-    mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(kFirstElementType));
+    mnuAddElement << mnuAddObject->addAction(QLatin1String(kFirstElementType));
     for (const char *type : kMoreElementTypes)
-        mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(type));
+        mnuAddElement << mnuAddObject->addAction(QLatin1String(type));
     mnuLayer->addAction(QStringLiteral("Add New Layer"))->setObjectName(QStringLiteral("mnuAddLayer"));
     mnuLayer->addAction(QStringLiteral("Remove Layer"))->setObjectName(QStringLiteral("mnuRemoveLayer"));
 
@@ -572,7 +572,7 @@ void frmEditor::finishLoading()
     DrawLayer(nullptr);
     button(QStringLiteral("Save"))->setEnabled(true);
     for (const char *name : { "mnuSaveChanges", "mnuSaveAs" })
-        findChild<QAction *>(QString::fromLatin1(name))->setEnabled(true);
+        findChild<QAction *>(QLatin1String(name))->setEnabled(true);
     mProblems->skinOpened(mReadingErrors, mOpenedFolder);
     mReloader->skinOpened();
 }
@@ -762,7 +762,7 @@ void frmEditor::showTopLevel(const QModelIndex &node, clsElement *element, bool 
     else
         DrawLayer(element);
     setStatus(1, mTree->nodeText(node));
-    setStatus(2, QString::fromLatin1(element->strName()));
+    setStatus(2, SkinCodec::wordText(element->strName()));
     fillGrid(*element, mCurrentNodeKey);
 }
 
