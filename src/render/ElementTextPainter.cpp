@@ -118,6 +118,7 @@ void ElementTextPainter::draw(const clsElement *element, QImage &canvas, const E
     const int DY = vertical.offset;
     const bool slider = element->IsSlider();
 
+    mContext.fonts.reportMissingLetters(measure.font(font), text);
     const QStringList lines = text.split(QLatin1Char('\n'));
     QPainter painter(&canvas);
     painter.setPen(QColor(colour));
