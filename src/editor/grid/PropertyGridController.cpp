@@ -44,6 +44,11 @@ PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &docu
     connect(&document, &SkinDocument::propertyAdded, this, changed);
     connect(&document, &SkinDocument::propertyRemoved, this, changed);
     connect(&document, &SkinDocument::changed, this, &PropertyGridController::refillIfStale);
+    // Another code page shows the same bytes as other text.
+    connect(&document, &SkinDocument::codecChanged, this, [this] {
+        if (const clsElement *current = mSelection.currentObject())
+            fill(*current, mSelection.currentNodeKey());
+    });
 }
 
 void PropertyGridController::fill(const clsElement &element, const QByteArray &nodeKey)

@@ -45,6 +45,11 @@ ObjectTreeModel::ObjectTreeModel(SkinDocument &document, QObject *parent)
             &ObjectTreeModel::elementAboutToBeRemoved);
     connect(&document, &SkinDocument::aboutToBeReset, this, &ObjectTreeModel::clear);
     connect(&document, &SkinDocument::reset, this, [this] { BuildObjectTree(mLayersOnly); });
+    // The same nodes, their texts read in another code page.
+    connect(&document, &SkinDocument::codecChanged, this, [this] {
+        emit layoutAboutToBeChanged();
+        emit layoutChanged();
+    });
 }
 
 ObjectTreeModel::~ObjectTreeModel() = default;

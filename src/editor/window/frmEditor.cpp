@@ -7,6 +7,7 @@
 #include "Dialogs.h"
 #include "DocumentActions.h"
 #include "EditActions.h"
+#include "CodePageChoice.h"
 #include "EditorSettings.h"
 #include "FileDropOpener.h"
 #include "GridStepSetting.h"
@@ -185,6 +186,7 @@ void frmEditor::createControllers()
     mCanvas->addZoomActions(*view);
     view->addSeparator();
     new GridStepSetting(*mshObject, EditorSettings(mEnv.settings), mEnv.dialogs, *view, this);
+    mCodePages = new CodePageChoice(*mSkin, EditorSettings(mEnv.settings), *view, *stbMain, this);
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
@@ -474,12 +476,14 @@ void frmEditor::openSkinFile(const QString &path)
     mSkin->setContext(context);
     mSaveFlow->openedFile(context.UiFilePath);
     mRecent->add(path);
+    mSkin->setCodec(mCodePages->codecFor(context.UiFilePath));
     mSkin->reload([this, &path](clsKorviInterface &document) {
         SkinLoader::openSkinFile(document, path, [this](const SkinReadError &error) {
             reportReadError(error.file(), error.line(), error.message());
         });
     });
     finishLoading();
+    mCodePages->skinOpened(context.UiFilePath);
 }
 
 void frmEditor::DirCommand()
@@ -506,6 +510,9 @@ void frmEditor::openSkinFolder(const QString &folder)
     SkinContext context = mSkin->context();
     mSaveFlow->openedFolder(folder);
     mRecent->add(folder);
+    // The skin's code page is kept for the folder above its resolution folder.
+    const QString inFolder = QDir(QFileInfo(folder).absoluteFilePath()).filePath(QStringLiteral("skin.ui"));
+    mSkin->setCodec(mCodePages->codecFor(inFolder));
     mSkin->reload([this, &folder, &context](clsKorviInterface &) {
         QString lastFile;
         const QStringList files = SkinFolderListing::uiFilesIn(folder);
@@ -532,6 +539,7 @@ void frmEditor::openSkinFolder(const QString &folder)
     });
     mSkin->setContext(context);
     finishLoading();
+    mCodePages->skinOpened(inFolder);
 }
 
 bool frmEditor::readSkinFile(const QString &path, bool imported)

@@ -15,6 +15,7 @@
 #include <memory>
 
 class CanvasController;
+class CodePageChoice;
 class DocumentActions;
 class EditActions;
 class FileDropOpener;
@@ -203,6 +204,7 @@ private:
     TreeFilter *mTreeFilter = nullptr;
     CanvasController *mCanvas = nullptr;
     PropertyGridController *mGrid = nullptr;
+    CodePageChoice *mCodePages = nullptr;
     SaveChangesFlow *mSaveFlow = nullptr;
     RecentFiles *mRecent = nullptr;
     StatusProgress *mProgress = nullptr;
