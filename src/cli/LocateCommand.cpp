@@ -6,6 +6,7 @@
 #include "StringInfoSink.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 namespace {
 
@@ -16,6 +17,7 @@ const QString kUsage = QStringLiteral("usage: korvi locate [--ui UIFILE] [--skin
 // korvi locate [--ui UIFILE] [--skin-dir D] [--format R] [--code-page NAME] REF
 // The paths are used as given, as the editor uses the values it holds. REF is
 // looked up as it would stand in a skin in that code page: as the skin's bytes.
+// Exits 1 when nothing is found.
 int runLocate(const QStringList &args)
 {
     QCommandLineParser parser;
@@ -27,6 +29,10 @@ int runLocate(const QStringList &args)
     CommandLine::addCodePageOption(parser);
     if (const int usage = CommandLine::parseArguments(parser, args, kUsage, 1, 1))
         return usage;
+    if (parser.isSet(ui) && !QFileInfo(parser.value(ui)).isFile())
+        return CommandLine::usageError(QStringLiteral("--ui: no such file: %1").arg(parser.value(ui)));
+    if (parser.isSet(skinDir) && !QFileInfo(parser.value(skinDir)).isDir())
+        return CommandLine::usageError(QStringLiteral("--skin-dir: no such folder: %1").arg(parser.value(skinDir)));
     const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
     if (!codec)
         return 2;
@@ -51,5 +57,6 @@ int runLocate(const QStringList &args)
     // The report exactly as the information box would receive it, CR LF kept.
     text += info.text();
     CommandLine::printOut(CommandLine::terminalBytes(text));
-    return 0;
+    // The report says where it looked; the exit code says whether it found.
+    return file.path.isEmpty() ? 1 : 0;
 }

@@ -1,16 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "CanvasSize.h"
 #include "CommandLine.h"
+#include "FormatCompare.h"
 #include "Commands.h"
 
 #include "NodeKey.h"
 #include "SkinContext.h"
+#include "SkinFormatName.h"
 #include "RenderSetup.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
+#include <QBuffer>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
@@ -18,17 +21,19 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <memory>
 #include <QRegularExpression>
 
 // korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R]
 //              (--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH]
-//              -o OUT [--boxes BOXES.json]
+//              -o OUT [--boxes BOXES.json] [--compare OTHER_FORMAT]
 
 namespace {
 
 const char kUsage[] =
     "usage: korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R] [--code-page NAME] "
-    "(--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH] -o OUT [--boxes BOXES.json]";
+    "(--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH] -o OUT [--boxes BOXES.json] "
+    "[--compare OTHER_FORMAT]";
 
 // Information lines go to stderr as they come, one line per line.
 class StderrInfoSink : public InfoSink
@@ -56,6 +61,8 @@ struct RenderOptions
     QString output;
     QString boxes;
     SkinCodec codec;
+    // Each layer drawn in this format too, beside the first.
+    QString compare;
 };
 
 bool parseSize(const QString &text, QSize &size)
@@ -82,10 +89,11 @@ int parseOptions(const QStringList &arguments, RenderOptions &o)
     const QCommandLineOption size = valued("size", "The size of the pictures.", "WxH");
     const QCommandLineOption output = valued("o", "The picture, or the folder for --all-layers.", "OUT");
     const QCommandLineOption boxes = valued("boxes", "Where to write the drawn boxes.", "BOXES.json");
+    const QCommandLineOption compare = valued("compare", "Each layer also in this format, side by side.", "FORMAT");
     QCommandLineParser parser;
     CommandLine::addImportedOption(parser);
     CommandLine::addCodePageOption(parser);
-    parser.addOptions({ skinDir, format, layer, allLayers, highlight, size, output, boxes });
+    parser.addOptions({ skinDir, format, layer, allLayers, highlight, size, output, boxes, compare });
     const QString usage = QLatin1String(kUsage);
     if (const int error = CommandLine::parseArguments(parser, arguments, usage, 1, 1))
         return error;
@@ -102,6 +110,9 @@ int parseOptions(const QStringList &arguments, RenderOptions &o)
     o.highlight = parser.value(highlight);
     o.output = parser.value(output);
     o.boxes = parser.value(boxes);
+    o.compare = parser.value(compare);
+    if (parser.isSet(compare) && !SkinFormatName::isFormat(o.compare))
+        return CommandLine::usageError(QStringLiteral("--compare wants a format such as 1024_600, not \"%1\"").arg(o.compare));
     if (parser.isSet(size) && !parseSize(parser.value(size), o.size))
         return CommandLine::usageError(QStringLiteral("--size wants WIDTHxHEIGHT, not \"%1\"").arg(parser.value(size)));
     if (o.output.isEmpty() || o.allLayers == !o.layer.isEmpty())
@@ -134,12 +145,16 @@ QString htmlEscaped(const QString &text)
 
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size()) {
-        CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(path));
-        return false;
-    }
-    return true;
+    return CommandLine::writeFile(path, bytes);
+}
+
+QByteArray pngOf(const QImage &canvas)
+{
+    QByteArray png;
+    QBuffer device(&png);
+    device.open(QIODevice::WriteOnly);
+    canvas.save(&device, "PNG");
+    return png;
 }
 
 // The names the skin gives its layers, in its code page.
@@ -196,6 +211,57 @@ bool readSkin(clsKorviInterface &doc, const RenderOptions &o, QString &format)
     return true;
 }
 
+// The same skin file in the other format, read and set up to be drawn.
+struct ComparedSkin
+{
+    clsKorviInterface doc;
+    SkinContext context;
+    StderrInfoSink info;
+    std::unique_ptr<RenderSetup> setup;
+
+    // False after printing why when the file cannot be read.
+    bool open(const RenderOptions &o, const SkinContext &first)
+    {
+        if (first.SkinFormat.isEmpty()) {
+            CommandLine::printErr(QStringLiteral("korvi: --compare needs the format of %1 (--format)").arg(o.file));
+            return false;
+        }
+        const QString file = FormatCompare::fileInFormat(first.UiFilePath, first.SkinFormat, o.compare);
+        if (!QFileInfo(file).isFile()) {
+            CommandLine::printErr(QStringLiteral("korvi: no file %1 to compare with").arg(file));
+            return false;
+        }
+        RenderOptions other = o;
+        other.file = file;
+        QString format;
+        if (!readSkin(doc, other, format))
+            return false;
+        context.UiFilePath = file;
+        context.SkinDirectory = first.SkinDirectory;
+        context.SkinFormat = o.compare;
+        setup = std::make_unique<RenderSetup>(doc, context, info);
+        setup->fonts.loadSkinFonts(context);
+        return true;
+    }
+
+    // The layer of the same name, in its format's own size; a dark picture
+    // when the other file has no such layer.
+    QImage draw(const clsElement *block, const RenderOptions &o)
+    {
+        const QSize size = o.size.isValid() ? o.size : CanvasSize::forSkin(context, setup->cache);
+        QImage canvas(size, QImage::Format_RGB32);
+        const clsElement *same = doc.Layers().Find(block->ElementKey());
+        if (!same) {
+            CommandLine::printErr(QStringLiteral("korvi: %1 has no layer \"%2\"").arg(context.UiFilePath,
+                                                                                         QString::fromLatin1(block->strName())));
+            canvas.fill(qRgb(0, 0, 0));
+            return canvas;
+        }
+        setup->renderer.DrawLayer(same, canvas);
+        return canvas;
+    }
+};
+
 } // namespace
 
 int runRender(const QStringList &arguments)
@@ -203,6 +269,15 @@ int runRender(const QStringList &arguments)
     RenderOptions o;
     if (const int usage = parseOptions(arguments, o))
         return usage;
+
+    // Nothing the command reads is written over by what it draws.
+    const QStringList inputs = QStringList(o.imported) << o.file;
+    for (const QString &input : inputs) {
+        int exitCode = 0;
+        if ((!o.allLayers && CommandLine::refuseSameFile(input, o.output, exitCode))
+            || (!o.boxes.isEmpty() && CommandLine::refuseSameFile(input, o.boxes, exitCode)))
+            return exitCode;
+    }
 
     clsKorviInterface doc;
     QString formatFromName;
@@ -246,6 +321,9 @@ int runRender(const QStringList &arguments)
         return 1;
     }
     const QSize size = canvasSize(o, context, setup.cache);
+    ComparedSkin compared;
+    if (!o.compare.isEmpty() && !compared.open(o, context))
+        return 1;
     QJsonArray boxes;
     QVector<QPair<QString, QString>> sheet;
     for (const clsElement *block : blocks) {
@@ -253,10 +331,9 @@ int runRender(const QStringList &arguments)
         renderer.DrawLayer(block, canvas);
         const QString name = nameOf(doc, block->strName());
         const QString target = o.allLayers ? QDir(o.output).filePath(pictureFileName(block)) : o.output;
-        if (!canvas.save(target, "PNG")) {
-            CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(target));
+        const QImage picture = o.compare.isEmpty() ? canvas : FormatCompare::sideBySide(canvas, compared.draw(block, o));
+        if (!writeFile(target, pngOf(picture)))
             return 1;
-        }
         sheet.append({ pictureFileName(block), nameOf(doc, block->ElementType()) + QLatin1Char(':') + name });
         appendBoxes(boxes, renderer, o.allLayers ? SkinCodec::wordText(block->ElementKey()) : QString());
     }

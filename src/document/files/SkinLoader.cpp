@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "SkinLoader.h"
 
+#include "SkinFormatName.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <new>
 
 namespace {
-
-bool isDigit(QChar c)
-{
-    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
-}
 
 bool isTemplateFileName(const QString &name)
 {
@@ -44,6 +41,12 @@ void readFile(clsKorviInterface &document, const QString &path, bool imported,
         ReadUiFile(document, path, imported);
     } catch (const SkinReadError &error) {
         onError(error);
+    } catch (const std::bad_alloc &) {
+        // What was read stays, marked as read in part like any reading error,
+        // so that it is never saved over the whole file.
+        onError(SkinReadError(path, 0, QStringLiteral("not enough memory to read %1 (%2 MB)")
+                                           .arg(path)
+                                           .arg((QFileInfo(path).size() + (1 << 20) - 1) >> 20)));
     }
 }
 
@@ -53,19 +56,7 @@ namespace SkinLoader {
 
 QString skinFormatFromFileName(const QString &path)
 {
-    // The extension is only the part after the last dot.
-    const QString name = QFileInfo(path).fileName();
-    const int dot = name.lastIndexOf(QLatin1Char('.'));
-    const QString stem = dot >= 0 ? name.left(dot) : name;
-    if (stem.size() < 7)
-        return {};
-    const QString tail = stem.right(7);
-    for (int i = 0; i < 7; ++i) {
-        const bool ok = i == 3 ? tail.at(i) == QLatin1Char('_') : isDigit(tail.at(i));
-        if (!ok)
-            return {};
-    }
-    return tail;
+    return SkinFormatName::fromFileName(path);
 }
 
 QStringList templateFilesBeside(const QString &path)
