@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QMainWindow>
 #include <QModelIndex>
+#include <QPointer>
 #include <QVector>
 
 #include <functional>
@@ -16,6 +17,7 @@
 
 class CanvasController;
 class CodePageChoice;
+class CompareFormats;
 class DocumentActions;
 class EditActions;
 class FileDropOpener;
@@ -86,6 +88,9 @@ public:
     void ExportPictureCommand();
     // File > Port Skin: the skin's folders made for another screen (PortSkinFlow.cpp).
     void PortSkinCommand();
+    // View > Compare Formats: the shown layer in another format beside the
+    // window, following it (CompareFormatsFlow.cpp).
+    void CompareFormatsCommand();
     void LockCommand();
     void SettingsCommand();
     void AboutCommand();
@@ -165,6 +170,7 @@ private:
     void fillGrid(const clsElement &element, const QByteArray &nodeKey);
     void drawTemplateAlone(const clsElement *tpl);
     void drawShown();
+    void followCompare();
     void redrawAfterChange();
     void placeMovingTool();
     QImage freshCanvas();
@@ -211,6 +217,7 @@ private:
     RecentFiles *mRecent = nullptr;
     StatusProgress *mProgress = nullptr;
     ProblemsController *mProblems = nullptr;
+    QPointer<CompareFormats> mCompare;
     ReloadBar *mReloadBar = nullptr;
     SkinReloader *mReloader = nullptr;
     FileDropOpener *mDropOpener = nullptr;
