@@ -4,6 +4,7 @@
 // of a whole folder, the count of unsaved changes, Save As after a reading
 // error or a whole folder, and what typed values and names become.
 
+#include "ShownNode.h"
 #include "EditorFixture.h"
 
 #include "NodeKey.h"
@@ -435,7 +436,7 @@ private slots:
         QCOMPARE(f.lastAsked().filter, QStringLiteral("PNG Picture|*.png"));
         const QImage written(path);
         QVERIFY(!written.isNull());
-        QCOMPARE(written.convertToFormat(QImage::Format_RGB32), f.window->offScreenPicture());
+        QCOMPARE(written.convertToFormat(QImage::Format_RGB32), f.window->shownNode().picture());
     }
 
     void exportPictureOverAFileAsksOnceAndNoLeavesIt()

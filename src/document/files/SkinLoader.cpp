@@ -42,11 +42,7 @@ void readFile(clsKorviInterface &document, const QString &path, bool imported,
     } catch (const SkinReadError &error) {
         onError(error);
     } catch (const std::bad_alloc &) {
-        // What was read stays, marked as read in part like any reading error,
-        // so that it is never saved over the whole file.
-        onError(SkinReadError(path, 0, QStringLiteral("not enough memory to read %1 (%2 MB)")
-                                           .arg(path)
-                                           .arg((QFileInfo(path).size() + (1 << 20) - 1) >> 20)));
+        onError(SkinReadError::outOfMemory(path));
     }
 }
 

@@ -8,6 +8,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <new>
+#include <optional>
+
 SkinOpenPlan SkinOpenPlan::forFile(const QString &path)
 {
     SkinOpenPlan plan;
@@ -47,15 +50,33 @@ SkinOpenPlan SkinOpenPlan::forFolder(const QString &folder)
     return plan;
 }
 
-QVector<SkinReadError> SkinOpenPlan::readInto(clsKorviInterface &document) const
+QStringList SkinOpenPlan::paths() const
+{
+    QStringList list;
+    for (const File &file : files)
+        list << file.path;
+    return list;
+}
+
+QVector<SkinReadError> SkinOpenPlan::readInto(clsKorviInterface &document, const Progress &progress) const
 {
     QVector<SkinReadError> errors;
     for (const File &file : files) {
+        std::optional<SkinReadError> failure;
         try {
             ReadUiFile(document, file.path, file.imported);
         } catch (const SkinReadError &error) {
-            errors.append(error);
+            failure = error;
+        } catch (const std::bad_alloc &) {
+            failure = SkinReadError::outOfMemory(file.path);
         }
+        if (failure) {
+            errors.append(*failure);
+            if (progress.readError)
+                progress.readError(*failure);
+        }
+        if (progress.fileDone)
+            progress.fileDone(file.path);
     }
     return errors;
 }

@@ -4,7 +4,10 @@
 #include "SkinReadError.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
+
+#include <functional>
 
 class clsKorviInterface;
 
@@ -31,8 +34,19 @@ struct SkinOpenPlan
     static SkinOpenPlan forFile(const QString &path);
     static SkinOpenPlan forFolder(const QString &folder);
 
+    // The paths of the files, in reading order.
+    QStringList paths() const;
+
+    // Who follows the reading: told of each error as it is met, and of each
+    // file once it was read.
+    struct Progress
+    {
+        std::function<void(const SkinReadError &error)> readError;
+        std::function<void(const QString &file)> fileDone;
+    };
+
     // Reads every file of the plan into the document, in order. A file that
     // cannot be read, or whose reading stops at a line, does not stop the
     // others; what was read before that line stays. Returns the errors met.
-    QVector<SkinReadError> readInto(clsKorviInterface &document) const;
+    QVector<SkinReadError> readInto(clsKorviInterface &document, const Progress &progress = {}) const;
 };

@@ -95,6 +95,7 @@ void CodePageChoice::skinOpened(const QString &uiFilePath)
 {
     mOffer->hide();
     mFolder = uiFilePath.isEmpty() ? QString() : skinFolderOf(uiFilePath);
+    mSkin.setCodec(codecFor(uiFilePath));
     showChecked();
     if (mFolder.isEmpty() || !mSettings.codePageFor(mFolder).isEmpty() || mFoldersOffered.contains(mFolder))
         return;

@@ -40,8 +40,9 @@ public:
 
     // The code page to read the skin at `uiFilePath` in.
     SkinCodec codecFor(const QString &uiFilePath) const;
-    // After the skin at `uiFilePath` was read into the document: shows its
-    // code page in the menu, and offers a better one when its bytes ask for it.
+    // After the skin at `uiFilePath` was read into the document: reads its
+    // text in its code page, shows that in the menu, and offers a better one
+    // when its bytes ask for it.
     void skinOpened(const QString &uiFilePath);
     // The user's choice for the open skin's folder.
     void choose(const SkinCodec &codec);
