@@ -11,8 +11,9 @@
 
 class clsKorviInterface;
 
-// The files the editor reads for a skin, in order, and the values it then
-// holds: Open reads the template files beside the chosen file and the shared
+// The one description of the files the editor, korvi and the reload read for
+// a skin, in order, and the values it then holds (every file is a skin file by
+// SkinFolderListing::isSkinFile, listed in name order with case ignored): Open reads the template files beside the chosen file and the shared
 // scheme (imported), then the file; All reads every .ui file of a folder, the
 // shared scheme and the common files, all as part of the skin.
 struct SkinOpenPlan
@@ -33,6 +34,12 @@ struct SkinOpenPlan
 
     static SkinOpenPlan forFile(const QString &path);
     static SkinOpenPlan forFolder(const QString &folder);
+
+    // What Open reads before the file: the "templates*.ui" skin files beside
+    // `path` (without `path` itself), and the shared scheme "main_scheme.ui"
+    // in the parent of its folder (empty when that is no skin file).
+    static QStringList templateFilesBeside(const QString &path);
+    static QString mainSchemeFor(const QString &path);
 
     // The paths of the files, in reading order.
     QStringList paths() const;

@@ -59,6 +59,7 @@ void SkinOpener::reopen()
 void SkinOpener::open(const SkinOpenPlan &plan, const QString &path, const QString &title)
 {
     emit aboutToOpen();
+    mPlan = plan;
     mReadingErrors.clear();
     mSkin.reload({});
     HourglassCursor hourglass;

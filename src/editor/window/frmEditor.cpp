@@ -174,8 +174,8 @@ void frmEditor::createFileMenu()
 void frmEditor::createWatchers()
 {
     mReloader = new SkinReloader(*mSkin, *mTree, *tvwObjects, *mReloadBar, this);
-    mReloader->reopen = [this] { mOpener->reopen(); };
-    mReloader->tell = [this](const QString &text) { stbMain->showMessage(text, 10000); };
+    connect(mReloader, &SkinReloader::reopenWanted, mOpener, &SkinOpener::reopen);
+    connect(mReloader, &SkinReloader::told, this, [this](const QString &text) { stbMain->showMessage(text, 10000); });
     mDropOpener = new FileDropOpener(*this);
     mDropOpener->mayDiscardChanges = [this] { return mActions->mayDiscardChanges(); };
     mDropOpener->openFile = [this](const QString &file) { openSkinFile(file); };
@@ -328,7 +328,7 @@ void frmEditor::skinOpened()
     for (const char *name : { "mnuSaveChanges", "mnuSaveAs" })
         findChild<QAction *>(QString::fromLatin1(name))->setEnabled(true);
     mProblems->skinOpened(mOpener->readingErrors(), mOpener->openedFolder());
-    mReloader->skinOpened();
+    mReloader->skinOpened(mOpener->plan().paths());
 }
 
 void frmEditor::SaveCommand()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "SkinOpenPlan.h"
 #include "SkinReadError.h"
 
 #include <QObject>
@@ -12,7 +13,6 @@ class RecentFiles;
 class SaveChangesFlow;
 class SkinDocument;
 class StatusProgress;
-struct SkinOpenPlan;
 
 // Opening a skin in the editor: one file as Open does (the templates beside it
 // and the shared scheme, imported, then the file) or a whole folder as All does
@@ -38,6 +38,8 @@ public:
     QString openedPath() const { return mOpenedPath; }
     bool openedFolder() const { return mOpenedFolder; }
     const QVector<SkinReadError> &readingErrors() const { return mReadingErrors; }
+    // The opening plan last run: what was read, in order.
+    const SkinOpenPlan &plan() const { return mPlan; }
 
 signals:
     // Before anything is read: whatever shows the old skin lets it go.
@@ -59,4 +61,5 @@ private:
     QString mOpenedPath;
     bool mOpenedFolder = false;
     QVector<SkinReadError> mReadingErrors;
+    SkinOpenPlan mPlan;
 };
