@@ -11,6 +11,7 @@
 #include "ObjectTreeModel.h"
 #include "PowGridItem.h"
 #include "PropertyGridFiller.h"
+#include "SaveChangesFlow.h"
 #include "SkinDocument.h"
 #include "clsPowGridItems.h"
 
@@ -125,6 +126,8 @@ private slots:
         f.dialogs.answerButton(Dialogs::Button::Ok);
         f.fileEntry("mnuSaveChanges")->trigger();
         QCOMPARE(readTestFile(f.skin.mainFile()), replaced(f.mainBefore, "y=200", "y=210"));
+        // Listing the files to write and writing them found the changes once.
+        QCOMPARE(f.window->findChild<SaveChangesFlow *>()->lastFinderRuns(), 1);
     }
 
     void cancellingTheListOfFilesWritesNothing()
