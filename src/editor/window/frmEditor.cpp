@@ -164,9 +164,11 @@ void frmEditor::createFileMenu()
     // The skin's code page first: what is drawn and checked next reads its text.
     connect(mOpener, &SkinOpener::opened, this, [this] { mCodePages->skinOpened(mSkin->context().UiFilePath); });
     connect(mOpener, &SkinOpener::opened, this, &frmEditor::skinOpened);
+    connect(mSaveFlow, &SaveChangesFlow::saveAsWanted, mFiles, &FileCommands::saveAs);
     connect(mFiles, &FileCommands::wholeSkinSaved, this, [this] {
         mActions->markSaved();
-        mReloader->skinSaved();
+        // The file written is the one watched from now on.
+        mReloader->skinOpened(mOpener->plan().paths());
     });
 }
 
