@@ -36,6 +36,8 @@ PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &docu
 {
     setObjectName(QStringLiteral("PropertyGridController"));
     PropertyGridFiller::setUpColumns(grid);
+    // The row Delete acts on is always seen.
+    grid.setShowSelectedRow(true);
     connect(&grid, &PowGrid::ItemChanged, this, &PropertyGridController::itemChanged);
     // Another code page shows the same bytes as other text.
     connect(&document, &SkinDocument::codecChanged, this, &PropertyGridController::rowsWanted);
@@ -210,4 +212,20 @@ void PropertyGridController::chooseImage(PowGridItem *item)
         return;
     item->setCellText(PropertyGridFiller::ColValue, QFileInfo(chosen).fileName());
     valueCommitted(item);
+}
+
+bool PropertyGridController::hasFocus() const
+{
+    return mGrid.hasFocus();
+}
+
+QByteArray PropertyGridController::selectedPropertyKey() const
+{
+    const int row = mGrid.SelRow();
+    if (row < 1 || row > mGrid.Items()->Count())
+        return {};
+    const PowGridItem *item = mGrid.Items()->Item(row);
+    if (item->TitleLine || PropertyGridFiller::isInherited(*item))
+        return {};
+    return item->CellText(PropertyGridFiller::ColNodeKey).toLatin1();
 }

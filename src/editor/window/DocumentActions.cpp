@@ -43,10 +43,12 @@ QAction *entryNamed(QMenu *menu, const QString &name)
 
 // Pushes a command that knows whether its key named something.
 template<class Command>
-void pushIfValid(QUndoStack &stack, std::unique_ptr<Command> command)
+bool pushIfValid(QUndoStack &stack, std::unique_ptr<Command> command)
 {
-    if (command->isValid())
-        stack.push(command.release());
+    if (!command->isValid())
+        return false;
+    stack.push(command.release());
+    return true;
 }
 
 } // namespace
@@ -291,9 +293,23 @@ void DocumentActions::RemoveSelected()
         pushIfValid(mDocument.undoStack(), std::make_unique<RemovePropertyCommand>(mDocument, key));
         break;
     case 'L':
-    case 'E':
-        pushIfValid(mDocument.undoStack(), std::make_unique<RemoveElementCommand>(mDocument, key));
+    case 'E': {
+        const clsElement *element = mDocument.elementAt(key);
+        const int children = element ? element->subElementCount() : 0;
+        const QString what = element ? QStringLiteral("%1 %2")
+                                           .arg(element->ElementType() == "LAYER" ? QStringLiteral("layer")
+                                                                                  : QStringLiteral("object"),
+                                                QString::fromLatin1(element->strName()))
+                                     : QString();
+        if (!pushIfValid(mDocument.undoStack(), std::make_unique<RemoveElementCommand>(mDocument, key)))
+            break;
+        if (children > 0)
+            emit removed(QStringLiteral("Removed %1 and its %2 %3 (Undo brings them back)")
+                             .arg(what)
+                             .arg(children)
+                             .arg(children == 1 ? QStringLiteral("object") : QStringLiteral("objects")));
         break;
+    }
     default:
         break;
     }

@@ -9,6 +9,8 @@
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PasteElementsCommand.h"
+#include "PropertyCommands.h"
+#include "PropertyGridController.h"
 #include "RenameElementCommand.h"
 #include "SkinDocument.h"
 #include "clsKorviInterface.h"
@@ -163,6 +165,15 @@ void EditActions::updateActions()
 // brings the entry back.
 void EditActions::deleteSelected()
 {
+    if (mGrid && mGrid->hasFocus()) {
+        const QByteArray key = mGrid->selectedPropertyKey();
+        if (key.isEmpty())
+            return;
+        auto command = std::make_unique<RemovePropertyCommand>(mDocument, key);
+        if (command->isValid())
+            mDocument.undoStack().push(command.release());
+        return;
+    }
     mActions.RemoveSelected();
 }
 
@@ -173,14 +184,17 @@ void EditActions::renameSelected()
     if (!element)
         return;
     const QString title = QStringLiteral("Rename");
-    const QString name = mDialogs.askText(title, QStringLiteral("Type New Name"),
-                                          SkinCodec::wordText(element->strName()));
-    if (name.isEmpty() || name == SkinCodec::wordText(element->strName()))
-        return;
-    const QString problem = NameWord::problemWithName(name);
-    if (!problem.isEmpty()) {
+    // A refused name brings the prompt back with what was typed, to be
+    // corrected rather than typed again; Cancel ends it.
+    QString name = SkinCodec::wordText(element->strName());
+    for (;;) {
+        name = mDialogs.askText(title, QStringLiteral("Type New Name"), name);
+        if (name.isEmpty() || name == SkinCodec::wordText(element->strName()))
+            return;
+        const QString problem = NameWord::problemWithName(name);
+        if (problem.isEmpty())
+            break;
         mDialogs.message(title, problem, Dialogs::Icon::Warning);
-        return;
     }
     auto command = std::make_unique<RenameElementCommand>(mDocument, key, SkinCodec::wordBytes(name));
     if (command->isValid())

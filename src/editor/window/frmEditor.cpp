@@ -36,6 +36,7 @@
 #include "frmSettings.h"
 
 #include <QAction>
+#include <QDockWidget>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QLabel>
@@ -146,7 +147,13 @@ void frmEditor::createControllers()
     mGrid->keepColumnWidths(EditorSettings(mEnv.settings));
     mGrid->setFilterField(*txtPropertyFilter);
     mGrid->setInheritedToggle(*chkInherited, EditorSettings(mEnv.settings));
+    mEdit->aimDeleteAt(*mGrid);
+    connect(mActions, &DocumentActions::removed, this, [this](const QString &what) { stbMain->showMessage(what, 10000); });
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
+    QAction *problems = mProblems->dock()->toggleViewAction();
+    problems->setObjectName(QStringLiteral("mnuProblems"));
+    problems->setText(QStringLiteral("&Problems"));
+    view->addAction(problems);
 }
 
 void frmEditor::createFileMenu()
