@@ -16,6 +16,8 @@ const QString kShowInherited = QStringLiteral("PropertyGrid/ShowInherited");
 const QString kGridStep = QStringLiteral("Canvas/GridStep");
 // One entry per skin folder: "NAME=FOLDER" (no code page name holds a "=").
 const QString kCodePages = QStringLiteral("CodePages/Folders");
+const QString kWindowGeometry = QStringLiteral("Window/Geometry");
+const QString kWindowState = QStringLiteral("Window/State");
 
 // Where earlier versions kept the recent files: one path a line, in UTF-8.
 const QString kFormerRecentFiles = QStringLiteral("RecentFiles.txt");
@@ -132,4 +134,24 @@ void EditorSettings::write(const QString &key, const QVariant &value) const
     QDir().mkpath(QFileInfo(mPath).absolutePath());
     QSettings settings(mPath, QSettings::IniFormat);
     settings.setValue(key, value);
+}
+
+QByteArray EditorSettings::windowGeometry() const
+{
+    return read(kWindowGeometry).toByteArray();
+}
+
+void EditorSettings::setWindowGeometry(const QByteArray &geometry) const
+{
+    write(kWindowGeometry, geometry);
+}
+
+QByteArray EditorSettings::windowState() const
+{
+    return read(kWindowState).toByteArray();
+}
+
+void EditorSettings::setWindowState(const QByteArray &state) const
+{
+    write(kWindowState, state);
 }

@@ -11,6 +11,7 @@
 #include "FileCommands.h"
 #include "FileDropOpener.h"
 #include "GridStepSetting.h"
+#include "MainStatusBar.h"
 #include "MainToolbar.h"
 #include "ObjectTreeModel.h"
 #include "ProblemsController.h"
@@ -65,6 +66,10 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     button(QStringLiteral("Save"))->setEnabled(false);
     setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral("[*]"));
     resize(1320, 860);
+    // Where the user left the window and its panels, when there was a last time.
+    const EditorSettings settings(mEnv.settings);
+    restoreGeometry(settings.windowGeometry());
+    restoreState(settings.windowState());
 }
 
 LayerRenderer &frmEditor::renderer() const
@@ -260,15 +265,7 @@ void frmEditor::createPanes()
 
 void frmEditor::createStatusBar()
 {
-    stbMain = new QStatusBar(this);
-    stbMain->setObjectName(QStringLiteral("stbMain"));
-    for (int i = 0; i < 3; ++i) {
-        auto *panel = new QLabel;
-        panel->setObjectName(QStringLiteral("stbPanel%1").arg(i + 1));
-        panel->setMinimumWidth(i == 2 ? 120 : 220);
-        stbMain->addWidget(panel, i == 0 ? 2 : 1);
-        mPanels << panel;
-    }
+    stbMain = MainStatusBar::create(mPanels);
     setStatusBar(stbMain);
 }
 
@@ -394,6 +391,9 @@ void frmEditor::closeEvent(QCloseEvent *event)
     }
     const bool keepSaved = mHasRunSkinDirectory && mEnv.context.SkinDirectory == mRunSkinDirectory;
     mEnv.settings.WriteSettings(keepSaved ? mSavedSkinDirectory : mEnv.context.SkinDirectory);
+    const EditorSettings settings(mEnv.settings);
+    settings.setWindowGeometry(saveGeometry());
+    settings.setWindowState(saveState());
     QMainWindow::closeEvent(event);
 }
 

@@ -44,6 +44,13 @@ public:
     int gridStep() const;
     void setGridStep(int step) const;
 
+    // The main window's place and size, and its docks' and toolbars' layout,
+    // as Qt saves them; empty on a first start.
+    QByteArray windowGeometry() const;
+    void setWindowGeometry(const QByteArray &geometry) const;
+    QByteArray windowState() const;
+    void setWindowState(const QByteArray &state) const;
+
 private:
     QStringList formerRecentFiles() const;
     // A value kept, or `absent` when the file does not hold it.
