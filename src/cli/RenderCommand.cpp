@@ -8,6 +8,7 @@
 #include "SkinContext.h"
 #include "SkinFormatName.h"
 #include "RenderSetup.h"
+#include "SkinCodec.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
@@ -253,7 +254,7 @@ struct ComparedSkin
         const clsElement *same = doc.Layers().Find(block->ElementKey());
         if (!same) {
             CommandLine::printErr(QStringLiteral("korvi: %1 has no layer \"%2\"").arg(context.UiFilePath,
-                                                                                         QString::fromLatin1(block->strName())));
+                                                                                         SkinCodec::wordText(block->strName())));
             canvas.fill(qRgb(0, 0, 0));
             return canvas;
         }

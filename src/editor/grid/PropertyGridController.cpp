@@ -227,5 +227,5 @@ QByteArray PropertyGridController::selectedPropertyKey() const
     const PowGridItem *item = mGrid.Items()->Item(row);
     if (item->TitleLine || PropertyGridFiller::isInherited(*item))
         return {};
-    return item->CellText(PropertyGridFiller::ColNodeKey).toLatin1();
+    return SkinCodec::wordBytes(item->CellText(PropertyGridFiller::ColNodeKey));
 }

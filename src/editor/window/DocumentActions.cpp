@@ -9,6 +9,7 @@
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PropertyCommands.h"
+#include "SkinCodec.h"
 #include "PropertyKinds.h"
 #include "SkinDocument.h"
 #include "TypedText.h"
@@ -299,7 +300,7 @@ void DocumentActions::RemoveSelected()
         const QString what = element ? QStringLiteral("%1 %2")
                                            .arg(element->ElementType() == "LAYER" ? QStringLiteral("layer")
                                                                                   : QStringLiteral("object"),
-                                                QString::fromLatin1(element->strName()))
+                                                SkinCodec::wordText(element->strName()))
                                      : QString();
         if (!pushIfValid(mDocument.undoStack(), std::make_unique<RemoveElementCommand>(mDocument, key)))
             break;
