@@ -14,6 +14,8 @@ const QString kRecentFiles = QStringLiteral("RecentFiles/Entries");
 const QString kPropertyColumnWidths = QStringLiteral("PropertyGrid/ColumnWidths");
 const QString kShowInherited = QStringLiteral("PropertyGrid/ShowInherited");
 const QString kGridStep = QStringLiteral("Canvas/GridStep");
+// One entry per skin folder: "NAME=FOLDER" (no code page name holds a "=").
+const QString kCodePages = QStringLiteral("CodePages/Folders");
 const QString kWindowGeometry = QStringLiteral("Window/Geometry");
 const QString kWindowState = QStringLiteral("Window/State");
 
@@ -95,6 +97,30 @@ int EditorSettings::gridStep() const
 void EditorSettings::setGridStep(int step) const
 {
     write(kGridStep, step > 0 ? step : 0);
+}
+
+QString EditorSettings::codePageFor(const QString &skinFolder) const
+{
+    const QString folder = QDir::cleanPath(skinFolder);
+    for (const QString &entry : read(kCodePages).toStringList()) {
+        const qsizetype equals = entry.indexOf(QLatin1Char('='));
+        if (equals > 0 && QDir::cleanPath(entry.mid(equals + 1)) == folder)
+            return entry.left(equals);
+    }
+    return {};
+}
+
+void EditorSettings::setCodePageFor(const QString &skinFolder, const QString &codePage) const
+{
+    const QString folder = QDir::cleanPath(skinFolder);
+    QStringList entries;
+    for (const QString &entry : read(kCodePages).toStringList()) {
+        const qsizetype equals = entry.indexOf(QLatin1Char('='));
+        if (equals > 0 && QDir::cleanPath(entry.mid(equals + 1)) != folder)
+            entries << entry;
+    }
+    entries << codePage + QLatin1Char('=') + folder;
+    write(kCodePages, entries);
 }
 
 QVariant EditorSettings::read(const QString &key, const QVariant &absent) const

@@ -28,7 +28,7 @@ constexpr int kSliceMs = 25;
 
 QString counted(int count, const char *one, const char *many)
 {
-    return QStringLiteral("%1 %2").arg(count).arg(QString::fromLatin1(count == 1 ? one : many));
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
 } // namespace

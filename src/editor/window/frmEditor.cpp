@@ -6,6 +6,7 @@
 #include "CanvasPane.h"
 #include "DocumentActions.h"
 #include "EditActions.h"
+#include "CodePageChoice.h"
 #include "EditorSettings.h"
 #include "FileCommands.h"
 #include "FileDropOpener.h"
@@ -140,6 +141,7 @@ void frmEditor::createControllers()
     new GridStepSetting(*mshObject, EditorSettings(mEnv.settings), mEnv.dialogs, *view, this);
     view->addAction(QStringLiteral("&Compare Formats..."), this, &frmEditor::CompareFormatsCommand)
         ->setObjectName(QStringLiteral("mnuCompareFormats"));
+    mCodePages = new CodePageChoice(*mSkin, EditorSettings(mEnv.settings), *view, *stbMain, this);
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, this);
@@ -171,6 +173,8 @@ void frmEditor::createFileMenu()
     });
     connect(mFiles, &FileCommands::titleChanged, this, &frmEditor::setTitle);
     connect(mFiles, &FileCommands::portSkinChosen, this, &frmEditor::PortSkinCommand);
+    // The skin's code page first: what is drawn and checked next reads its text.
+    connect(mOpener, &SkinOpener::opened, this, [this] { mCodePages->skinOpened(mSkin->context().UiFilePath); });
     connect(mOpener, &SkinOpener::opened, this, &frmEditor::skinOpened);
     connect(mSaveFlow, &SaveChangesFlow::saveAsWanted, mFiles, &FileCommands::saveAs);
     connect(mFiles, &FileCommands::wholeSkinSaved, this, [this] {
