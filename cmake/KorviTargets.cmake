@@ -55,7 +55,7 @@ function(korvi_add_tests)
             KORVI_BINARY_DIR="${PROJECT_BINARY_DIR}")
         add_test(NAME ${_name} COMMAND ${_name})
         set_tests_properties(${_name} PROPERTIES
-            ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+            ENVIRONMENT "QT_QPA_PLATFORM=${KORVI_TEST_QPA_PLATFORM}"
             TIMEOUT 600)
     endforeach()
 endfunction()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
+#include "DrawingPlatform.h"
 #include "Commands.h"
 #include "KorviProject.h"
 
@@ -32,12 +33,11 @@ const Subcommand kSubcommands[] = {
 };
 
 // Drawing texts needs the platform's fonts, so "render" runs as a GUI
-// application; it stays headless unless a platform is chosen.
+// application, without a window.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
 {
     if (argc > 1 && qstrcmp(argv[1], "render") == 0) {
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-            qputenv("QT_QPA_PLATFORM", "offscreen");
+        DrawingPlatform::chooseForDrawingWithoutWindow();
         return std::make_unique<QGuiApplication>(argc, argv);
     }
     return std::make_unique<QCoreApplication>(argc, argv);

@@ -22,7 +22,7 @@ public:
     bool HasBrowser() const override { return browser; }
 
 protected:
-    bool openInBrowser(const QUrl &url) override
+    bool openInBrowser(QWidget *, const QUrl &url) override
     {
         opened << url.toString();
         return opens;
@@ -113,11 +113,11 @@ private slots:
         {
             using FakeDesktopLink::FakeDesktopLink;
             bool hourglass = false;
-            bool openInBrowser(const QUrl &url) override
+            bool openInBrowser(QWidget *, const QUrl &url) override
             {
                 hourglass = QApplication::overrideCursor()
                     && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
-                return FakeDesktopLink::openInBrowser(url);
+                return FakeDesktopLink::openInBrowser(nullptr, url);
             }
         } web(dialogs);
         web.OpenURL(nullptr, QStringLiteral("https://example.org"));
