@@ -5,6 +5,9 @@
 #include "WebLink.h"
 #include "frmAbout.h"
 
+#include <QDir>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -124,6 +127,54 @@ private slots:
         QVERIFY(web.hourglass);
         QVERIFY(!QApplication::overrideCursor());
     }
+
+    // The browser check of the platform: on Windows a page written into the
+    // program's folder and the shell's answer for it. Nothing stays behind,
+    // and a folder that cannot take the page does not change the answer.
+    void theBrowserCheckLeavesNoPageBehind()
+    {
+        QTemporaryDir program;
+        ScriptedDialogs dialogs;
+        const WebLink web(dialogs, program.path());
+        const bool answer = web.HasBrowser();
+        QVERIFY(!QFile::exists(program.filePath(WebLink::testPageName())));
+        QCOMPARE(QDir(program.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+        const WebLink unwritable(dialogs, program.filePath(QStringLiteral("not-there")));
+        QCOMPARE(unwritable.HasBrowser(), answer);
+    }
+
+#ifdef Q_OS_WIN
+    // The shell answers from the association of .htm pages: with one for the
+    // user there is a browser, without any there is none.
+    void theBrowserIsTheProgramAssociatedWithWebPages()
+    {
+        QSettings userClasses(QStringLiteral("HKEY_CURRENT_USER\\Software\\Classes"), QSettings::NativeFormat);
+        // The user's own association, if any, is given back afterwards.
+        const bool hadPages = userClasses.childGroups().contains(QStringLiteral(".htm"), Qt::CaseInsensitive);
+        const QVariant previous = userClasses.value(QStringLiteral(".htm/Default"));
+        QTemporaryDir program;
+        ScriptedDialogs dialogs;
+        const WebLink web(dialogs, program.path());
+        userClasses.setValue(QStringLiteral(".htm/Default"), QStringLiteral("KorviTest.Page"));
+        userClasses.setValue(QStringLiteral("KorviTest.Page/shell/open/command/Default"),
+                             QLatin1Char('"') + QDir::toNativeSeparators(QCoreApplication::applicationFilePath())
+                                 + QStringLiteral("\" \"%1\""));
+        userClasses.sync();
+        const bool withAssociation = web.HasBrowser();
+        if (!hadPages)
+            userClasses.remove(QStringLiteral(".htm"));
+        else if (previous.isValid())
+            userClasses.setValue(QStringLiteral(".htm/Default"), previous);
+        else
+            userClasses.remove(QStringLiteral(".htm/Default"));
+        userClasses.remove(QStringLiteral("KorviTest.Page"));
+        userClasses.sync();
+        QVERIFY(withAssociation);
+        QSettings allClasses(QStringLiteral("HKEY_CLASSES_ROOT"), QSettings::NativeFormat);
+        if (!hadPages && allClasses.value(QStringLiteral(".htm/Default")).toString().isEmpty())
+            QVERIFY(!web.HasBrowser());
+    }
+#endif
 };
 
 QTEST_MAIN(TestAbout)
