@@ -53,6 +53,9 @@ if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
         @ONLY FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
         WORLD_READ WORLD_EXECUTE)
     set(CMAKE_CROSSCOMPILING_EMULATOR ${PROJECT_BINARY_DIR}/wine-run.sh)
+    # Wine shows this machine's files on drive Z:; the folders the tests are
+    # given are named as the Windows programs see them.
+    set(KORVI_TEST_PATH_ROOT "Z:")
 endif()
 
 # On Windows, tests show their windows with the system's own platform plugin:

@@ -21,3 +21,14 @@ inline ProgramRun runProgram(const QString &program, const QStringList &args,
     p.waitForFinished(60000);
     return { p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError() };
 }
+
+// A line of text as a console program prints it: on Windows its standard
+// output is in text mode, so a line ends in CR LF as text files do there.
+inline QByteArray printedLine(const QByteArray &text)
+{
+#ifdef Q_OS_WIN
+    return text + "\r\n";
+#else
+    return text + '\n';
+#endif
+}

@@ -144,12 +144,13 @@ private slots:
     }
 
 #ifdef Q_OS_WIN
-    // The shell answers from the association of .htm pages: with one for the
-    // user there is a browser, without any there is none.
+    // The shell answers from the association of .htm pages: with one there is
+    // a browser, without any there is none. (Writing the association needs an
+    // administrator on Windows, as the installer does; Wine allows it.)
     void theBrowserIsTheProgramAssociatedWithWebPages()
     {
-        QSettings userClasses(QStringLiteral("HKEY_CURRENT_USER\\Software\\Classes"), QSettings::NativeFormat);
-        // The user's own association, if any, is given back afterwards.
+        QSettings userClasses(QStringLiteral("HKEY_CLASSES_ROOT"), QSettings::NativeFormat);
+        // The system's own association, if any, is given back afterwards.
         const bool hadPages = userClasses.childGroups().contains(QStringLiteral(".htm"), Qt::CaseInsensitive);
         const QVariant previous = userClasses.value(QStringLiteral(".htm/Default"));
         QTemporaryDir program;
@@ -170,8 +171,7 @@ private slots:
         userClasses.remove(QStringLiteral("KorviTest.Page"));
         userClasses.sync();
         QVERIFY(withAssociation);
-        QSettings allClasses(QStringLiteral("HKEY_CLASSES_ROOT"), QSettings::NativeFormat);
-        if (!hadPages && allClasses.value(QStringLiteral(".htm/Default")).toString().isEmpty())
+        if (!hadPages)
             QVERIFY(!web.HasBrowser());
     }
 #endif

@@ -93,8 +93,10 @@ private slots:
         QCOMPARE(GetExtension(QStringLiteral("a.tar.Gz")), QStringLiteral("gz"));
         QCOMPARE(GetParentFolder(QStringLiteral("/r/skin/ui/main.ui")), QStringLiteral("/r/skin/ui"));
         QCOMPARE(GetParentFolder(QStringLiteral("main.ui")), QString());
-        // Only the host's separator cuts here.
-        QCOMPARE(GetParentFolder(QStringLiteral("c:\\skins\\main.ui")), QString());
+        // Only the host's separators cut here: "/" everywhere, "\\" on Windows.
+        QCOMPARE(GetParentFolder(QStringLiteral("c:\\skins\\main.ui")),
+                 QDir::separator() == QLatin1Char('\\') ? QStringLiteral("c:\\skins") : QString());
+        QCOMPARE(GetParentFolder(QStringLiteral("c:/skins/main.ui")), QStringLiteral("c:/skins"));
         QVERIFY(!FileExists(QString()));
         QVERIFY(!FileExists(mRoot.path() + QStringLiteral("/none.bmp")));
         QVERIFY(!FileExists(ui())); // a folder is not a file that opens

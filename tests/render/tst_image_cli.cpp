@@ -24,7 +24,7 @@ private:
     static Run korvi(const QStringList &args)
     {
         QProcess process;
-        process.start(QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi"), args);
+        process.start(QStringLiteral(KORVI_TOOL), args);
         Run run;
         if (!process.waitForFinished(60000))
             return run;
@@ -40,7 +40,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(mDir.isValid());
-        QVERIFY2(QFile::exists(QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi")), "build the korvi tool first");
+        QVERIFY2(QFile::exists(QStringLiteral(KORVI_TOOL)), "build the korvi tool first");
     }
 
     void locatePrintsTheResultAndTheReport()
