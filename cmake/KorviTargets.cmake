@@ -1,18 +1,29 @@
 # Helpers shared by the libraries, tests, benchmarks and fuzzers.
 
-# korvi_add_library(NAME DIR LIBS...): a static library of every .cpp/.h in DIR.
-# Headers in DIR/private are the library's own: only the library and its tests
+# korvi_add_library(NAME [PARTS dir...] LIBS...): a static library of every
+# .cpp/.h in the current folder and in each of its PARTS folders, which show the
+# library's design (the model, its files, ...). Headers in a private/ folder
+# beside them are the library's own: only the library and its tests
 # (korvi_add_tests) see them.
 function(korvi_add_library name)
-    cmake_parse_arguments(ARG "" "" "LIBS;RESOURCES" ${ARGN})
-    file(GLOB _sources CONFIGURE_DEPENDS
-        ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h
-        ${CMAKE_CURRENT_SOURCE_DIR}/private/*.h)
+    cmake_parse_arguments(ARG "" "" "PARTS;LIBS;RESOURCES" ${ARGN})
+    set(_sources "")
+    set(_public "")
+    set(_private "")
+    foreach(_part . ${ARG_PARTS})
+        get_filename_component(_dir ${CMAKE_CURRENT_SOURCE_DIR}/${_part} ABSOLUTE)
+        file(GLOB _found CONFIGURE_DEPENDS ${_dir}/*.cpp ${_dir}/*.h ${_dir}/private/*.h)
+        list(APPEND _sources ${_found})
+        list(APPEND _public ${_dir})
+        if(EXISTS ${_dir}/private)
+            list(APPEND _private ${_dir}/private)
+        endif()
+    endforeach()
     add_library(${name} STATIC ${_sources} ${ARG_RESOURCES})
-    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/private)
-        target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/private)
-        set_target_properties(${name} PROPERTIES KORVI_PRIVATE_HEADERS ${CMAKE_CURRENT_SOURCE_DIR}/private)
+    target_include_directories(${name} PUBLIC ${_public})
+    if(_private)
+        target_include_directories(${name} PRIVATE ${_private})
+        set_target_properties(${name} PROPERTIES KORVI_PRIVATE_HEADERS "${_private}")
     endif()
     target_link_libraries(${name} PUBLIC ${ARG_LIBS})
     korvi_strict_strings(${name})

@@ -16,3 +16,4 @@ int runSet(const QStringList &args);
 int runUnset(const QStringList &args);
 int runRemove(const QStringList &args);
 int runLint(const QStringList &args);
+int runPort(const QStringList &args);

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "CanvasSize.h"
 #include "CommandLine.h"
+#include "FormatCompare.h"
 #include "Commands.h"
 
 #include "NodeKey.h"
 #include "SkinContext.h"
+#include "SkinFormatName.h"
 #include "RenderSetup.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
@@ -18,17 +20,19 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <memory>
 #include <QRegularExpression>
 
 // korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R]
 //              (--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH]
-//              -o OUT [--boxes BOXES.json]
+//              -o OUT [--boxes BOXES.json] [--compare OTHER_FORMAT]
 
 namespace {
 
 const char kUsage[] =
     "usage: korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R] "
-    "(--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH] -o OUT [--boxes BOXES.json]";
+    "(--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH] -o OUT [--boxes BOXES.json] "
+    "[--compare OTHER_FORMAT]";
 
 // Information lines go to stderr as they come, one line per line.
 class StderrInfoSink : public InfoSink
@@ -55,6 +59,8 @@ struct RenderOptions
     QSize size;
     QString output;
     QString boxes;
+    // Each layer drawn in this format too, beside the first.
+    QString compare;
 };
 
 bool parseSize(const QString &text, QSize &size)
@@ -82,9 +88,10 @@ int parseOptions(const QStringList &arguments, RenderOptions &o)
     const QCommandLineOption size = valued("size", "The size of the pictures.", "WxH");
     const QCommandLineOption output = valued("o", "The picture, or the folder for --all-layers.", "OUT");
     const QCommandLineOption boxes = valued("boxes", "Where to write the drawn boxes.", "BOXES.json");
+    const QCommandLineOption compare = valued("compare", "Each layer also in this format, side by side.", "FORMAT");
     QCommandLineParser parser;
     CommandLine::addImportedOption(parser);
-    parser.addOptions({ skinDir, format, layer, allLayers, highlight, size, output, boxes });
+    parser.addOptions({ skinDir, format, layer, allLayers, highlight, size, output, boxes, compare });
     const QString usage = QLatin1String(kUsage);
     if (const int error = CommandLine::parseArguments(parser, arguments, usage, 1, 1))
         return error;
@@ -97,6 +104,9 @@ int parseOptions(const QStringList &arguments, RenderOptions &o)
     o.highlight = parser.value(highlight);
     o.output = parser.value(output);
     o.boxes = parser.value(boxes);
+    o.compare = parser.value(compare);
+    if (parser.isSet(compare) && !SkinFormatName::isFormat(o.compare))
+        return CommandLine::usageError(QStringLiteral("--compare wants a format such as 1024_600, not \"%1\"").arg(o.compare));
     if (parser.isSet(size) && !parseSize(parser.value(size), o.size))
         return CommandLine::usageError(QStringLiteral("--size wants WIDTHxHEIGHT, not \"%1\"").arg(parser.value(size)));
     if (o.output.isEmpty() || o.allLayers == !o.layer.isEmpty())
@@ -184,6 +194,57 @@ bool readSkin(clsKorviInterface &doc, const RenderOptions &o, QString &format)
     return true;
 }
 
+// The same skin file in the other format, read and set up to be drawn.
+struct ComparedSkin
+{
+    clsKorviInterface doc;
+    SkinContext context;
+    StderrInfoSink info;
+    std::unique_ptr<RenderSetup> setup;
+
+    // False after printing why when the file cannot be read.
+    bool open(const RenderOptions &o, const SkinContext &first)
+    {
+        if (first.SkinFormat.isEmpty()) {
+            CommandLine::printErr(QStringLiteral("korvi: --compare needs the format of %1 (--format)").arg(o.file));
+            return false;
+        }
+        const QString file = FormatCompare::fileInFormat(first.UiFilePath, first.SkinFormat, o.compare);
+        if (!QFileInfo(file).isFile()) {
+            CommandLine::printErr(QStringLiteral("korvi: no file %1 to compare with").arg(file));
+            return false;
+        }
+        RenderOptions other = o;
+        other.file = file;
+        QString format;
+        if (!readSkin(doc, other, format))
+            return false;
+        context.UiFilePath = file;
+        context.SkinDirectory = first.SkinDirectory;
+        context.SkinFormat = o.compare;
+        setup = std::make_unique<RenderSetup>(doc, context, info);
+        setup->fonts.loadSkinFonts(context);
+        return true;
+    }
+
+    // The layer of the same name, in its format's own size; a dark picture
+    // when the other file has no such layer.
+    QImage draw(const clsElement *block, const RenderOptions &o)
+    {
+        const QSize size = o.size.isValid() ? o.size : CanvasSize::forSkin(context, setup->cache);
+        QImage canvas(size, QImage::Format_RGB32);
+        const clsElement *same = doc.Layers().Find(block->ElementKey());
+        if (!same) {
+            CommandLine::printErr(QStringLiteral("korvi: %1 has no layer \"%2\"").arg(context.UiFilePath,
+                                                                                         QString::fromLatin1(block->strName())));
+            canvas.fill(qRgb(0, 0, 0));
+            return canvas;
+        }
+        setup->renderer.DrawLayer(same, canvas);
+        return canvas;
+    }
+};
+
 } // namespace
 
 int runRender(const QStringList &arguments)
@@ -234,6 +295,9 @@ int runRender(const QStringList &arguments)
         return 1;
     }
     const QSize size = canvasSize(o, context, setup.cache);
+    ComparedSkin compared;
+    if (!o.compare.isEmpty() && !compared.open(o, context))
+        return 1;
     QJsonArray boxes;
     QVector<QPair<QString, QString>> sheet;
     for (const clsElement *block : blocks) {
@@ -241,7 +305,8 @@ int runRender(const QStringList &arguments)
         renderer.DrawLayer(block, canvas);
         const QString name = QString::fromLatin1(block->strName());
         const QString target = o.allLayers ? QDir(o.output).filePath(pictureFileName(block)) : o.output;
-        if (!canvas.save(target, "PNG")) {
+        const QImage picture = o.compare.isEmpty() ? canvas : FormatCompare::sideBySide(canvas, compared.draw(block, o));
+        if (!picture.save(target, "PNG")) {
             CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(target));
             return 1;
         }

@@ -29,6 +29,7 @@ const Subcommand kSubcommands[] = {
     { "set", runSet, "set FILE.ui NODEKEY KEY=VALUE... [-o OUT]   set properties, saving only what changed" },
     { "unset", runUnset, "unset FILE.ui NODEKEY KEY... [-o OUT]       remove properties, saving only what changed" },
     { "lint", runLint, "lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]  report problems" },
+    { "port", runPort, "port SKIN_DIR --from A --to B [--aspect stretch|fit] [--fonts scale|keep|MAP.txt] [--dry-run] [--report R.json] [--force]  make the skin for another screen" },
     { "remove", runRemove, "remove FILE.ui NODEKEY [-o OUT]            remove an element with its children, likewise" },
 };
 

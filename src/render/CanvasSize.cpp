@@ -5,6 +5,7 @@
 #include "ResourceLookup.h"
 #include "RlDecoder.h"
 #include "SkinContext.h"
+#include "SkinFormatName.h"
 #include "SkinNumber.h"
 #include "StringInfoSink.h"
 
@@ -34,7 +35,11 @@ QSize forSkin(const SkinContext &context, PictureCache &cache)
         if (size.width() > 0 && size.height() > 0)
             return size;
     }
-    const QSize fromFormat = ofFormat(context.SkinFormat);
+    // The drawn background keeps its fixed-position rule; the canvas of a
+    // four-digit format still gets the size the format names.
+    QSize fromFormat = ofFormat(context.SkinFormat);
+    if (!fromFormat.isValid())
+        fromFormat = SkinFormatName::sizeOf(context.SkinFormat);
     return fromFormat.isValid() ? fromFormat : QSize(800, 480);
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "TestFiles.h"
+#include "SkinFormatName.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "clsKorviInterface.h"
@@ -28,12 +29,41 @@ private slots:
         QTest::newRow("dot inside the name") << "/x/a.b_320_240.ui" << "320_240";
         QTest::newRow("format in the folder only") << "/x/800_480/main.ui" << "";
         QTest::newRow("no extension") << "/x/main_480_272" << "480_272";
+        QTest::newRow("four-digit width") << "/x/main_1024_600.ui" << "1024_600";
+        QTest::newRow("four-digit width alone") << "1280_720.ui" << "1280_720";
+        QTest::newRow("four-digit width after a digit") << "/x/main91600_960.ui" << "1600_960";
+        QTest::newRow("five digits end in a four-digit format") << "/x/a_12345_678.ui" << "2345_678";
+        QTest::newRow("three digits after a letter") << "/x/mainx800_480.ui" << "800_480";
+        QTest::newRow("four digits of height") << "/x/main_800_4800.ui" << "";
     }
     void skinFormatFromTheEndOfTheFileName()
     {
         QFETCH(QString, path);
         QFETCH(QString, format);
         QCOMPARE(SkinLoader::skinFormatFromFileName(path), format);
+    }
+
+    void formatNamesAreWholeTexts()
+    {
+        QVERIFY(SkinFormatName::isFormat(QStringLiteral("800_480")));
+        QVERIFY(SkinFormatName::isFormat(QStringLiteral("1024_600")));
+        QVERIFY(!SkinFormatName::isFormat(QStringLiteral("x800_480")));
+        QVERIFY(!SkinFormatName::isFormat(QStringLiteral("10240_600")));
+        QVERIFY(!SkinFormatName::isFormat(QStringLiteral("800-480")));
+        QCOMPARE(SkinFormatName::sizeOf(QStringLiteral("1024_600")), QSize(1024, 600));
+        QCOMPARE(SkinFormatName::sizeOf(QStringLiteral("480_272")), QSize(480, 272));
+        QVERIFY(!SkinFormatName::sizeOf(QStringLiteral("abc")).isValid());
+        QCOMPARE(SkinFormatName::ofSize(QSize(1600, 960)), QStringLiteral("1600_960"));
+        QCOMPARE(SkinFormatName::ofSize(QSize(800, 480)), QStringLiteral("800_480"));
+    }
+
+    void aFourDigitFormatIsTakenWhenOpeningAFile()
+    {
+        QTemporaryDir dir;
+        const QString ui = dir.path() + "/1024_600/ui/main_1024_600.ui";
+        QVERIFY(writeTestFile(ui, "<LAYER ui_Main>\n</LAYER>\n"));
+        clsKorviInterface doc;
+        QCOMPARE(SkinLoader::openSkinFile(doc, ui).skinFormat, QStringLiteral("1024_600"));
     }
 
     void templatesAndSchemeAreReadImportedBeforeTheFile()

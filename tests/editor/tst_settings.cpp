@@ -161,6 +161,22 @@ private slots:
                  (QStringList{ "480_272", "800_480", "a_file", "B_folder" }));
     }
 
+    void aFormatOfFourDigitWidthIsListedAndAccepted()
+    {
+        QDir dir(mProgram->path());
+        dir.mkdir(QStringLiteral("1024_600"));
+        dir.mkdir(QStringLiteral("800_480"));
+        SkinContext context;
+        context.SkinDirectory = mProgram->path();
+        context.SkinFormat = QStringLiteral("800_480");
+        ScriptedDialogs dialogs;
+        frmSettings form(context, dialogs);
+        QCOMPARE(choicesOf(form.formatRow()), (QStringList{ "1024_600", "800_480" }));
+        form.formatRow()->setCellText(1, QStringLiteral("1024_600"));
+        QTest::mouseClick(form.cmdOK, Qt::LeftButton);
+        QCOMPARE(context.SkinFormat, QStringLiteral("1024_600"));
+    }
+
     void theFolderButtonAsksForAFolderAndStoresNothingYet()
     {
         SkinContext context;

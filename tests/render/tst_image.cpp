@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "CanvasSize.h"
 #include "TestFiles.h"
 #include "ImageLoader.h"
 #include "PictureCache.h"
@@ -342,6 +343,15 @@ private slots:
         QCOMPARE(PictureDrawing::DrawBackground(ResourceLookup(mContext, info), cache, buffer, canvas), QSize(0, 0));
         mContext.SkinFormat = QStringLiteral("480_272");
         QCOMPARE(PictureDrawing::DrawBackground(ResourceLookup(mContext, info), cache, buffer, canvas), QSize(480, 272));
+    }
+
+    void theCanvasOfAFourDigitFormatWithoutBackgroundHasTheFormatSize()
+    {
+        mContext.SkinFormat = QStringLiteral("1024_600");
+        PictureCache cache;
+        QCOMPARE(CanvasSize::forSkin(mContext, cache), QSize(1024, 600));
+        mContext.SkinFormat = QStringLiteral("480_272");
+        QCOMPARE(CanvasSize::forSkin(mContext, cache), QSize(480, 272));
     }
 
     void missingBackgroundWithoutFormatKeepsTheBufferSize()

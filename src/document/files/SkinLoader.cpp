@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SkinLoader.h"
 
+#include "SkinFormatName.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
 
@@ -8,11 +9,6 @@
 #include <QFileInfo>
 
 namespace {
-
-bool isDigit(QChar c)
-{
-    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
-}
 
 bool isTemplateFileName(const QString &name)
 {
@@ -53,19 +49,7 @@ namespace SkinLoader {
 
 QString skinFormatFromFileName(const QString &path)
 {
-    // The extension is only the part after the last dot.
-    const QString name = QFileInfo(path).fileName();
-    const int dot = name.lastIndexOf(QLatin1Char('.'));
-    const QString stem = dot >= 0 ? name.left(dot) : name;
-    if (stem.size() < 7)
-        return {};
-    const QString tail = stem.right(7);
-    for (int i = 0; i < 7; ++i) {
-        const bool ok = i == 3 ? tail.at(i) == QLatin1Char('_') : isDigit(tail.at(i));
-        if (!ok)
-            return {};
-    }
-    return tail;
+    return SkinFormatName::fromFileName(path);
 }
 
 QStringList templateFilesBeside(const QString &path)

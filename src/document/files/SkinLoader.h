@@ -17,15 +17,14 @@ namespace SkinLoader {
 // What opening a skin file read.
 struct OpenedSkin
 {
-    // "###_###" taken from the end of the file's name, or empty when it has none
+    // "####_###" or "###_###" taken from the end of the file's name, or empty when it has none
     // (the caller then keeps the format it had).
     QString skinFormat;
     // Every file read, in reading order, the opened file last.
     QStringList filesRead;
 };
 
-// The last seven characters of the file's name (no folder, no extension) when
-// they are three digits, "_" and three digits; empty otherwise.
+// The format at the end of the file's name (SkinFormatName::fromFileName).
 QString skinFormatFromFileName(const QString &path);
 
 // The "templates*.ui" files beside `path` (ASCII case ignored), in name order
