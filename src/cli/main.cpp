@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
 #include "DrawingPlatform.h"
+#include "StandardStreams.h"
 #include "Commands.h"
 #include "KorviProject.h"
 
@@ -64,6 +65,7 @@ int printVersion()
 
 int main(int argc, char *argv[])
 {
+    StandardStreams::writeBytesAsTheyAre();
     const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(KORVI_VERSION));
     QStringList args = QCoreApplication::arguments().mid(1);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DrawingPlatform.h"
 
+#include <QByteArray>
 #include <QtGlobal>
 
 #ifndef Q_OS_WIN
@@ -10,7 +11,7 @@
 void DrawingPlatform::chooseForDrawingWithoutWindow()
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen"));
 }
 
 #endif

@@ -57,8 +57,9 @@ private slots:
         const QString u = path(QStringLiteral("skin/800_480"));
         const QString root = path(QStringLiteral("skin"));
         const QByteArray expected = "path: \nsprites: 4\nstripes: 3\ngrab_center: true\n"
-            "Unable to locate knob.bmp in " + (u + QStringLiteral("/knob.bmp")).toUtf8() + "\r\n"
-            "Unable to locate knob.bmp in " + (root + QStringLiteral("/common/knob.bmp")).toUtf8() + "\r\n\r\n";
+            "Unable to locate knob.bmp in " + QDir::toNativeSeparators(u + QStringLiteral("/knob.bmp")).toUtf8() + "\r\n"
+            "Unable to locate knob.bmp in " + QDir::toNativeSeparators(root + QStringLiteral("/common/knob.bmp")).toUtf8()
+            + "\r\n\r\n";
         QCOMPARE(run.out, expected);
     }
 
