@@ -63,6 +63,7 @@ add_custom_target(windows-package
     DEPENDS korvi-editor korvi
     WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
     COMMENT "Making ${KORVI_WINDOWS_NAME}-win64.zip and the installer"
+    COMMAND_EXPAND_LISTS
     VERBATIM)
 
 # For the test of the downloads.
