@@ -333,7 +333,7 @@ private slots:
                 names << action->objectName();
         }
         QCOMPARE(names, QStringList({ "mnuOpen", "mnuOpenFolder", QString(), "mnuSaveChanges", "mnuSaveAs",
-                                      "mnuExportPicture", "mnuQuit" }));
+                                      "mnuExportPicture", "mnuPortSkin", "mnuQuit" }));
         QCOMPARE(file->actions().at(2)->menu(), f.control<QMenu>("mnuRecent"));
         QCOMPARE(f.fileEntry("mnuOpen")->shortcut(), QKeySequence(QKeySequence::Open));
         QCOMPARE(f.fileEntry("mnuSaveChanges")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_S));

@@ -217,6 +217,7 @@ void frmEditor::createFileMenu()
         &frmEditor::SaveCommand)->setEnabled(false);
     file->addSeparator();
     add("mnuExportPicture", QStringLiteral("&Export Picture..."), QKeySequence(), &frmEditor::ExportPictureCommand);
+    add("mnuPortSkin", QStringLiteral("&Port Skin..."), QKeySequence(), &frmEditor::PortSkinCommand);
     file->addSeparator();
     add("mnuQuit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &QWidget::close);
 }

@@ -83,6 +83,8 @@ public:
     void SaveChangesCommand();
     // File > Export Picture: the canvas's picture as a PNG file.
     void ExportPictureCommand();
+    // File > Port Skin: the skin's folders made for another screen (PortSkinFlow.cpp).
+    void PortSkinCommand();
     void LockCommand();
     void SettingsCommand();
     void AboutCommand();
