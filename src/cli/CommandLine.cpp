@@ -1,18 +1,78 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
 
+#include "AtomicFileWriter.h"
+#include "FileFaults.h"
 #include "UiFileReader.h"
 
 #include <QCommandLineParser>
 
+#include <QDir>
+#include <QFileInfo>
+
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace CommandLine {
 
+namespace {
+
+// Standard output is one for the whole process: so is the memory of its
+// first failure.
+QString &firstOutputFailure()
+{
+    static QString reason;
+    return reason;
+}
+
+void noteOutputFailure()
+{
+    if (firstOutputFailure().isEmpty())
+        firstOutputFailure() = QString::fromLocal8Bit(strerror(errno));
+}
+
+} // namespace
+
 void printOut(const QByteArray &bytes)
 {
-    fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-    fflush(stdout);
+    if (const QString fault = FileFaults::writeFault(QStringLiteral("-")); !fault.isEmpty()) {
+        if (firstOutputFailure().isEmpty())
+            firstOutputFailure() = fault;
+        return;
+    }
+    errno = 0;
+    if (fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) != size_t(bytes.size()) || fflush(stdout) != 0)
+        noteOutputFailure();
+}
+
+QString outputFailure()
+{
+    errno = 0;
+    if (fflush(stdout) != 0 || ferror(stdout))
+        noteOutputFailure();
+    return firstOutputFailure();
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QString error;
+    if (AtomicFileWriter::writeWhole(path, bytes, error))
+        return true;
+    printErr(QStringLiteral("korvi: cannot write ") + error);
+    return false;
+}
+
+bool refuseSameFile(const QString &input, const QString &output, int &exitCode)
+{
+    const QFileInfo in(input);
+    const QFileInfo out(output);
+    const bool same = in.exists() && out.exists()
+        ? in.canonicalFilePath() == out.canonicalFilePath()
+        : QDir::cleanPath(in.absoluteFilePath()) == QDir::cleanPath(out.absoluteFilePath());
+    if (same)
+        exitCode = usageError(QStringLiteral("the output %1 is the input; it would be written over").arg(output));
+    return same;
 }
 
 void printErr(const QString &text)

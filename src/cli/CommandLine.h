@@ -10,7 +10,10 @@ class clsKorviInterface;
 // Output helpers and the argument forms shared by the subcommands.
 namespace CommandLine {
 
+// Writes to stdout; a failed write is remembered for outputFailure().
 void printOut(const QByteArray &bytes);
+// Flushes stdout; the system's reason when any write to it failed, else empty.
+QString outputFailure();
 void printErr(const QString &text);
 // Prints a usage error and returns the usage exit code (2).
 int usageError(const QString &text);
@@ -21,6 +24,13 @@ int usageError(const QString &text);
 // `usage`, and returns the usage exit code (2).
 int parseArguments(QCommandLineParser &parser, const QStringList &args, const QString &usage, int least,
                    int most);
+
+// Writes `bytes` as the whole new content of `path` (AtomicFileWriter); prints
+// "korvi: cannot write PATH: reason" and returns false on failure.
+bool writeFile(const QString &path, const QByteArray &bytes);
+// Whether `output` names the same file as `input` (which then must not be
+// written over); prints the usage error when it does.
+bool refuseSameFile(const QString &input, const QString &output, int &exitCode);
 
 // The option "-i FILE", which may be repeated: files of the skin read as its
 // shared (imported) files.

@@ -3,11 +3,12 @@
 #include "Commands.h"
 
 #include "ImageLoader.h"
+#include "FileReading.h"
+#include "PictureProblem.h"
 #include "RlHeader.h"
 
 #include <QBuffer>
 #include <QCommandLineParser>
-#include <QFile>
 #include <QImageReader>
 
 namespace {
@@ -41,12 +42,12 @@ int runImageInfo(const QStringList &arguments)
     if (const int usage = CommandLine::parseArguments(parser, arguments, QStringLiteral("usage: korvi image-info FILE"), 1, 1))
         return usage;
     const QStringList args = parser.positionalArguments();
-    QFile file(args.first());
-    if (!file.open(QIODevice::ReadOnly)) {
-        CommandLine::printErr(QStringLiteral("korvi: cannot read %1").arg(args.first()));
+    QByteArray bytes;
+    QString error;
+    if (!FileReading::readWhole(args.first(), bytes, error)) {
+        CommandLine::printErr(QStringLiteral("korvi: cannot read ") + error);
         return 1;
     }
-    const QByteArray bytes = file.readAll();
     const QString kind = ImageLoader::Kind(args.first(), bytes);
     if (kind.isEmpty()) {
         CommandLine::printOut(QStringLiteral("kind: none\nbytes: %1\n").arg(bytes.size()).toUtf8());
@@ -56,5 +57,11 @@ int runImageInfo(const QStringList &arguments)
     text += kind == QLatin1String("RL") ? rlInfo(bytes) : readerInfo(bytes);
     text += QStringLiteral("bytes: %1\n").arg(bytes.size());
     CommandLine::printOut(text.toUtf8());
+    // A picture that ends early, or cannot be decoded, is said so.
+    QImage decoded;
+    PictureProblem problem;
+    ImageLoader::LoadImageBytes(args.first(), bytes, decoded, &problem);
+    if (problem.isProblem())
+        CommandLine::printErr(QStringLiteral("korvi: %1: %2").arg(args.first(), problem.what));
     return 0;
 }

@@ -58,8 +58,6 @@ int parse(const QStringList &args, LintOptions &o)
             o.disabled << code.trimmed();
         }
     }
-    if (!QFileInfo::exists(o.target))
-        return CommandLine::usageError(QStringLiteral("no such file or folder: %1").arg(o.target));
     return 0;
 }
 
@@ -121,6 +119,12 @@ int runLint(const QStringList &args)
     LintOptions o;
     if (const int usage = parse(args, o))
         return usage;
+    // A file that is not there is a failure of the work, as for every other
+    // subcommand, not a usage error.
+    if (!QFileInfo::exists(o.target)) {
+        CommandLine::printErr(QStringLiteral("korvi: %1: No such file or folder").arg(o.target));
+        return 1;
+    }
     const bool folder = QFileInfo(o.target).isDir();
     const SkinOpenPlan plan = folder ? SkinOpenPlan::forFolder(o.target) : SkinOpenPlan::forFile(o.target);
     clsKorviInterface document;

@@ -6,6 +6,7 @@
 #include "StringInfoSink.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 namespace {
 
@@ -14,7 +15,8 @@ const QString kUsage = QStringLiteral("usage: korvi locate [--ui UIFILE] [--skin
 } // namespace
 
 // korvi locate [--ui UIFILE] [--skin-dir D] [--format R] REF
-// The paths are used as given, as the editor uses the values it holds.
+// The paths are used as given, as the editor uses the values it holds. Exits
+// 1 when nothing is found.
 int runLocate(const QStringList &args)
 {
     QCommandLineParser parser;
@@ -25,6 +27,10 @@ int runLocate(const QStringList &args)
     parser.addOptions({ ui, skinDir, format });
     if (const int usage = CommandLine::parseArguments(parser, args, kUsage, 1, 1))
         return usage;
+    if (parser.isSet(ui) && !QFileInfo(parser.value(ui)).isFile())
+        return CommandLine::usageError(QStringLiteral("--ui: no such file: %1").arg(parser.value(ui)));
+    if (parser.isSet(skinDir) && !QFileInfo(parser.value(skinDir)).isDir())
+        return CommandLine::usageError(QStringLiteral("--skin-dir: no such folder: %1").arg(parser.value(skinDir)));
     SkinContext context;
     context.UiFilePath = parser.value(ui);
     context.SkinDirectory = parser.value(skinDir);
@@ -40,5 +46,6 @@ int runLocate(const QStringList &args)
     // The report exactly as the information box would receive it, CR LF kept.
     text += info.text();
     CommandLine::printOut(text.toUtf8());
-    return 0;
+    // The report says where it looked; the exit code says whether it found.
+    return file.path.isEmpty() ? 1 : 0;
 }

@@ -5,7 +5,9 @@
 #include "RlEncoder.h"
 
 #include <QCommandLineParser>
-#include <QFile>
+#include "FileReading.h"
+
+#include <QBuffer>
 #include <QImageReader>
 
 // korvi png2rl IN.png OUT.bmp [--wide-palette]
@@ -19,7 +21,16 @@ int runPng2Rl(const QStringList &arguments)
         return usage;
     const bool wide = parser.isSet(widePalette);
     const QStringList args = parser.positionalArguments();
-    QImageReader reader(args.at(0));
+    if (int exitCode = 0; CommandLine::refuseSameFile(args.at(0), args.at(1), exitCode))
+        return exitCode;
+    QByteArray bytes;
+    QString error;
+    if (!FileReading::readWhole(args.at(0), bytes, error)) {
+        CommandLine::printErr(QStringLiteral("korvi: cannot read ") + error);
+        return 1;
+    }
+    QBuffer device(&bytes);
+    QImageReader reader(&device);
     const QImage image = reader.read();
     if (image.isNull()) {
         CommandLine::printErr(QStringLiteral("korvi: cannot read %1: %2").arg(args.at(0), reader.errorString()));
@@ -30,10 +41,5 @@ int runPng2Rl(const QStringList &arguments)
         CommandLine::printErr(QStringLiteral("korvi: cannot encode %1: %2").arg(args.at(0), result.error));
         return 1;
     }
-    QFile out(args.at(1));
-    if (!out.open(QIODevice::WriteOnly) || out.write(result.bytes) != result.bytes.size()) {
-        CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(args.at(1)));
-        return 1;
-    }
-    return 0;
+    return CommandLine::writeFile(args.at(1), result.bytes) ? 0 : 1;
 }

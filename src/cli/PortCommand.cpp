@@ -5,7 +5,6 @@
 #include "SkinPort.h"
 
 #include <QCommandLineParser>
-#include <QSaveFile>
 
 namespace {
 
@@ -66,12 +65,8 @@ int runPort(const QStringList &arguments)
     }
     CommandLine::printOut(result.report.text().toLocal8Bit());
     if (parser.isSet(report)) {
-        QSaveFile file(parser.value(report));
-        const QByteArray json = result.report.json();
-        if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.commit()) {
-            CommandLine::printErr(QStringLiteral("korvi port: cannot write %1: %2").arg(parser.value(report), file.errorString()));
+        if (!CommandLine::writeFile(parser.value(report), result.report.json()))
             return 1;
-        }
     }
     return 0;
 }

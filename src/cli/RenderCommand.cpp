@@ -13,6 +13,7 @@
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
+#include <QBuffer>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
@@ -139,12 +140,16 @@ QString htmlEscaped(const QString &text)
 
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size()) {
-        CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(path));
-        return false;
-    }
-    return true;
+    return CommandLine::writeFile(path, bytes);
+}
+
+QByteArray pngOf(const QImage &canvas)
+{
+    QByteArray png;
+    QBuffer device(&png);
+    device.open(QIODevice::WriteOnly);
+    canvas.save(&device, "PNG");
+    return png;
 }
 
 QByteArray contactSheet(const QVector<QPair<QString, QString>> &pictures, const QString &skinFile)
@@ -253,6 +258,15 @@ int runRender(const QStringList &arguments)
     if (const int usage = parseOptions(arguments, o))
         return usage;
 
+    // Nothing the command reads is written over by what it draws.
+    const QStringList inputs = QStringList(o.imported) << o.file;
+    for (const QString &input : inputs) {
+        int exitCode = 0;
+        if ((!o.allLayers && CommandLine::refuseSameFile(input, o.output, exitCode))
+            || (!o.boxes.isEmpty() && CommandLine::refuseSameFile(input, o.boxes, exitCode)))
+            return exitCode;
+    }
+
     clsKorviInterface doc;
     QString formatFromName;
     if (!readSkin(doc, o, formatFromName))
@@ -306,10 +320,8 @@ int runRender(const QStringList &arguments)
         const QString name = QString::fromLatin1(block->strName());
         const QString target = o.allLayers ? QDir(o.output).filePath(pictureFileName(block)) : o.output;
         const QImage picture = o.compare.isEmpty() ? canvas : FormatCompare::sideBySide(canvas, compared.draw(block, o));
-        if (!picture.save(target, "PNG")) {
-            CommandLine::printErr(QStringLiteral("korvi: cannot write %1").arg(target));
+        if (!writeFile(target, pngOf(picture)))
             return 1;
-        }
         sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + QLatin1Char(':') + name });
         appendBoxes(boxes, renderer, o.allLayers ? QString::fromLatin1(block->ElementKey()) : QString());
     }

@@ -5,10 +5,12 @@
 #include "CommandLine.h"
 #include "NodeKey.h"
 #include "SaveChanges.h"
+#include "SaveLock.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 ScriptedEdit::ScriptedEdit(const QString &name, const QString &usage, int leastRest, int mostRest)
     : mName(name)
@@ -17,6 +19,8 @@ ScriptedEdit::ScriptedEdit(const QString &name, const QString &usage, int leastR
     , mMostRest(mostRest)
 {
 }
+
+ScriptedEdit::~ScriptedEdit() = default;
 
 bool ScriptedEdit::start(const QStringList &arguments)
 {
@@ -38,6 +42,20 @@ bool ScriptedEdit::start(const QStringList &arguments)
     mNodeKey = positional.at(1);
     mRest = positional.mid(2);
     mOutput = parser.value(output);
+    if (const QString problem = NodeKey::problemWith(bytesOf(mNodeKey)); !problem.isEmpty()) {
+        mExitCode = CommandLine::usageError(QStringLiteral("\u201C%1\u201D is not a node key: %2").arg(mNodeKey, problem));
+        return false;
+    }
+    // The file is read, edited and written under its lock, so that edits of
+    // one file by several commands at once each land on the one before.
+    if (QFileInfo(mFile).isFile()) {
+        mLock = std::make_unique<SaveLock>(mFile);
+        QString error;
+        if (!mLock->lock(error)) {
+            mExitCode = fail(error);
+            return false;
+        }
+    }
     try {
         // The file is read alone: what it holds is what gets saved.
         ReadUiFile(mDocument, mFile, false);
@@ -88,6 +106,8 @@ int ScriptedEdit::save()
 {
     SaveChanges saver(mDocument);
     saver.setFileForNewElements(mFile);
+    if (mLock)
+        saver.lockHeldFor(mFile);
     if (!mOutput.isEmpty())
         saver.redirect(mFile, mOutput);
     // Nobody is there to answer: a file changed since it was read, where a
@@ -96,7 +116,8 @@ int ScriptedEdit::save()
     switch (result.outcome) {
     case SaveChanges::Result::Outcome::Saved:
     case SaveChanges::Result::Outcome::NothingToSave:
-        return 0;
+        // The edit is saved; a backup that could not be replaced is still a failure to report.
+        return result.error.isEmpty() ? 0 : fail(result.error.trimmed());
     case SaveChanges::Result::Outcome::Cancelled:
         return fail(QStringLiteral("%1 changed on disk since it was read; nothing written").arg(mFile));
     case SaveChanges::Result::Outcome::Failed:

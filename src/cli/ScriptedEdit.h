@@ -6,6 +6,9 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <memory>
+
+class SaveLock;
 
 // What korvi set, unset and remove share: the arguments FILE.ui NODEKEY ...
 // [-o OUT], the file read alone, the element the node key names, and the
@@ -16,6 +19,7 @@ public:
     // `usage` is printed on a usage error; `leastRest` and `mostRest` bound
     // the number of arguments after NODEKEY (-1: no bound).
     ScriptedEdit(const QString &name, const QString &usage, int leastRest, int mostRest);
+    ~ScriptedEdit();
 
     // Parses the arguments and reads the file; false with `exitCode` set when
     // the command is to stop.
@@ -48,4 +52,5 @@ private:
     QString mOutput;
     QStringList mRest;
     clsKorviInterface mDocument;
+    std::unique_ptr<SaveLock> mLock;
 };

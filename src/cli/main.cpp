@@ -6,7 +6,10 @@
 #include "KorviProject.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QRegularExpression>
+#include <new>
 #include <memory>
 
 namespace {
@@ -33,6 +36,19 @@ const Subcommand kSubcommands[] = {
     { "port", runPort, "port SKIN_DIR --from A --to B [--aspect stretch|fit] [--fonts scale|keep|MAP.txt] [--dry-run] [--report R.json] [--force]  make the skin for another screen" },
     { "remove", runRemove, "remove FILE.ui NODEKEY [-o OUT]            remove an element with its children, likewise" },
 };
+
+// Qt's own remarks about the host's set-up (a bare environment without
+// XDG_RUNTIME_DIR, say) are not the program's to pass on: a run says only what
+// the command has to say. Everything else goes on as Qt would print it.
+QtMessageHandler qtHandler = nullptr;
+
+void withoutHostRemarks(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type != QtFatalMsg && message.startsWith(QLatin1String("QStandardPaths: ")))
+        return;
+    if (qtHandler)
+        qtHandler(type, context, message);
+}
 
 // Drawing texts needs the platform's fonts, so "render" runs as a GUI
 // application, without a window.
@@ -61,11 +77,70 @@ int printVersion()
     return 0;
 }
 
+bool asksForHelp(const QStringList &args)
+{
+    return args.contains(QLatin1String("--help")) || args.contains(QLatin1String("-h"));
+}
+
+// The file a command ran out of memory on: the largest file it was given.
+QString largestFileIn(const QStringList &args, qint64 &size)
+{
+    QString largest;
+    size = -1;
+    for (const QString &arg : args) {
+        const QFileInfo info(arg);
+        if (info.isFile() && info.size() > size) {
+            largest = arg;
+            size = info.size();
+        }
+    }
+    return largest;
+}
+
+// Runs the subcommand; running out of memory ends it with a message instead
+// of an abort.
+int runGuarded(const Subcommand &s, const QStringList &args)
+{
+    if (asksForHelp(args)) {
+        // The summary is the usage, then after a run of blanks what it does.
+        const QStringList parts = QString::fromLatin1(s.summary).split(QRegularExpression(QStringLiteral("\\s{2,}")));
+        QString text = QStringLiteral("usage: korvi %1\n").arg(parts.first());
+        if (parts.size() > 1)
+            text += QStringLiteral("\n%1\n").arg(parts.mid(1).join(QLatin1Char(' ')));
+        CommandLine::printOut(text.toUtf8());
+        return 0;
+    }
+    try {
+        return s.run(args);
+    } catch (const std::bad_alloc &) {
+        qint64 size = 0;
+        const QString file = largestFileIn(args, size);
+        if (file.isEmpty())
+            CommandLine::printErr(QStringLiteral("korvi %1: not enough memory").arg(QLatin1String(s.name)));
+        else
+            CommandLine::printErr(QStringLiteral("korvi %1: not enough memory to read %2 (%3 MB)")
+                                      .arg(QLatin1String(s.name), file)
+                                      .arg((size + (1 << 20) - 1) >> 20));
+        return 1;
+    }
+}
+
+// A command whose output could not all be written has failed, whatever it did.
+int finished(int exitCode)
+{
+    const QString failure = CommandLine::outputFailure();
+    if (failure.isEmpty())
+        return exitCode;
+    CommandLine::printErr(QStringLiteral("korvi: cannot write to the standard output: ") + failure);
+    return exitCode != 0 ? exitCode : 1;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     StandardStreams::writeBytesAsTheyAre();
+    qtHandler = qInstallMessageHandler(withoutHostRemarks);
     const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(KORVI_VERSION));
     QStringList args = QCoreApplication::arguments().mid(1);
@@ -73,12 +148,12 @@ int main(int argc, char *argv[])
         return CommandLine::usageError(QStringLiteral("no subcommand given"));
     const QString name = args.takeFirst();
     if (name == QLatin1String("help") || name == QLatin1String("--help") || name == QLatin1String("-h"))
-        return printHelp();
+        return finished(printHelp());
     if (name == QLatin1String("version") || name == QLatin1String("--version"))
-        return printVersion();
+        return finished(printVersion());
     for (const Subcommand &s : kSubcommands) {
         if (name == QLatin1String(s.name))
-            return s.run(args);
+            return finished(runGuarded(s, args));
     }
     return CommandLine::usageError(QStringLiteral("unknown subcommand \"%1\"").arg(name));
 }

@@ -6,6 +6,9 @@
 #include "RlHeader.h"
 #include "SkinFileNames.h"
 
+#include "FileReading.h"
+
+#include <QDir>
 #include <QFile>
 
 // The resource initialiser of a static library has to be called by name, and
@@ -58,6 +61,23 @@ QString bmpProblem(const QByteArray &bytes)
         .arg(width).arg(height).arg(bits).arg(bytes.size());
 }
 
+// How many bytes an uncompressed bitmap's header promises (file header,
+// information header and palette up to the pixel data, then the rows, each
+// padded to four bytes); 0 when the header does not tell.
+qint64 bmpPromisedSize(const QByteArray &bytes)
+{
+    if (bytes.size() < 34 || littleEndian(bytes, 14, 4) < 40)
+        return 0;
+    const quint32 compression = littleEndian(bytes, 30, 4);
+    if (compression != 0 && compression != 3)
+        return 0;
+    const qint64 width = qint32(littleEndian(bytes, 18, 4));
+    const qint64 height = qAbs(qint64(qint32(littleEndian(bytes, 22, 4))));
+    const qint64 bits = littleEndian(bytes, 28, 2);
+    const qint64 rowBytes = (width * bits + 31) / 32 * 4;
+    return qint64(littleEndian(bytes, 10, 4)) + rowBytes * height;
+}
+
 } // namespace
 
 QImage ImageLoader::Placeholder()
@@ -78,13 +98,16 @@ QSize ImageLoader::LoadImageFile(const QString &path, QImage &buffer, PicturePro
         buffer = Placeholder();
         return buffer.size();
     }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    QByteArray bytes;
+    QString error;
+    if (!FileReading::readWhole(path, bytes, error)) {
+        // The reason alone: the report line names the file itself.
         if (problem)
-            *problem = PictureProblem::unreadableBecause(QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+            *problem = PictureProblem::unreadableBecause(
+                QStringLiteral("cannot be read (%1)").arg(error.mid(QDir::toNativeSeparators(path).size() + 2)));
         return QSize(0, 0);
     }
-    return LoadImageBytes(path, file.readAll(), buffer, problem);
+    return LoadImageBytes(path, bytes, buffer, problem);
 }
 
 QSize ImageLoader::LoadImageBytes(const QString &path, const QByteArray &bytes, QImage &buffer)
@@ -117,7 +140,14 @@ QSize ImageLoader::LoadImageBytes(const QString &path, const QByteArray &bytes, 
     }
     if (bytes.startsWith("BM")) {
         const QSize size = fromReader(bytes, "BMP", buffer);
-        return size.isEmpty() ? unreadable(bmpProblem(bytes)) : size;
+        if (size.isEmpty())
+            return unreadable(bmpProblem(bytes));
+        // The reader fills what the file lacks: the picture is shown as far
+        // as it goes, but not as if it were whole.
+        if (const qint64 promised = bmpPromisedSize(bytes); problem && promised > bytes.size())
+            *problem = PictureProblem::partlyReadBecause(
+                QStringLiteral("cut short (%1 of the %2 bytes its header promises)").arg(bytes.size()).arg(promised));
+        return size;
     }
     if (RlHeader::hasMagic(bytes))
         return RlDecoder::decode(bytes, buffer, problem);

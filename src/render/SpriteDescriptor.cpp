@@ -4,6 +4,8 @@
 #include "SkinNumber.h"
 #include "UiFileReader.h"
 
+#include "FileReading.h"
+
 #include <QFile>
 #include <algorithm>
 #include <limits>
@@ -46,8 +48,9 @@ SpriteDescriptor SpriteDescriptor::fromBytes(const QByteArray &bytes)
 
 SpriteDescriptor SpriteDescriptor::readFile(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QByteArray bytes;
+    QString error;
+    if (!FileReading::readWhole(path, bytes, error))
         return SpriteDescriptor();
-    return fromBytes(file.readAll());
+    return fromBytes(bytes);
 }

@@ -75,9 +75,10 @@ private slots:
         QCOMPARE(korvi({ "ui", "--werror" }, kLintData + "/split-value/good").exitCode, 0);
         QCOMPARE(korvi({ "ui" }, kLintData + "/missing-picture/bad").exitCode, 1);
         QCOMPARE(korvi({ "ui", "--disable", "missing-picture" }, kLintData + "/missing-picture/bad").exitCode, 0);
+        // A file that is not there is a failure, as for every subcommand.
+        QCOMPARE(korvi({ "no-such-file.ui" }, kLintData).exitCode, 1);
         // Usage errors.
         QCOMPARE(korvi({}).exitCode, 2);
-        QCOMPARE(korvi({ "no-such-file.ui" }, kLintData).exitCode, 2);
         QCOMPARE(korvi({ "ui", "--disable", "no-such-code" }, kLintData + "/split-value/bad").exitCode, 2);
         QCOMPARE(korvi({ "ui", "--no-such-option" }, kLintData + "/split-value/bad").exitCode, 2);
         QCOMPARE(korvi({ "a.ui", "b.ui" }, kLintData).exitCode, 2);

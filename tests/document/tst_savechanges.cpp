@@ -2,6 +2,7 @@
 #include "CorpusCases.h"
 #include "FailingDevice.h"
 #include "SaveChanges.h"
+#include "SkinBackup.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "TestFiles.h"
@@ -106,7 +107,7 @@ private slots:
         QVERIFY(result.written.isEmpty());
         QCOMPARE(f.bytes(), kSkin);
         QCOMPARE(QFileInfo(f.path).lastModified(), stamp);
-        QVERIFY(!QFile::exists(UiFileWriter::backupPathFor(f.path)));
+        QVERIFY(!QFile::exists(SkinBackup::pathFor(f.path)));
     }
 
     void oneValueChangedChangesOneLine()
@@ -118,7 +119,7 @@ private slots:
         QCOMPARE(changedLines(kSkin, f.bytes()),
                  QStringList { "\t<BUTTON btnMap x=70  y=80 text=Map>\r -> \t<BUTTON btnMap x=75  y=80 text=Map>\r" });
         // One backup, of the file as it was.
-        QCOMPARE(readTestFile(UiFileWriter::backupPathFor(f.path)), kSkin);
+        QCOMPARE(readTestFile(SkinBackup::pathFor(f.path)), kSkin);
     }
 
     void valueSetBackToWhatItWasIsNoChange()
@@ -311,7 +312,7 @@ private slots:
         QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
         QCOMPARE(changedLines(first, f.bytes()),
                  QStringList { "\t<BUTTON btnMap x=75  y=80 text=Map>\r -> \t<BUTTON btnMap x=75  y=85 text=Map z=2>\r" });
-        QCOMPARE(readTestFile(UiFileWriter::backupPathFor(f.path)), first);
+        QCOMPARE(readTestFile(SkinBackup::pathFor(f.path)), first);
     }
 
     void wholeDocumentWrittenOverTheFileIsWhatTheNextSaveStartsFrom()
@@ -382,7 +383,7 @@ private slots:
         doc.Layers().Item("ui_Main")->SubElements().Item("btnMap")->Properties().setValue("x", "75");
         QCOMPARE(SaveChanges(doc).save({}).outcome, SaveChanges::Result::Outcome::Saved);
         QVERIFY(readTestFile(linked).contains("btnMap x=75"));
-        QCOMPARE(readTestFile(UiFileWriter::backupPathFor(linked)), kSkin);
+        QCOMPARE(readTestFile(SkinBackup::pathFor(linked)), kSkin);
     }
 
     void elementPutBackAfterASaveIsWrittenAsNew()
@@ -446,7 +447,7 @@ private slots:
         QCOMPARE(result.outcome, SaveChanges::Result::Outcome::Cancelled);
         QCOMPARE(question, QStringLiteral("main.ui changed on disk since it was opened. Overwrite it with your version?"));
         QCOMPARE(f.bytes(), elsewhere);
-        QVERIFY(!QFile::exists(UiFileWriter::backupPathFor(f.path)));
+        QVERIFY(!QFile::exists(SkinBackup::pathFor(f.path)));
     }
 
     void fileChangedOnDiskWhereAChangeIsOverwrittenWhenAnswered()
@@ -460,7 +461,7 @@ private slots:
         QByteArray expected = kSkin;
         expected.replace("x=70", "x=75");
         QCOMPARE(f.bytes(), expected);
-        QCOMPARE(readTestFile(UiFileWriter::backupPathFor(f.path)), elsewhere);
+        QCOMPARE(readTestFile(SkinBackup::pathFor(f.path)), elsewhere);
     }
 
     void inputOutputErrorWhileReadingWritesNothing()
@@ -504,7 +505,7 @@ private slots:
         QCOMPARE(result.written.size(), 1);
         QCOMPARE(readTestFile(opened), openedBefore);
         QCOMPARE(QFileInfo(opened).lastModified(), openedStamp);
-        QVERIFY(!QFile::exists(UiFileWriter::backupPathFor(opened)));
+        QVERIFY(!QFile::exists(SkinBackup::pathFor(opened)));
         QCOMPARE(changedLines(schemeBefore, readTestFile(scheme)).size(), 1);
         QVERIFY(readTestFile(scheme).contains("<TEXT txtClock x=600 y=6"));
     }

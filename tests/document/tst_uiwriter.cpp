@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "AtomicFileWriter.h"
 #include "TestFiles.h"
 #include "UiFileReader.h"
 #include "UiFileWriter.h"
@@ -17,7 +18,7 @@ public:
     using UiFileWriter::UiFileWriter;
 
 protected:
-    bool writeData(QSaveFile &file, const QByteArray &bytes) override
+    bool writeData(AtomicFileWriter &file, const QByteArray &bytes) override
     {
         file.write(bytes.left(bytes.size() / 2));
         return false;

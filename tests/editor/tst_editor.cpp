@@ -276,6 +276,21 @@ private slots:
         QVERIFY(!QApplication::overrideCursor());
     }
 
+    void runningOutOfMemoryWhileReadingIsShownAndTheFileIsNotSavedOver()
+    {
+        EditorFixture f;
+        QTemporaryDir dir;
+        QVERIFY(writeTestFile(dir.filePath("big.ui"), "<LAYER good>\r\n</LAYER>\r\n"));
+        qputenv("KORVI_FAIL_MEMORY", "big.ui");
+        f.window->openSkinFile(dir.filePath("big.ui"));
+        qunsetenv("KORVI_FAIL_MEMORY");
+        QCOMPARE(f.dialogs.asked().size(), 1);
+        const QString text = f.dialogs.asked().at(0).text;
+        QVERIFY2(text.contains(QStringLiteral("not enough memory to read ") + dir.filePath("big.ui") + QStringLiteral(" (1 MB)")),
+                 qPrintable(text));
+        QVERIFY(!QApplication::overrideCursor());
+    }
+
     // ---- Dir ------------------------------------------------------------------------
 
     void dirAsksForAFolderAndACancelStops()

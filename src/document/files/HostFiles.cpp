@@ -2,11 +2,18 @@
 #include "HostFiles.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 #ifdef Q_OS_UNIX
 #include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -81,6 +88,62 @@ bool AddSecondName(const QString &path, const QString &secondName)
 #else
     Q_UNUSED(path);
     Q_UNUSED(secondName);
+    return false;
+#endif
+}
+
+Owner OwnerOf(const QString &path)
+{
+    Owner owner;
+#ifdef Q_OS_UNIX
+    struct stat info;
+    if (::stat(QFile::encodeName(path).constData(), &info) == 0) {
+        owner.user = qint64(info.st_uid);
+        owner.group = qint64(info.st_gid);
+    }
+#else
+    Q_UNUSED(path);
+#endif
+    return owner;
+}
+
+void GiveOwner(const QString &path, const Owner &owner)
+{
+#ifdef Q_OS_UNIX
+    if (owner.user < 0)
+        return;
+    const Owner now = OwnerOf(path);
+    if (now.user == owner.user && now.group == owner.group)
+        return;
+    // Whether it works or not, the file is saved: nothing more to do.
+    const int done = ::chown(QFile::encodeName(path).constData(), uid_t(owner.user), gid_t(owner.group));
+    Q_UNUSED(done);
+#else
+    Q_UNUSED(path);
+    Q_UNUSED(owner);
+#endif
+}
+
+bool ReplaceWith(const QString &from, const QString &to, QString &error)
+{
+#if defined(Q_OS_UNIX)
+    if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+        return true;
+    error = QString::fromLocal8Bit(strerror(errno));
+    return false;
+#elif defined(Q_OS_WIN)
+    const std::wstring source = QDir::toNativeSeparators(from).toStdWString();
+    const std::wstring target = QDir::toNativeSeparators(to).toStdWString();
+    if (MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return true;
+    error = qt_error_string(int(GetLastError()));
+    return false;
+#else
+    QFile::remove(to);
+    QFile file(from);
+    if (file.rename(to))
+        return true;
+    error = file.errorString();
     return false;
 #endif
 }

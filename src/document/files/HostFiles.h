@@ -26,4 +26,23 @@ FileStamp StampOf(const QString &path);
 // nothing is changed then.
 bool AddSecondName(const QString &path, const QString &secondName);
 
+// Who owns a file: kept across a save that replaces the file with a new one.
+struct Owner
+{
+    qint64 user = -1;
+    qint64 group = -1;
+};
+// The owner of the file at `path`; -1s where nothing is there or the host has
+// no such owners.
+Owner OwnerOf(const QString &path);
+// Gives the file at `path` back to `owner` when it now belongs to someone
+// else (a save by root makes the new file root's). Best effort: a host or a
+// user that cannot do it leaves the file as it is.
+void GiveOwner(const QString &path, const Owner &owner);
+
+// Renames `from` to `to`, replacing a file of that name in one step, so that
+// `to` is at every moment the old file or the new one. On failure `error`
+// gets the system's reason and nothing is changed.
+bool ReplaceWith(const QString &from, const QString &to, QString &error);
+
 } // namespace HostFiles

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <new>
 
 namespace {
 
@@ -40,6 +41,12 @@ void readFile(clsKorviInterface &document, const QString &path, bool imported,
         ReadUiFile(document, path, imported);
     } catch (const SkinReadError &error) {
         onError(error);
+    } catch (const std::bad_alloc &) {
+        // What was read stays, marked as read in part like any reading error,
+        // so that it is never saved over the whole file.
+        onError(SkinReadError(path, 0, QStringLiteral("not enough memory to read %1 (%2 MB)")
+                                           .arg(path)
+                                           .arg((QFileInfo(path).size() + (1 << 20) - 1) >> 20)));
     }
 }
 

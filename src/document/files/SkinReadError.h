@@ -12,7 +12,7 @@ class SkinReadError : public std::runtime_error
 {
 public:
     SkinReadError(const QString &file, qint64 line, const QString &message)
-        : std::runtime_error(QStringLiteral("%1, line %2: %3").arg(file).arg(line).arg(message).toStdString())
+        : std::runtime_error(describe(file, line, message).toStdString())
         , mFile(file)
         , mLine(line)
         , mMessage(message)
@@ -23,6 +23,17 @@ public:
     // 1-based number of the line being read.
     qint64 line() const { return mLine; }
     QString message() const { return mMessage; }
+
+    // "FILE, line N: message"; for the file as a whole (line 0) "FILE: message",
+    // or "FILE is ..." for a message that says what the file is.
+    static QString describe(const QString &file, qint64 line, const QString &message)
+    {
+        if (line > 0)
+            return QStringLiteral("%1, line %2: %3").arg(file).arg(line).arg(message);
+        if (message.startsWith(QLatin1String("is ")))
+            return file + QLatin1Char(' ') + message;
+        return QStringLiteral("%1: %2").arg(file, message);
+    }
 
 private:
     QString mFile;

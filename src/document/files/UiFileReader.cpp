@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "UiFileReader.h"
 
+#include "FileFaults.h"
+#include "FileReading.h"
 #include "SkinReadError.h"
 #include "UiFileParser.h"
 
 #include <QFile>
+#include <new>
 
 void ReadUiFile(clsKorviInterface &document, const QString &path, bool imported)
 {
@@ -20,9 +23,15 @@ UiFileReader::~UiFileReader() = default;
 
 void UiFileReader::readFile(const QString &path)
 {
+    if (const QString problem = FileReading::notAFile(path); !problem.isEmpty())
+        throw SkinReadError(path, 0, problem);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw SkinReadError(path, 0, file.errorString());
+    if (const QString fault = FileFaults::readFault(path); !fault.isEmpty())
+        throw SkinReadError(path, 0, QStringLiteral("the file could not be read whole: %1").arg(fault));
+    if (FileFaults::memoryFault(path))
+        throw std::bad_alloc();
     readDevice(file, path);
 }
 
@@ -35,40 +44,19 @@ void UiFileReader::readDevice(QIODevice &device, const QString &fileName)
 // read in part would be shown, and saved, as if it were whole.
 QByteArray UiFileReader::readWhole(QIODevice &device, const QString &fileName)
 {
-    const qint64 expected = device.isSequential() ? -1 : device.size();
-    const auto failed = [&](const QString &why) {
-        return SkinReadError(fileName, 0, QStringLiteral("the file could not be read whole: %1").arg(why));
-    };
     QByteArray bytes;
-    // The file's own size is read in one go, into a buffer of just that size;
-    // a file that reports none (as some system files do), or that grew, is
-    // read on to its end a piece at a time.
-    if (expected > 0) {
-        // Made at its size: growing it would give it the room of a growing
-        // array, a quarter more than a large file needs, kept for as long as
-        // the document keeps the bytes.
-        bytes = QByteArray(qsizetype(expected), Qt::Uninitialized);
-        const qint64 got = device.read(bytes.data(), expected);
-        if (got < 0)
-            throw failed(device.errorString());
-        bytes.resize(qsizetype(got));
-    }
-    char piece[1 << 16];
-    for (;;) {
-        const qint64 got = device.read(piece, qint64(sizeof piece));
-        if (got < 0)
-            throw failed(device.errorString());
-        if (got == 0)
-            break;
-        bytes.append(piece, qsizetype(got));
-    }
-    if (expected > 0 && bytes.size() != expected)
-        throw failed(QStringLiteral("%1 of %2 bytes read").arg(bytes.size()).arg(expected));
+    QString why;
+    if (!FileReading::readDevice(device, bytes, why))
+        throw SkinReadError(fileName, 0, QStringLiteral("the file could not be read whole: %1").arg(why));
     return bytes;
 }
 
 void UiFileReader::readBytes(const QByteArray &bytes, const QString &fileName)
 {
+    // Read as 8-bit text, every other character of UTF-16 text would be a
+    // zero: the file is named for what it is rather than read as nonsense.
+    if (const QString problem = FileReading::wideTextProblem(bytes); !problem.isEmpty())
+        throw SkinReadError(fileName, 0, problem);
     mParser->readBytes(bytes, fileName);
 }
 

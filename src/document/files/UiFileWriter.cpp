@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "UiFileWriter.h"
 
+#include "AtomicFileWriter.h"
 #include "clsKorviInterface.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 namespace {
 
@@ -157,9 +157,9 @@ bool UiFileWriter::makeBackup(const QString &path, QString &error)
     return true;
 }
 
-bool UiFileWriter::writeData(QSaveFile &file, const QByteArray &bytes)
+bool UiFileWriter::writeData(AtomicFileWriter &file, const QByteArray &bytes)
 {
-    return file.write(bytes) == bytes.size();
+    return file.write(bytes);
 }
 
 bool UiFileWriter::write(const QString &path, const Reporter &report)
@@ -172,16 +172,14 @@ bool UiFileWriter::write(const QString &path, const Reporter &report)
     };
     if (!makeBackup(path, error))
         return failed(error);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    AtomicFileWriter file(path);
+    if (!file.open())
         return failed(file.errorString());
-    if (!writeData(file, fileText())) {
+    if (!writeData(file, fileText()) || !file.commit()) {
         const QString description = file.errorString();
-        file.cancelWriting();
-        return failed(description.isEmpty() ? QStringLiteral("Write failed") : description);
+        file.cancel();
+        return failed(description.isEmpty() ? QStringLiteral("%1: the write failed").arg(path) : description);
     }
-    if (!file.commit())
-        return failed(file.errorString());
     return true;
 }
 

@@ -5,7 +5,7 @@
 #include <QString>
 #include <functional>
 
-class QSaveFile;
+class AtomicFileWriter;
 class clsElements;
 class clsKorviInterface;
 
@@ -42,7 +42,7 @@ public:
 
 protected:
     // Writes the bytes into the file being saved; returns false on failure.
-    virtual bool writeData(QSaveFile &file, const QByteArray &bytes);
+    virtual bool writeData(AtomicFileWriter &file, const QByteArray &bytes);
 
 private:
     const clsKorviInterface &mDocument;

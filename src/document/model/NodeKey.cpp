@@ -233,3 +233,42 @@ char NodeKey::ownLetterOf(QByteArrayView key)
     const qsizetype bar = key.lastIndexOf(Separator);
     return letterOf(bar < 0 ? key : key.sliced(bar + 1));
 }
+
+QString NodeKey::problemWith(QByteArrayView key)
+{
+    if (key.isEmpty())
+        return QStringLiteral("it is empty");
+    if (key.endsWith(Separator))
+        return QStringLiteral("it ends with \u201C|\u201D");
+    qsizetype begin = 0;
+    bool first = true;
+    while (begin <= key.size()) {
+        qsizetype end = key.indexOf(Separator, begin);
+        if (end < 0)
+            end = key.size();
+        const QByteArrayView segment = key.sliced(begin, end - begin);
+        const QString text = QString::fromLocal8Bit(segment.toByteArray());
+        if (segment.isEmpty())
+            return QStringLiteral("it has an empty segment");
+        const char letter = segment.front();
+        const bool rootLetter = letter == 'T' || letter == 'L' || letter == 'S' || letter == 'U';
+        const bool childLetter = letter == 'E' || letter == 'U' || letter == 'P';
+        if (first) {
+            // A header variable's key has no letter, but begins as a name does.
+            const bool nameStart = (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z')
+                || (letter >= '0' && letter <= '9') || letter == '_';
+            if (!nameStart)
+                return QStringLiteral("the segment \u201C%1\u201D does not begin with a letter").arg(text);
+            if (rootLetter && segment.size() == 1)
+                return QStringLiteral("the segment \u201C%1\u201D has no key after its letter").arg(text);
+        } else {
+            if (!childLetter)
+                return QStringLiteral("the segment \u201C%1\u201D does not begin with E, U or P").arg(text);
+            if (segment.size() == 1)
+                return QStringLiteral("the segment \u201C%1\u201D has no key after its letter").arg(text);
+        }
+        first = false;
+        begin = end + 1;
+    }
+    return QString();
+}

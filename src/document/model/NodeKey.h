@@ -76,6 +76,13 @@ public:
     // "HEADERS" node: the first segment is looked up in Headers, the rest as usual.
     static NodeTarget ResolveHeaderNodeKey(const clsKorviInterface &document, QByteArrayView key);
 
+    // What makes `key` no node key at all, or empty when it is one: an empty
+    // key or segment, a trailing "|", a segment after the first that does not
+    // begin with "E", "U" or "P", or a letter with no key after it. A key
+    // typed by hand is checked with this before it is looked up, so that it
+    // never names some element by accident.
+    static QString problemWith(QByteArrayView key);
+
     // ---- node texts -------------------------------------------------------------
     // "LAYER:ui_Main": the element's type, ":" and its name.
     static QString elementText(const clsElement &element);

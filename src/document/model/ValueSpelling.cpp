@@ -57,8 +57,11 @@ bool ValueSpelling::readsBackAsScriptLine(const QByteArray &text)
 
 ValueSpelling::Result ValueSpelling::of(const QByteArray &typed)
 {
-    if (typed.contains('\r') || typed.contains('\n'))
-        return { {}, QStringLiteral("\u201c%1\u201d cannot be stored: a value cannot hold a line break").arg(shown(typed)) };
+    // A quoted value that runs on to the next line is read with a CR where
+    // the line ended, so a CR inside quotes reads back (the value is stored
+    // over several lines); the reader never keeps a line feed.
+    if (typed.contains('\n'))
+        return { {}, QStringLiteral("\u201c%1\u201d cannot be stored: a value cannot hold a line break (LF)").arg(shown(typed)) };
     if (readsBack(typed))
         return { typed, {} };
     for (const char quote : { '"', '\'' }) {

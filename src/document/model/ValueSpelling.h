@@ -8,7 +8,8 @@
 // gives the same value: as typed when the reader reads "key=VALUE" back as
 // exactly VALUE (also with another attribute after it); otherwise in double
 // quotes; in single quotes when it holds a double quote. A value with both
-// kinds of quotes, or with a line break, has no spelling that reads back.
+// kinds of quotes, or with a line feed, has no spelling that reads back; a CR
+// inside quotes is where a quoted value runs on to the next line.
 class ValueSpelling
 {
 public:

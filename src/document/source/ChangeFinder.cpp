@@ -53,6 +53,15 @@ qsizetype attributeInsertionPoint(const QByteArray &bytes, const SourceScan::Lin
     return at;
 }
 
+// A CR in a value is where a quoted value ran on to the next line: it is
+// written as the file's own line end, which reads back as that CR.
+QByteArray overLines(QByteArray text, const QByteArray &lineEnd)
+{
+    if (lineEnd != "\r" && text.contains('\r'))
+        text.replace("\r", lineEnd);
+    return text;
+}
+
 } // namespace
 
 ChangeFinder::ChangeFinder(const clsKorviInterface &document, int fileForNewElements)
@@ -153,7 +162,10 @@ void ChangeFinder::visit(const clsElement &element)
         || (record.moreLines == ElementSource::kNone && mTagLineCheck.sameAsRead(source.bytes(), record.tagLine, element));
     std::optional<SourceElement> read;
     FileChanges &changes = changesOf(file);
-    if (!unchanged) {
+    if (!unchanged && mRewriteTags && element.ElementType() != "SCRIPT") {
+        read = SourceElement::read(source, element.sourceRecord());
+        rewriteTag(element, *read, changes);
+    } else if (!unchanged) {
         read = SourceElement::read(source, element.sourceRecord());
         const int before = changes.changeCount;
         compareTag(element, *read, changes);
@@ -305,7 +317,7 @@ void ChangeFinder::changeValue(const SourceElement &read, size_t index, const QB
         if (UiLineScanner::isValueChar(next) || next == '"' || next == '\'')
             text += ' ';
     }
-    changes.edits.replace(a.hasValue ? a.valueBegin : a.keyEnd, after, text);
+    changes.edits.replace(a.hasValue ? a.valueBegin : a.keyEnd, after, overLines(text, lineEndOf(changes.file)));
 }
 
 // An attribute goes with one blank before it; a script line goes whole.
@@ -358,7 +370,14 @@ void ChangeFinder::addProperties(const clsElement &element, const SourceElement 
         changes.edits.insert(at, text);
         return;
     }
-    const qsizetype at = attributeInsertionPoint(bytes, read.tag);
+    // After the last attribute read: a tag that takes no element of its own
+    // (such as "<header x=1>") may have given the element its last ones.
+    qsizetype at = attributeInsertionPoint(bytes, read.tag);
+    if (!read.properties.empty() && !read.properties.back().isScriptLine
+        && read.properties.back().attribute.keyBegin > read.tag.end) {
+        const SourceScan::Line line = SourceScan::scanLine(bytes, SourceScan::lineStartOf(bytes, read.properties.back().attribute.keyBegin));
+        at = attributeInsertionPoint(bytes, line);
+    }
     for (const int i : added) {
         text += ElementText::attribute(props.keyAt(i), props.valueAt(i), problem);
         if (!problem.isEmpty()) {
@@ -369,7 +388,7 @@ void ChangeFinder::addProperties(const clsElement &element, const SourceElement 
     // A "/" right after a value would become part of it.
     if (at < bytes.size() && bytes.at(at) == '/')
         text += ' ';
-    changes.edits.insert(at, text);
+    changes.edits.insert(at, overLines(text, lineEndOf(changes.file)));
 }
 
 // The end of the last line an element and its children were read from,
@@ -468,4 +487,58 @@ void ChangeFinder::removeUnclaimed(int file)
         if (parent == ElementSource::kNone || claimed[parent])
             ++changes.changeCount;
     }
+}
+
+// The element's tag written anew in the writer's layout ("<TYPE name key=value
+// FLAG>"), from its "<" to the end of the last line it takes; what stands
+// before the "<" and the line end stay. A value left empty before another
+// attribute is ended by a ";", which the reader passes over, since the next
+// key would otherwise be read as its value.
+void ChangeFinder::rewriteTag(const clsElement &element, const SourceElement &read, FileChanges &changes)
+{
+    FileChanges found;
+    found.file = changes.file;
+    compareTag(element, read, found);
+    compareProperties(element, read, found);
+    if (found.changeCount == 0)
+        return;
+    changes.changeCount += found.changeCount;
+    changes.onlyTagLines = false;
+    changes.edited.push_back(&element);
+    const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
+    qsizetype begin = read.tag.wordBegin;
+    while (begin > read.tag.begin && bytes.at(begin - 1) != '<')
+        --begin;
+    if (begin > read.tag.begin)
+        --begin;
+    const clsProperties &props = element.Properties();
+    // A VAR takes its name from the tag before it, never from its own line.
+    const bool isVar = element.ElementType() == "VAR";
+    QByteArray text = '<' + element.ElementType() + ' ' + (isVar ? QByteArray() : element.strName());
+    // The word after the tag word is always read as the name: where there is
+    // none, a ";" stands in its place, so the first key stays a key.
+    if (element.strName().isEmpty() && !isVar && props.Count() > 0)
+        text += ';';
+    {
+        for (int i = 0; i < props.Count(); ++i) {
+            text += ' ';
+            const QByteArrayView key = clsProperty::idKeyView(props.keyAt(i));
+            const QByteArrayView value = props.valueAt(i);
+            if (value == clsProperty::noValue()) {
+                text += AsciiCase::uppered(key.toByteArray());
+                continue;
+            }
+            text += key;
+            text += '=';
+            text += value;
+            if (value.isEmpty() && i + 1 < props.Count())
+                text += ';';
+        }
+        // A "/" right after a value would become part of it.
+        if (element.ElementType() == "USELAYER")
+            text += props.Count() > 0 ? " />" : "/>";
+        else
+            text += '>';
+    }
+    changes.edits.replace(begin, read.tag.end, overLines(text, lineEndOf(changes.file)));
 }

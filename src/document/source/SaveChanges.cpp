@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "SaveChanges.h"
 
+#include "AtomicFileWriter.h"
 #include "ChangeFinder.h"
 #include "DocumentMatch.h"
-#include "HostFiles.h"
+#include "SaveLock.h"
+#include "SkinBackup.h"
 #include "SkinReadError.h"
 #include "SourceScan.h"
 #include "TagLineCheck.h"
@@ -13,8 +15,8 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <algorithm>
+#include <optional>
 #include <cstring>
 
 namespace {
@@ -52,22 +54,6 @@ bool sameOnDisk(const QString &path, const QByteArray &bytes)
     return file.read(&more, 1) == 0;
 }
 
-// The backup is the file as it stands. Where the file system allows it, it
-// is the file itself under a second name: the new text goes to a new file
-// that then takes the file's name, so the old bytes stay with the backup
-// without being copied. Elsewhere, and for a link to a file (whose second
-// name would follow the new text), it is a copy.
-bool makeBackup(const QString &path, QString &error)
-{
-    const QString backup = UiFileWriter::backupPathFor(path);
-    const QFileInfo file(path);
-    if (!backup.isEmpty() && backup != path && file.isFile() && !file.isSymLink()
-        && (!QFileInfo::exists(backup) || QFile::remove(backup))
-        && HostFiles::AddSecondName(path, backup))
-        return true;
-    return UiFileWriter::makeBackup(path, error);
-}
-
 } // namespace
 
 SaveChanges::SaveChanges(clsKorviInterface &document)
@@ -93,8 +79,25 @@ int SaveChanges::fileForNewElements() const
 std::vector<SaveChanges::Pending> SaveChanges::pending() const
 {
     std::vector<Pending> list;
-    for (const FileChanges &changes : ChangeFinder(mDocument, fileForNewElements()).find())
-        list.push_back({ changes.path, changes.changeCount, changes.problems });
+    const std::vector<FileChanges> found = ChangeFinder(mDocument, fileForNewElements()).find();
+    std::vector<FileChanges> rewritten;
+    for (const FileChanges &changes : found) {
+        QStringList problems = changes.problems;
+        // A change that cannot be spliced in may still be saved with its tag
+        // written anew (see save()).
+        if (changes.file > 0 && !problems.isEmpty()) {
+            if (rewritten.empty()) {
+                ChangeFinder finder(mDocument, fileForNewElements());
+                finder.rewriteEditedTags();
+                rewritten = finder.find();
+            }
+            for (const FileChanges &other : rewritten) {
+                if (other.file == changes.file)
+                    problems = other.problems;
+            }
+        }
+        list.push_back({ changes.path, changes.changeCount, problems });
+    }
     return list;
 }
 
@@ -184,17 +187,31 @@ bool SaveChanges::tagLinesReadBack(const FileChanges &changes) const
     return placed == edits.size();
 }
 
+// The plan for one file: its bytes with the changed parts rewritten, checked
+// by reading them back. False when they would not read back as edited.
+bool SaveChanges::makePlan(Plan &plan, const FileChanges *fileChanges) const
+{
+    const SkinSourceFile &source = *mDocument.Sources().file(plan.file);
+    if (fileChanges && !fileChanges->problems.isEmpty())
+        return false;
+    plan.edits = fileChanges ? fileChanges->edits : SourceEdits();
+    plan.target = mRedirects.value(source.path(), source.path());
+    plan.quick = fileChanges && fileChanges->onlyTagLines && tagLinesReadBack(*fileChanges);
+    plan.wholeText = !plan.quick;
+    plan.newBytes.clear();
+    const bool applied = plan.quick || plan.edits.apply(source.bytes(), plan.newBytes);
+    return applied && (plan.quick || (plan.alone = readAlone(plan.file, plan.newBytes, source.errorLine() == 0)));
+}
+
 SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite, const Progress &progress)
 {
     Result result;
     std::vector<Plan> plans;
     const std::vector<FileChanges> found = ChangeFinder(mDocument, fileForNewElements()).find();
-    QStringList problems;
-    for (const FileChanges &changes : found)
-        problems += changes.problems;
-    if (!problems.isEmpty()) {
+    // New elements that no file is to receive.
+    if (!found.empty() && found.front().file == 0) {
         result.outcome = Result::Outcome::Failed;
-        result.error = problems.join(QLatin1Char('\n'));
+        result.error = found.front().problems.join(QLatin1Char('\n'));
         return result;
     }
     std::vector<int> files;
@@ -206,30 +223,43 @@ SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite, const Pr
         if (file > 0 && std::find(files.begin(), files.end(), file) == files.end())
             files.push_back(file);
     }
+    // Made only when some splice does not read back as edited.
+    std::optional<std::vector<FileChanges>> rewritten;
+    const auto changesOf = [](const std::vector<FileChanges> &all, int file) -> const FileChanges * {
+        for (const FileChanges &changes : all) {
+            if (changes.file == file)
+                return &changes;
+        }
+        return nullptr;
+    };
     for (const int file : files) {
         Plan plan;
         plan.file = file;
-        const FileChanges *fileChanges = nullptr;
-        for (const FileChanges &changes : found) {
-            if (changes.file == file)
-                fileChanges = &changes;
-        }
-        if (fileChanges)
-            plan.edits = fileChanges->edits;
-        const SkinSourceFile &source = *mDocument.Sources().file(file);
-        plan.target = mRedirects.value(source.path(), source.path());
-        plan.quick = fileChanges && fileChanges->onlyTagLines && tagLinesReadBack(*fileChanges);
-        plan.wholeText = !plan.quick;
-        const bool applied = plan.quick || plan.edits.apply(source.bytes(), plan.newBytes);
-        if (!applied || (!plan.quick && !(plan.alone = readAlone(file, plan.newBytes, source.errorLine() == 0)))) {
-            result.outcome = Result::Outcome::Failed;
-            result.error = QStringLiteral("%1: the changes cannot be saved in place so that the file reads back as edited")
-                               .arg(source.path());
-            return result;
+        const FileChanges *spliced = changesOf(found, file);
+        if (!makePlan(plan, spliced)) {
+            // The edited tags written anew in the writer's layout.
+            if (!rewritten) {
+                ChangeFinder finder(mDocument, fileForNewElements());
+                finder.rewriteEditedTags();
+                rewritten = finder.find();
+            }
+            if (!makePlan(plan, changesOf(*rewritten, file))) {
+                const QString path = mDocument.Sources().file(file)->path();
+                result.outcome = Result::Outcome::Failed;
+                result.error = spliced && !spliced->problems.isEmpty()
+                    ? spliced->problems.join(QLatin1Char('\n'))
+                    : QStringLiteral("%1: the changes cannot be saved in place so that the file reads back as edited").arg(path);
+                return result;
+            }
         }
         plans.push_back(std::move(plan));
     }
     if (plans.empty())
+        return result;
+    // From the check for a change on disk to the last write, no other save of
+    // these files runs.
+    std::vector<std::unique_ptr<SaveLock>> locks;
+    if (!lockTargets(plans, locks, result))
         return result;
     // Every question is answered before anything is written: Cancel writes
     // nothing at all.
@@ -280,6 +310,31 @@ bool SaveChanges::prepare(Plan &plan, const AskOverwrite &askOverwrite, Result &
     return false;
 }
 
+bool SaveChanges::lockTargets(const std::vector<Plan> &plans, std::vector<std::unique_ptr<SaveLock>> &locks,
+                              Result &result) const
+{
+    // Always taken in the same order, so that two saves of the same files
+    // never wait for each other.
+    QStringList targets;
+    for (const Plan &plan : plans)
+        targets << plan.target;
+    targets.sort();
+    targets.removeDuplicates();
+    for (const QString &target : targets) {
+        if (mHeldLocks.contains(target))
+            continue;
+        auto lock = std::make_unique<SaveLock>(target);
+        QString error;
+        if (!lock->lock(error)) {
+            result.outcome = Result::Outcome::Failed;
+            result.error = QStringLiteral("Error saving file: ") + error;
+            return false;
+        }
+        locks.push_back(std::move(lock));
+    }
+    return true;
+}
+
 bool SaveChanges::write(const Plan &plan, Result &result) const
 {
     QString error;
@@ -288,27 +343,25 @@ bool SaveChanges::write(const Plan &plan, Result &result) const
         result.error = QStringLiteral("Error saving file: ") + description;
         return false;
     };
-    if (!makeBackup(plan.target, error))
+    SkinBackup backup(plan.target);
+    if (!backup.keep(error))
         return failed(error);
-    QSaveFile file(plan.target);
-    if (!file.open(QIODevice::WriteOnly))
-        return failed(file.errorString());
-    if (!writeText(plan, file)) {
-        const QString description = file.errorString();
-        file.cancelWriting();
-        return failed(description);
-    }
-    if (!file.commit())
+    AtomicFileWriter file(plan.target);
+    if (!file.open() || !writeText(plan, file) || !file.commit())
         return failed(file.errorString());
     result.written << plan.target;
+    // The file is saved, and the document takes it as such; only the backup
+    // is behind, which is said but does not undo the save.
+    if (!backup.finish(error))
+        result.error += QStringLiteral("%1 was saved, but its backup could not be replaced: %2\n").arg(plan.target, error);
     return true;
 }
 
 // The new text, or the kept bytes with the edits made on the way, so that a
 // large file with a small change is not copied before it is written.
-bool SaveChanges::writeText(const Plan &plan, QIODevice &file) const
+bool SaveChanges::writeText(const Plan &plan, AtomicFileWriter &file) const
 {
-    const auto put = [&file](const char *data, qsizetype size) { return size == 0 || file.write(data, size) == size; };
+    const auto put = [&file](const char *data, qsizetype size) { return file.write(data, size); };
     if (plan.wholeText)
         return put(plan.newBytes.constData(), plan.newBytes.size());
     const QByteArray &bytes = mDocument.Sources().file(plan.file)->bytes();

@@ -10,14 +10,16 @@
 #include <memory>
 #include <vector>
 
-class QIODevice;
+class AtomicFileWriter;
+class SaveLock;
 class clsKorviInterface;
 
 // Saving a document's changes in place: every file that holds a change is
 // written back as its own bytes with exactly the changed parts rewritten;
 // every other file is not touched. Each element goes back to the file it was
-// read from. Each written file gets one backup (UiFileWriter::backupPathFor)
-// and is replaced atomically.
+// read from. Each written file gets one backup ("NAME.bak" beside it, see
+// SkinBackup) and is replaced atomically (AtomicFileWriter), while it is
+// locked against every other save of it (SaveLock).
 //
 // Before anything is written, the new text of each file is read back and must
 // give exactly the document's elements of that file; a file changed on disk
@@ -35,6 +37,10 @@ public:
     // Writes the changes of the file read from `source` to `output` instead,
     // leaving `source` alone (written even without changes).
     void redirect(const QString &source, const QString &output);
+
+    // The caller holds the SaveLock of `path` already (it read the file under
+    // it, as korvi set does): the save does not wait for it again.
+    void lockHeldFor(const QString &path) { mHeldLocks << path; }
 
     // What is unsaved: the files that hold a change, with how many.
     struct Pending
@@ -60,7 +66,8 @@ public:
         // The files written, in reading order.
         QStringList written;
         // On failure, why; "Error saving file: " and the system's description
-        // when writing failed.
+        // when writing failed. After a save, lines on backups that could not
+        // be replaced, if any.
         QString error;
         // Files whose newer text on disk took the changes, and that hold more
         // than the document shows: reopen them to see it.
@@ -99,15 +106,19 @@ private:
         bool merged = false;
     };
     bool tagLinesReadBack(const FileChanges &changes) const;
+    bool makePlan(Plan &plan, const FileChanges *fileChanges) const;
     int fileForNewElements() const;
     std::shared_ptr<clsKorviInterface> readAlone(int file, const QByteArray &bytes, bool readsWhole) const;
     void takeReading(int file, clsKorviInterface &alone);
     bool prepare(Plan &plan, const AskOverwrite &askOverwrite, Result &result) const;
     bool write(const Plan &plan, Result &result) const;
-    bool writeText(const Plan &plan, QIODevice &file) const;
+    bool writeText(const Plan &plan, AtomicFileWriter &file) const;
+    bool lockTargets(const std::vector<Plan> &plans, std::vector<std::unique_ptr<SaveLock>> &locks,
+                     Result &result) const;
     void takeNewRecords(const Plan &plan, Result &result);
 
     clsKorviInterface &mDocument;
     QString mFileForNewElements;
     QHash<QString, QString> mRedirects;
+    QStringList mHeldLocks;
 };

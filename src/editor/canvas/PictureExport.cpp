@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "PictureExport.h"
 
+#include "AtomicFileWriter.h"
 #include "Dialogs.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
 #include <QImageWriter>
-#include <QSaveFile>
 
 namespace PictureExport {
 
@@ -16,14 +17,18 @@ const QString kTitle = QStringLiteral("Export Picture");
 
 bool write(Dialogs &dialogs, const QImage &picture, const QString &path)
 {
-    QSaveFile file(path);
-    QImageWriter writer(&file, "png");
-    const bool written = file.open(QIODevice::WriteOnly) && writer.write(picture) && file.commit();
-    if (!written) {
-        const QString why = writer.error() != QImageWriter::UnknownError ? writer.errorString() : file.errorString();
-        dialogs.message(kTitle, QStringLiteral("Error saving file: ") + why, Dialogs::Icon::Warning);
-    }
-    return written;
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "png");
+    QString error;
+    if (!writer.write(picture))
+        error = writer.errorString();
+    else if (!AtomicFileWriter::writeWhole(path, png, error))
+        error = error.isEmpty() ? QStringLiteral("the write failed") : error;
+    if (!error.isEmpty())
+        dialogs.message(kTitle, QStringLiteral("Error saving file: ") + error, Dialogs::Icon::Warning);
+    return error.isEmpty();
 }
 
 } // namespace

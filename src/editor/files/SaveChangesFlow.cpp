@@ -238,6 +238,8 @@ void SaveChangesFlow::reportResult(const SaveChanges::Result &result)
                                             "open them again to see it:\n")
                                  + result.reopen.join(QLatin1Char('\n')));
         }
+        if (!result.error.isEmpty())
+            mDialogs.message(kTitle, result.error.trimmed(), Dialogs::Icon::Warning);
         break;
     case SaveChanges::Result::Outcome::Cancelled:
         break;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SettingsFile.h"
 
+#include "AtomicFileWriter.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -75,10 +77,9 @@ void SettingsFile::WriteSettings(const QString &skinDirectory) const
 {
     const QString target = path();
     QDir().mkpath(QFileInfo(target).absolutePath());
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return;
-    file.write(skinDirectory.toLocal8Bit() + "\r\n");
+    // Settings fail silently, but a failed write never leaves half a file.
+    QString error;
+    AtomicFileWriter::writeWhole(target, skinDirectory.toLocal8Bit() + "\r\n", error);
 }
 
 QString SettingsFile::editorSettingsPath() const

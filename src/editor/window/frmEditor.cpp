@@ -48,6 +48,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
+#include <new>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -542,6 +543,11 @@ bool frmEditor::readSkinFile(const QString &path, bool imported)
         return true;
     } catch (const SkinReadError &error) {
         reportReadError(error.file(), error.line(), error.message());
+    } catch (const std::bad_alloc &) {
+        // What was read of the file stays, marked as read in part, so that
+        // it is never saved over the whole file.
+        reportReadError(path, 0, QStringLiteral("not enough memory to read %1 (%2 MB)")
+                                     .arg(path).arg((QFileInfo(path).size() + (1 << 20) - 1) >> 20));
     }
     return false;
 }

@@ -3,6 +3,7 @@
 
 #include "PicturePort.h"
 #include "ResourceLookup.h"
+#include "FileReading.h"
 #include "SaveChanges.h"
 #include "SkinElementWalk.h"
 #include "SkinFileNames.h"
@@ -83,11 +84,12 @@ bool writeBytes(const QString &path, const QByteArray &bytes, QString &error)
 
 QByteArray readBytes(const QString &path, bool *ok = nullptr)
 {
-    QFile file(path);
-    const bool opened = file.open(QIODevice::ReadOnly);
+    QByteArray bytes;
+    QString error;
+    const bool read = FileReading::readWhole(path, bytes, error);
     if (ok)
-        *ok = opened;
-    return opened ? file.readAll() : QByteArray();
+        *ok = read;
+    return bytes;
 }
 
 // Sprite counts ("#N") of picture references anywhere in the skin's .ui files,

@@ -29,12 +29,18 @@ public:
     // with file number 0, the problems of new elements no file is to receive.
     std::vector<FileChanges> find();
 
+    // Edited tags are written anew whole in the writer's layout instead of
+    // having only their changed parts rewritten: for a change whose splice
+    // would not read back as edited.
+    void rewriteEditedTags() { mRewriteTags = true; }
+
 private:
     enum class Collection { Headers, Templates, Fonts, Layers };
 
     bool claim(const clsElement &element, int file);
     FileChanges &changesOf(int file);
     void visit(const clsElement &element);
+    void rewriteTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void compareTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void compareProperties(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void changeValue(const SourceElement &read, size_t index, const QByteArray &value, FileChanges &changes);
@@ -58,4 +64,5 @@ private:
     const QByteArray &lineEndOf(int file);
     QByteArray mNewHeaders;
     TagLineCheck mTagLineCheck;
+    bool mRewriteTags = false;
 };

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "SkinBackup.h"
+
+#include "HostFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+SkinBackup::SkinBackup(const QString &path)
+    : mPath(path)
+    , mBackup(pathFor(path))
+{
+    if (!mBackup.isEmpty())
+        mKept = mBackup + QStringLiteral(".new");
+}
+
+SkinBackup::~SkinBackup()
+{
+    if (mKeeping)
+        QFile::remove(mKept);
+}
+
+QString SkinBackup::pathFor(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString name = info.fileName();
+    const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+    const QString backupName = (dot < 0 ? name : name.left(dot)) + QStringLiteral(".bak");
+    if (backupName == name)
+        return QString();
+    const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
+    return path.left(slash + 1) + backupName;
+}
+
+// Where the file system allows it, the kept file is the file itself under a
+// second name: the new text goes to a new file that then takes the file's
+// name, so the old bytes stay with the backup without being copied. Elsewhere,
+// and for a link to a file (whose second name would follow the new text), it
+// is a copy.
+bool SkinBackup::keep(QString &error)
+{
+    const QFileInfo file(mPath);
+    if (mBackup.isEmpty() || !file.exists())
+        return true;
+    // A temporary copy left by a save that was killed is of no use.
+    if (QFileInfo::exists(mKept) && !QFile::remove(mKept)) {
+        error = QStringLiteral("%1: cannot be replaced").arg(QDir::toNativeSeparators(mKept));
+        return false;
+    }
+    mKeeping = true;
+    if (file.isFile() && !file.isSymLink() && HostFiles::AddSecondName(mPath, mKept))
+        return true;
+    QFile current(mPath);
+    if (!current.copy(mKept)) {
+        error = QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(mKept), current.errorString());
+        return false;
+    }
+    return true;
+}
+
+bool SkinBackup::finish(QString &error)
+{
+    if (!mKeeping)
+        return true;
+    QString reason;
+    if (!HostFiles::ReplaceWith(mKept, mBackup, reason)) {
+        error = QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(mBackup), reason);
+        return false;
+    }
+    mKeeping = false;
+    return true;
+}
