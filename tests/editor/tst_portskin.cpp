@@ -4,6 +4,9 @@
 
 #include "EditorFixture.h"
 #include "PortSkinDialog.h"
+#include "ProblemListModel.h"
+#include "ProblemsController.h"
+#include "ProblemsPanel.h"
 
 #include <QComboBox>
 #include <QDirIterator>
@@ -22,6 +25,21 @@ void copyTree(const QString &from, const QString &to)
         const QString path = files.next();
         writeTestFile(to + QLatin1Char('/') + QDir(from).relativeFilePath(path), readTestFile(path));
     }
+}
+
+// The Problems panel's rows with this code: file and message.
+QStringList problemRows(const EditorFixture &f, const QString &code)
+{
+    QStringList rows;
+    const QAbstractItemModel *model = f.control<ProblemsPanel>("problemsPanel")->view()->model();
+    for (int row = 0; row < model->rowCount(); ++row) {
+        if (model->index(row, ProblemListModel::CodeColumn).data().toString() != code)
+            continue;
+        const QModelIndex message = model->index(row, ProblemListModel::MessageColumn);
+        rows << QFileInfo(message.data(ProblemListModel::FileRole).toString()).canonicalFilePath()
+                + QStringLiteral(": ") + message.data().toString();
+    }
+    return rows;
 }
 
 } // namespace
@@ -75,6 +93,17 @@ private slots:
         QVERIFY(f.txtInfo()->toPlainText().contains(QStringLiteral("btnPin uses icons.bmp#6 from common/")));
         QCOMPARE(QFileInfo(f.context.UiFilePath).canonicalFilePath(), QFileInfo(ported).canonicalFilePath());
         QCOMPARE(f.context.SkinFormat, QStringLiteral("1024_600"));
+        // The notes are in the Problems panel, naming the ported file, and a
+        // new check of the opened skin keeps them.
+        const QString notePin = QFileInfo(ported).canonicalFilePath()
+            + QStringLiteral(": btnPin uses icons.bmp#6 from common/");
+        const auto hasPinNote = [&] {
+            const QStringList rows = problemRows(f, QStringLiteral("shared-picture"));
+            return std::any_of(rows.begin(), rows.end(), [&](const QString &row) { return row.startsWith(notePin); });
+        };
+        QVERIFY2(hasPinNote(), qPrintable(problemRows(f, QStringLiteral("shared-picture")).join(QLatin1Char('\n'))));
+        f.control<ProblemsController>("ProblemsController")->checkNow();
+        QVERIFY(hasPinNote());
 
         // Again: the target exists, and declining to replace it writes nothing.
         f.window->showModalForm = [](QDialog &dialog) {

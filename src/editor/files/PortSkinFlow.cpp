@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // File > Port Skin...: the open skin's folders made for another screen, with
-// the port's progress in the status bar and its report in the information box.
+// the port's progress in the status bar, its report in the information box and
+// its notes in the Problems panel.
 
 #include "frmEditor.h"
 
@@ -8,7 +9,9 @@
 #include "DocumentActions.h"
 #include "HourglassCursor.h"
 #include "PortNumbers.h"
+#include "PortReport.h"
 #include "PortSkinDialog.h"
+#include "ProblemsController.h"
 #include "SkinFormatName.h"
 #include "SkinContext.h"
 #include "SkinDocument.h"
@@ -44,6 +47,24 @@ QString inFormat(const QString &path, const QString &from, const QString &to)
 {
     int count = 0;
     return QString::fromUtf8(PortNumbers::replaceFormat(path.toUtf8(), from.toUtf8(), to.toUtf8(), count));
+}
+
+// The port's notes as the Problems panel lists them: each names the ported
+// file and the node it is about, so a double-click selects that node in the
+// ported skin when it is open, and the same node of the source skin otherwise.
+QVector<Problem> problemsOf(const PortReport &report, const QString &skinDir)
+{
+    QVector<Problem> problems;
+    for (const PortReport::Note &note : report.notes) {
+        Problem problem;
+        problem.severity = Problem::Severity::Warning;
+        problem.code = note.kind;
+        problem.file = QDir(skinDir).filePath(note.file);
+        problem.nodeKey = note.nodeKey;
+        problem.message = note.message;
+        problems.append(problem);
+    }
+    return problems;
 }
 
 } // namespace
@@ -96,17 +117,19 @@ void frmEditor::PortSkinCommand()
         return;
     }
     txtInfo->appendPlainText(result.report.text());
-    stbMain->showMessage(QStringLiteral("Ported to %1: %2 pictures resized, %3 notes in the information box")
+    stbMain->showMessage(QStringLiteral("Ported to %1: %2 pictures resized, %3 notes in the Problems panel")
                              .arg(options.to)
                              .arg(result.report.pictures.size())
                              .arg(result.report.notes.size()));
+    const QVector<Problem> notes = problemsOf(result.report, options.skinDir);
     const QString ported = inFormat(QFileInfo(context.UiFilePath).absoluteFilePath(), options.from, options.to);
-    if (!QFileInfo::exists(ported))
-        return;
-    if (mEnv.dialogs.message(kTitle, QStringLiteral("The skin was ported to %1. Open %2?")
-                                         .arg(options.to, QDir::toNativeSeparators(ported)),
-                             Dialogs::Icon::Question, Dialogs::Buttons::YesNo)
-            == Dialogs::Button::Yes
+    if (QFileInfo::exists(ported)
+        && mEnv.dialogs.message(kTitle, QStringLiteral("The skin was ported to %1. Open %2?")
+                                            .arg(options.to, QDir::toNativeSeparators(ported)),
+                                Dialogs::Icon::Question, Dialogs::Buttons::YesNo)
+               == Dialogs::Button::Yes
         && mActions->mayDiscardChanges())
         openSkinFile(ported);
+    // After the opening, which forgets the notes of the skin it replaces.
+    mProblems->showNotes(notes);
 }

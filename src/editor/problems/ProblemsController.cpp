@@ -96,6 +96,8 @@ void ProblemsController::forgetSkin()
     mPause.stop();
     dropCheck();
     mReadingErrors.clear();
+    mChecked.clear();
+    mNotes.clear();
     mPlace->clear();
     mPanel->setProblems({});
     mCounts->clear();
@@ -135,10 +137,21 @@ void ProblemsController::checkSlice()
         mNextSlice.start();
         return;
     }
-    const QVector<Problem> problems = mCheck->takeProblems();
+    mChecked = mCheck->takeProblems();
     mCheck.reset();
-    mPanel->setProblems(problems);
+    showProblems();
     mPause.setInterval(std::max<qint64>(kShortestPauseMs, mCheckTimeMs * kPausePerCheckTime));
+}
+
+void ProblemsController::showNotes(const QVector<Problem> &notes)
+{
+    mNotes = notes;
+    showProblems();
+}
+
+void ProblemsController::showProblems()
+{
+    mPanel->setProblems(mChecked + mNotes);
 }
 
 void ProblemsController::jumpTo(const QByteArray &nodeKey, const QString &file, qint64 line)

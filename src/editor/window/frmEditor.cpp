@@ -186,6 +186,8 @@ void frmEditor::createControllers()
     mCanvas->addZoomActions(*view);
     view->addSeparator();
     new GridStepSetting(*mshObject, EditorSettings(mEnv.settings), mEnv.dialogs, *view, this);
+    view->addAction(QStringLiteral("&Compare Formats..."), this, &frmEditor::CompareFormatsCommand)
+        ->setObjectName(QStringLiteral("mnuCompareFormats"));
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
@@ -867,6 +869,7 @@ void frmEditor::drawShown()
         mRendering->renderer.DrawElement(object, pctTmp, 0, 0, true);
         pctTemplate->setPicture(pctTmp);
     }
+    followCompare();
 }
 
 // What is shown is looked up again by its keys: the change may have taken it

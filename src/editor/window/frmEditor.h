@@ -9,12 +9,14 @@
 #include <QImage>
 #include <QMainWindow>
 #include <QModelIndex>
+#include <QPointer>
 #include <QVector>
 
 #include <functional>
 #include <memory>
 
 class CanvasController;
+class CompareFormats;
 class DocumentActions;
 class EditActions;
 class FileDropOpener;
@@ -85,6 +87,9 @@ public:
     void ExportPictureCommand();
     // File > Port Skin: the skin's folders made for another screen (PortSkinFlow.cpp).
     void PortSkinCommand();
+    // View > Compare Formats: the shown layer in another format beside the
+    // window, following it (CompareFormatsFlow.cpp).
+    void CompareFormatsCommand();
     void LockCommand();
     void SettingsCommand();
     void AboutCommand();
@@ -164,6 +169,7 @@ private:
     void fillGrid(const clsElement &element, const QByteArray &nodeKey);
     void drawTemplateAlone(const clsElement *tpl);
     void drawShown();
+    void followCompare();
     void redrawAfterChange();
     void placeMovingTool();
     QImage freshCanvas();
@@ -209,6 +215,7 @@ private:
     RecentFiles *mRecent = nullptr;
     StatusProgress *mProgress = nullptr;
     ProblemsController *mProblems = nullptr;
+    QPointer<CompareFormats> mCompare;
     ReloadBar *mReloadBar = nullptr;
     SkinReloader *mReloader = nullptr;
     FileDropOpener *mDropOpener = nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Problem.h"
 #include "SkinReadError.h"
 
 #include <QObject>
@@ -40,6 +41,10 @@ public:
     // Starts a check at once, without waiting for the user to pause; its
     // first slice runs before this returns, and a small skin is done in it.
     void checkNow();
+    // Notes of work done on the skin (a port's report) shown beside the
+    // checker's problems until another skin is opened: they speak of files
+    // the checker does not read, and no check replaces them.
+    void showNotes(const QVector<Problem> &notes);
     // Waiting for the user to pause, or checking.
     bool checkPending() const { return mPause.isActive() || checkRunning(); }
     bool checkRunning() const { return mCheck != nullptr; }
@@ -57,6 +62,7 @@ private:
     void forgetSkin();
     void jumpTo(const QByteArray &nodeKey, const QString &file, qint64 line);
     void showCounts(int errors, int warnings);
+    void showProblems();
 
     SkinDocument &mDocument;
     QDockWidget *mDock;
@@ -70,6 +76,8 @@ private:
     qint64 mCheckTimeMs = 0;
     int mElementsPerSlice = INT_MAX;
     QVector<SkinReadError> mReadingErrors;
+    QVector<Problem> mChecked;
+    QVector<Problem> mNotes;
     bool mWholeSkin = false;
     bool mSkinOpen = false;
 };
