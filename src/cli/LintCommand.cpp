@@ -18,7 +18,7 @@
 namespace {
 
 const QString kUsage = QStringLiteral(
-    "usage: korvi lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]");
+    "usage: korvi lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...] [--files]");
 
 struct LintOptions
 {
@@ -27,6 +27,7 @@ struct LintOptions
     QString format;
     bool json = false;
     bool warningsAreErrors = false;
+    bool listFiles = false;
     QStringList disabled;
 };
 
@@ -39,7 +40,9 @@ int parse(const QStringList &args, LintOptions &o)
     const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("print the problems as JSON"));
     const QCommandLineOption werror(QStringLiteral("werror"), QStringLiteral("count warnings as errors"));
     const QCommandLineOption disable(QStringLiteral("disable"), QStringLiteral("leave out these codes"), QStringLiteral("CODE,..."));
-    parser.addOptions({ skinDir, format, json, werror, disable });
+    const QCommandLineOption files(QStringLiteral("files"),
+                                   QStringLiteral("list the files the skin is read from, in reading order, and check nothing"));
+    parser.addOptions({ skinDir, format, json, werror, disable, files });
     if (!parser.parse(QStringList { QStringLiteral("korvi lint") } + args))
         return CommandLine::usageError(parser.errorText() + QLatin1Char('\n') + kUsage);
     if (parser.positionalArguments().size() != 1)
@@ -49,6 +52,7 @@ int parse(const QStringList &args, LintOptions &o)
     o.format = parser.value(format);
     o.json = parser.isSet(json);
     o.warningsAreErrors = parser.isSet(werror);
+    o.listFiles = parser.isSet(files);
     const QStringList known = ProblemCodes::all();
     for (const QString &list : parser.values(disable)) {
         for (const QString &code : list.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
@@ -108,9 +112,19 @@ QString summary(qsizetype errors, qsizetype warnings)
     return count(errors, "error") + QStringLiteral(" and ") + count(warnings, "warning");
 }
 
+// One line per file of the plan, in reading order: its path, and " (imported)"
+// for a file read as shared templates only.
+QString fileList(const SkinOpenPlan &plan)
+{
+    QString text;
+    for (const SkinOpenPlan::File &file : plan.files)
+        text += QDir::toNativeSeparators(file.path) + (file.imported ? QStringLiteral(" (imported)\n") : QStringLiteral("\n"));
+    return text;
+}
+
 } // namespace
 
-// korvi lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]
+// korvi lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...] [--files]
 // A file is read as Open reads it (with its template files and the shared
 // scheme), a folder as All does. Exit 0 without errors, 1 with errors (or with
 // warnings under --werror), 2 on a usage error.
@@ -127,6 +141,10 @@ int runLint(const QStringList &args)
     }
     const bool folder = QFileInfo(o.target).isDir();
     const SkinOpenPlan plan = folder ? SkinOpenPlan::forFolder(o.target) : SkinOpenPlan::forFile(o.target);
+    if (o.listFiles) {
+        CommandLine::printOut(fileList(plan).toLocal8Bit());
+        return 0;
+    }
     clsKorviInterface document;
     const QVector<SkinReadError> errors = plan.readInto(document);
     SkinContext context;

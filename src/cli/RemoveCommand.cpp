@@ -13,6 +13,6 @@ int runRemove(const QStringList &arguments)
     if (!element)
         return edit.exitCode();
     // The element goes with its children.
-    element->owner()->Remove(element->Index());
+    element->owner()->removeAt(element->owner()->positionOf(element));
     return edit.save();
 }

@@ -99,7 +99,7 @@ void GridCellPainter::paintCell(const QRect &cell, const PowGridItem &item, int 
     QColor pen = color(state.selected ? mGrid.ColorSelectedText() : mGrid.TextColor());
     if (item.Dimmed && !state.selected)
         pen = QColor(Qt::gray);
-    const Header *header = mGrid.Headers()->Item(column + 1);
+    const Header *header = mGrid.Headers()->at(column);
     const int alignment = header ? header->Alignment : alignLeft;
     QRect area = cell;
     if (column == 0)

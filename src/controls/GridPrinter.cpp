@@ -32,7 +32,7 @@ PrintLayout layoutFor(const PowGrid &grid, QPrinter &printer)
     const int total = Twips::toPixelsX(totalTwips(grid), &printer);
     const double scale = total > layout.page.width() ? double(layout.page.width()) / total : 1.0;
     for (int c = 0; c < grid.Headers()->Count(); ++c) {
-        const Header *h = grid.Headers()->Item(c + 1);
+        const Header *h = grid.Headers()->at(c);
         if (!h->Visible)
             continue;
         layout.columns << c;
@@ -49,7 +49,7 @@ void printHeader(const PowGrid &grid, GridCellPainter &cells, const PrintLayout 
     int x = 0;
     for (int i = 0; i < layout.columns.size(); ++i) {
         cells.paintHeader(QRect(x, 0, layout.widths[i], layout.headerHeight),
-                          *grid.Headers()->Item(layout.columns[i] + 1));
+                          *grid.Headers()->at(layout.columns[i]));
         x += layout.widths[i];
     }
 }
@@ -68,7 +68,7 @@ void printRow(const PowGrid &grid, GridCellPainter &cells, const PrintLayout &la
     for (int i = 0; i < layout.columns.size(); ++i) {
         GridCellPainter::CellState state;
         const int c = layout.columns[i];
-        state.editable = grid.AllowEdit() && grid.Headers()->Item(c + 1)->ColumnEditable;
+        state.editable = grid.AllowEdit() && grid.Headers()->at(c)->ColumnEditable;
         cells.paintCell(QRect(x, y, layout.widths[i], layout.rowHeight), item, c, state);
         x += layout.widths[i];
     }

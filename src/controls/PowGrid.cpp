@@ -459,7 +459,7 @@ int PowGrid::ScaleHeight() const
 
 int PowGrid::columnWidthPixels(int column) const
 {
-    const Header *h = mHeaders->Item(column + 1);
+    const Header *h = mHeaders->at(column);
     return h && h->Visible ? Twips::toPixelsX(h->ColumnWidth, this) : 0;
 }
 
@@ -656,7 +656,7 @@ void PowGrid::autoSize(bool hiddenRowsToo, const QPaintDevice *device)
     const QFontMetrics headerMetrics(mHeaderFont, device);
     const int padding = Twips::toPixelsX(2 * GridCellPainter::PaddingTwips, device);
     for (int c = 0; c < mHeaders->Count(); ++c) {
-        Header *h = mHeaders->Item(c + 1);
+        Header *h = mHeaders->at(c);
         if (!h->Visible)
             continue;
         int widest = headerMetrics.horizontalAdvance(h->Caption);
@@ -680,7 +680,7 @@ void PowGrid::PrintGrid(QPrinter &printer)
 
 int PowGrid::CellDataType(const PowGridItem *item, int column) const
 {
-    const Header *h = mHeaders->Item(column + 1);
+    const Header *h = mHeaders->at(column);
     const int columnType = h ? h->ColumnDataType : dtText;
     // A row's own type stands in for the plain text of its editable cells;
     // the other cells (the row's name, its button) keep their column's type.
@@ -702,7 +702,7 @@ std::shared_ptr<clsComboList> PowGrid::comboListOf(const PowGridItem *item, int 
 {
     if (CellDataType(item, column) == dtItemCombo)
         return item->ComboList;
-    const Header *h = mHeaders->Item(column + 1);
+    const Header *h = mHeaders->at(column);
     return h ? h->ComboList : nullptr;
 }
 
@@ -756,7 +756,7 @@ void PowGrid::paintEvent(QPaintEvent *)
         if (width > 0)
             cells.paintHeader(QRect(client.left() + columnLeft(c) - offset, client.top(), width,
                                     headerHeight()),
-                              *mHeaders->Item(c + 1));
+                              *mHeaders->at(c));
     }
     int y = headerBottom;
     int visible = mFirstVisible;
@@ -778,7 +778,7 @@ void PowGrid::paintEvent(QPaintEvent *)
                     continue;
                 GridCellPainter::CellState state;
                 state.selected = mShowSelectedRow && row == mSelRow;
-                state.editable = mAllowEdit && mHeaders->Item(c + 1)->ColumnEditable;
+                state.editable = mAllowEdit && mHeaders->at(c)->ColumnEditable;
                 state.alternate = mAlternateColors && visible % 2 == 0;
                 state.pressed = isButtonDown(row, c);
                 cells.paintCell(QRect(line.left() + columnLeft(c), y, width, rowHeight()), *item, c,
@@ -839,7 +839,7 @@ void PowGrid::mousePressEvent(QMouseEvent *event)
     PowGridItem *item = mItems->Item(row);
     const int column = columnAt(point);
     mSelRow = row;
-    emit ItemSelected(item, mHeaders->Item(column + 1));
+    emit ItemSelected(item, mHeaders->at(column));
     update();
     if (item->TitleLine) {
         if (mAllowExpandCollapse && titleBoxRect(row).contains(point))
@@ -859,7 +859,7 @@ void PowGrid::mouseMoveEvent(QMouseEvent *event)
     }
     const int left = clientRect().left() + columnLeft(mResizeColumn) - horizontalOffset();
     const int width = std::max(MinimumColumnPixels, point.x() - left);
-    mHeaders->Item(mResizeColumn + 1)->ColumnWidth = Twips::fromPixelsX(width, this);
+    mHeaders->at(mResizeColumn)->ColumnWidth = Twips::fromPixelsX(width, this);
     RedrawGrid();
 }
 
@@ -935,7 +935,7 @@ QString PowGrid::toolTipAt(QPoint point) const
 
 bool PowGrid::isButtonShown(const PowGridItem *item, int column) const
 {
-    const Header *h = mHeaders->Item(column + 1);
+    const Header *h = mHeaders->at(column);
     return !(h && h->HideEmptyButtons && item->CellText(column).isEmpty());
 }
 
@@ -953,7 +953,7 @@ void PowGrid::clickData(int row, int column)
         update();
         return;
     }
-    const bool editable = mAllowEdit && mHeaders->Item(column + 1)->ColumnEditable;
+    const bool editable = mAllowEdit && mHeaders->at(column)->ColumnEditable;
     if (!editable || type == dtProgress)
         return;
     if (type == dtCheck) {
@@ -967,7 +967,7 @@ void PowGrid::clickData(int row, int column)
 // counts as a committed edit.
 void PowGrid::toggleCheck(PowGridItem *item, int column)
 {
-    emit BeforeEdit(item, mHeaders->Item(column + 1), column);
+    emit BeforeEdit(item, mHeaders->at(column), column);
     item->setCellText(column, isChecked(item->CellText(column)) ? QStringLiteral("0")
                                                                 : QStringLiteral("1"));
     emit ItemChanged(item, column);
@@ -978,7 +978,7 @@ void PowGrid::toggleCheck(PowGridItem *item, int column)
 void PowGrid::beginEdit(int row, int column)
 {
     PowGridItem *item = mItems->Item(row);
-    Header *header = mHeaders->Item(column + 1);
+    Header *header = mHeaders->at(column);
     emit BeforeEdit(item, header, column);
     const QRect cell = cellRect(row, column);
     if (cell.isEmpty())
@@ -1007,7 +1007,7 @@ void PowGrid::showTextEditor(PowGridItem *item, int column, int type, const QRec
 {
     QRect textArea = cell;
     if (type == dtNumber) {
-        const Header *h = mHeaders->Item(column + 1);
+        const Header *h = mHeaders->at(column);
         const int upDownWidth = std::min(cell.width() / 2, 18);
         textArea.setRight(cell.right() - upDownWidth);
         const QSignalBlocker block(mUpdInput);

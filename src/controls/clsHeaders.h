@@ -28,6 +28,8 @@ public:
     void Remove(const QString &Key) { mList.remove(Key); }
     void Clear() { mList.clear(); }
 
+    // ---- 0-based positions, for the program's own code ----
+    Header *at(int index) const { return mList.find(index + 1); }
     int positionOf(const Header *header) const { return mList.positionOf(header); }
 
     auto begin() const { return mList.begin(); }

@@ -307,10 +307,10 @@ private slots:
         props.Add("x", "1");
         props.Add("text", "\"short\"");
         props.Add("y", "2");
-        props.setValueAt(props.Item("text").Index() - 1, "\"a much longer value than before\"");
-        props.setValueAt(props.Item("x").Index() - 1, "");
+        props.setValueAt(props.Item("text").position(), "\"a much longer value than before\"");
+        props.setValueAt(props.Item("x").position(), "");
         for (int i = 0; i < 200; ++i)
-            props.setValueAt(props.Item("y").Index() - 1, QByteArray(300, 'y') + QByteArray::number(i));
+            props.setValueAt(props.Item("y").position(), QByteArray(300, 'y') + QByteArray::number(i));
         QCOMPARE(props.Item("x").value(), QByteArray(""));
         QCOMPARE(props.Item("text").value(), QByteArray("\"a much longer value than before\""));
         QCOMPARE(props.Item("y").value(), QByteArray(300, 'y') + "199");

@@ -122,6 +122,20 @@ private slots:
         QCOMPARE(readTestFile(SkinBackup::pathFor(f.path)), kSkin);
     }
 
+    void oneSaveFindsTheChangesOnce()
+    {
+        OneFile f(kSkin);
+        f.element("ui_Main", "btnMap")->Properties().setValue("x", "75");
+        SaveChanges saver(f.doc);
+        saver.setFileForNewElements(f.path);
+        QCOMPARE(SaveChanges::summary(saver.plan()), QStringLiteral("1 change in 1 file"));
+        QCOMPARE(saver.save([](const QString &) { return false; }).outcome, SaveChanges::Result::Outcome::Saved);
+        QCOMPARE(saver.finderRuns(), 1);
+        // The written file holds the change: asked again, nothing is pending.
+        QVERIFY(saver.pending().empty());
+        QCOMPARE(saver.finderRuns(), 2);
+    }
+
     void valueSetBackToWhatItWasIsNoChange()
     {
         OneFile f(kSkin);

@@ -2,6 +2,7 @@
 #include "TestFiles.h"
 #include "SkinFormatName.h"
 #include "SkinLoader.h"
+#include "SkinOpenPlan.h"
 #include "SkinReadError.h"
 #include "clsKorviInterface.h"
 
@@ -115,7 +116,7 @@ private slots:
     {
         QTemporaryDir dir;
         QVERIFY(writeTestFile(dir.path() + "/ui/main.ui", "<LAYER L>\n</LAYER>\n"));
-        QCOMPARE(SkinLoader::mainSchemeFor(dir.path() + "/ui/main.ui"), QString());
+        QCOMPARE(SkinOpenPlan::mainSchemeFor(dir.path() + "/ui/main.ui"), QString());
         clsKorviInterface doc;
         QCOMPARE(SkinLoader::openSkinFile(doc, dir.path() + "/ui/main.ui").filesRead.size(), 1);
     }

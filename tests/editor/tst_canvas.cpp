@@ -3,6 +3,7 @@
 // picked and dragged by their text, and a picture that cannot be decoded is
 // named in the information box.
 
+#include "ShownNode.h"
 #include "EditorFixture.h"
 
 #include "LayerRenderer.h"
@@ -64,7 +65,7 @@ private slots:
         QVERIFY(box.textArea.width() > 10);
         QCOMPARE(box.textArea.topLeft(), QPoint(40, 60));
         f.clickCanvas(box.textArea.center());
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Texts|EtxtLabel"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Texts|EtxtLabel"));
         QVERIFY(f.mshObject()->isVisible());
     }
 
@@ -74,7 +75,7 @@ private slots:
         f.select("Lui_Texts");
         const QRect text = f.box("Lui_Texts|EtxtLabel").textArea;
         f.clickCanvas(text.bottomRight() + QPoint(5, 5));
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Texts"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Texts"));
     }
 
     void aTextPickedByItsTextIsDraggedWithItsFrame()
@@ -96,7 +97,7 @@ private slots:
         f.select("Lui_Texts");
         const QRect text = f.box("Lui_Texts|EtxtLabel").textArea;
         f.clickCanvas(text.center());
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Texts|EtxtLabel"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Texts|EtxtLabel"));
         const int handle = f.mshObject()->handleSize();
         QVERIFY(f.mshObject()->isVisible());
         QCOMPARE(f.mshObject()->geometry(), f.pctTemplate()->toWidget(text).adjusted(-handle, -handle, handle, handle));
@@ -120,7 +121,7 @@ private slots:
         QCOMPARE(QRect(box.left, box.top, box.width, box.height), QRect(300, 200, 100, 50));
         // The placeholder can be picked like any picture.
         f.clickCanvas(QPoint(350, 225));
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Texts|EbtnBad"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Texts|EbtnBad"));
     }
 
     void ctrlWheelZoomsKeepingThePointUnderTheMouse()

@@ -4,6 +4,7 @@
 
 #include "CompareFormats.h"
 #include "EditorFixture.h"
+#include "ShownNode.h"
 #include "LayerRenderer.h"
 #include "SkinPort.h"
 
@@ -53,14 +54,14 @@ private slots:
         QCOMPARE(compare->layerKey(), QByteArray("ui_Main"));
         QCOMPARE(compare->picture().size(), QSize(1600, 960));
         const DrawnBox box = compare->selectedBox();
-        const DrawnBox shown = f.window->renderer().boxOf(f.window->currentObject());
+        const DrawnBox shown = f.window->renderer().boxOf(f.window->shownNode().currentObject());
         QCOMPARE(box.left, 2 * shown.left);
         QCOMPARE(box.top, 2 * shown.top);
         QCOMPARE(box.width, 2 * shown.width);
 
         f.window->selectNode(f.node("Lui_Settings|ElstSettings"));
         QCOMPARE(compare->layerKey(), QByteArray("ui_Settings"));
-        QCOMPARE(compare->selectedBox().top, 2 * f.window->renderer().boxOf(f.window->currentObject()).top);
+        QCOMPARE(compare->selectedBox().top, 2 * f.window->renderer().boxOf(f.window->shownNode().currentObject()).top);
     }
 
     void withoutAnotherFormatNothingOpens()

@@ -3,6 +3,7 @@
 // choosers, picking and dragging on the canvas with real mouse events, undo,
 // zoom, arrow keys and the question about unsaved changes.
 
+#include "ShownNode.h"
 #include "EditorFixture.h"
 
 #include "LayerRenderer.h"
@@ -206,7 +207,7 @@ private slots:
         QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EtxtHigh|Px")), QStringLiteral("x=77"));
         // The node-click handling ran: the owner is drawn where the new value puts it.
         QCOMPARE(f.box("Lui_Pick|EtxtHigh").left(), 77);
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtHigh"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick|EtxtHigh"));
     }
 
     void anEmptyAnswerToThePromptChangesNothing()
@@ -231,7 +232,7 @@ private slots:
         QVERIFY(added);
         QCOMPARE(added->ElementType(), QByteArray("BUTTON"));
         QCOMPARE(f.tree().nodeText(f.node("Lui_Pick|EbtnNew")), QStringLiteral("BUTTON:btnNew"));
-        QCOMPARE(f.window->shownLayer(), f.element("Lui_Pick"));
+        QCOMPARE(f.window->shownNode().shownLayer(), f.element("Lui_Pick"));
     }
 
     void addingALayerPutsItAtTheLayerLevel()
@@ -366,7 +367,7 @@ private slots:
         const QRect overlap = f.box("Lui_Pick|EtxtHigh").intersected(f.box("Lui_Pick|EtxtLow"));
         QVERIFY(!overlap.isEmpty());
         f.clickCanvas(overlap.center());
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtHigh"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick|EtxtHigh"));
         QCOMPARE(f.tvwObjects()->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
         QVERIFY(f.mshObject()->isVisible());
     }
@@ -379,7 +380,7 @@ private slots:
         const QRect overlap = f.box("Lui_Pick|EtxtHigh").intersected(f.box("Lui_Pick|EtxtLow"));
         QVERIFY(!overlap.isEmpty());
         f.clickCanvas(overlap.center());
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtLow"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick|EtxtLow"));
     }
 
     void removeObjectOnATemplateNodeDoesNothing()
@@ -401,7 +402,7 @@ private slots:
         const QRect overlap = f.box("Lui_Pick|EtxtFirst").intersected(f.box("Lui_Pick|EtxtSecond"));
         QVERIFY(!overlap.isEmpty());
         f.clickCanvas(overlap.center());
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtSecond"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick|EtxtSecond"));
     }
 
     void theEdgesOfADrawnBoxAreOutside()
@@ -415,10 +416,10 @@ private slots:
         for (const QPoint edge : { QPoint(b.left(), middle.y()), QPoint(middle.x(), b.top()),
                                    QPoint(right, middle.y()), QPoint(middle.x(), bottom) }) {
             f.clickCanvas(edge);
-            QCOMPARE(f.window->currentObject(), f.element("Lui_Pick"));
+            QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick"));
         }
         f.clickCanvas(QPoint(b.left() + 1, b.top() + 1));
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtAlone"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick|EtxtAlone"));
     }
 
     void theMousePositionIsShownInCanvasPixels()
@@ -440,7 +441,7 @@ private slots:
         f.window->button(QStringLiteral("Lock"))->trigger();
         f.select("Lui_Pick");
         f.clickCanvas(f.box("Lui_Pick|EtxtAlone").center());
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtAlone"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick|EtxtAlone"));
         QVERIFY(!f.mshObject()->isVisible());
         QTest::keyClick(f.pctTemplate(), Qt::Key_Right);
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("10"));
@@ -518,7 +519,7 @@ private slots:
         QCOMPARE(f.pctTemplate()->zoomPercent(), percent);
         const QRect overlap = f.box("Lui_Pick|EtxtHigh").intersected(f.box("Lui_Pick|EtxtLow"));
         f.clickCanvas(overlap.center());
-        QCOMPARE(f.window->currentObject(), f.element("Lui_Pick|EtxtHigh"));
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick|EtxtHigh"));
         // The frame lies around the object's box at this zoom.
         const QRect expected = f.pctTemplate()->toWidget(f.box("Lui_Pick|EtxtHigh"));
         const int handle = f.mshObject()->handleSize();

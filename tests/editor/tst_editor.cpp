@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ShownNode.h"
 #include "EditorFixture.h"
 
 #include "CanvasSize.h"
@@ -159,7 +160,7 @@ private slots:
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnMap"));
         const QString title = f.title();
         const QImage picture = f.pctTemplate()->picture();
-        const clsElement *current = f.window->currentObject();
+        const clsElement *current = f.window->shownNode().currentObject();
         const QModelIndex node = f.tvwObjects()->currentIndex();
         const QStringList rows = rowTexts(f.pgrProperty(), 0);
         const int layers = f.document.Layers().Count();
@@ -167,7 +168,7 @@ private slots:
         f.window->button("Next")->trigger();
         QCOMPARE(f.title(), title);
         QCOMPARE(f.pctTemplate()->picture(), picture);
-        QCOMPARE(f.window->currentObject(), current);
+        QCOMPARE(f.window->shownNode().currentObject(), current);
         QCOMPARE(f.tvwObjects()->currentIndex(), node);
         QCOMPARE(rowTexts(f.pgrProperty(), 0), rows);
         QCOMPARE(f.document.Layers().Count(), layers);
@@ -254,7 +255,7 @@ private slots:
         QCOMPARE(f.document.Headers().Count(), 0);
         QCOMPARE(f.window->objectTree()->rowCount(), 1);
         QCOMPARE(f.pgrProperty()->Items()->Count(), 0);
-        QVERIFY(!f.window->currentObject());
+        QVERIFY(!f.window->shownNode().currentObject());
         QVERIFY(!f.mshObject()->isVisible());
         QCOMPARE(f.title(), QStringLiteral("Korvi8 Template Editor <second.ui>"));
     }
@@ -445,8 +446,8 @@ private slots:
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main"));
         const clsElement *layer = f.document.Layers().Find("ui_Main");
-        QCOMPARE(f.window->currentObject(), layer);
-        QCOMPARE(f.window->shownLayer(), layer);
+        QCOMPARE(f.window->shownNode().currentObject(), layer);
+        QCOMPARE(f.window->shownNode().shownLayer(), layer);
         QCOMPARE(f.pctTemplate()->picture(), referencePicture(f.document, f.context, layer));
         QCOMPARE(f.pctTemplate()->picture().size(), QSize(800, 480));
         QCOMPARE(f.window->statusText(1), QStringLiteral("LAYER:ui_Main"));
@@ -462,7 +463,7 @@ private slots:
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|Uui_Back"));
         const clsElement *used = f.document.Layers().Find("ui_Back");
-        QCOMPARE(f.window->shownLayer(), used);
+        QCOMPARE(f.window->shownNode().shownLayer(), used);
         QCOMPARE(f.pctTemplate()->picture(), referencePicture(f.document, f.context, used));
         QCOMPARE(f.window->statusText(2), QStringLiteral("ui_Back"));
         QCOMPARE(rowTexts(f.pgrProperty(), 0), QStringList{ "z" });
@@ -475,7 +476,7 @@ private slots:
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Sst_Night"));
         const clsElement *state = f.document.Layers().Find("st_Night");
-        QCOMPARE(f.window->shownLayer(), state);
+        QCOMPARE(f.window->shownNode().shownLayer(), state);
         QCOMPARE(f.pctTemplate()->picture(), referencePicture(f.document, f.context, state));
         QCOMPARE(f.window->statusText(2), QStringLiteral("st_Night"));
     }
@@ -487,7 +488,7 @@ private slots:
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("TtplOwn"));
         clsElement *tpl = f.document.Templates().Find("tplOwn");
-        QCOMPARE(f.window->currentObject(), tpl);
+        QCOMPARE(f.window->shownNode().currentObject(), tpl);
         StringInfoSink sink;
         RenderSetup setup(f.document, f.context, sink);
         LayerRenderer &renderer = setup.renderer;
@@ -510,12 +511,12 @@ private slots:
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EtxtTitle"));
         clsElement *text = f.document.Layers().Find("ui_Main")->SubElements().Find("txtTitle");
-        QCOMPARE(f.window->currentObject(), text);
-        QCOMPARE(f.window->shownLayer(), f.document.Layers().Find("ui_Main"));
+        QCOMPARE(f.window->shownNode().currentObject(), text);
+        QCOMPARE(f.window->shownNode().shownLayer(), f.document.Layers().Find("ui_Main"));
         DrawnBox box;
-        const QImage expected = referencePicture(f.document, f.context, f.window->shownLayer(), text, &box);
+        const QImage expected = referencePicture(f.document, f.context, f.window->shownNode().shownLayer(), text, &box);
         QCOMPARE(f.pctTemplate()->picture(), expected);
-        QVERIFY(expected != referencePicture(f.document, f.context, f.window->shownLayer()));
+        QVERIFY(expected != referencePicture(f.document, f.context, f.window->shownNode().shownLayer()));
         QVERIFY(f.mshObject()->isVisible());
         const int handle = f.mshObject()->handleSize();
         // A text without a picture is framed where its text was printed.
@@ -566,9 +567,9 @@ private slots:
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Sst_Night"));
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnOk"));
-        QCOMPARE(f.window->shownLayer(), f.document.Layers().Find("ui_Main"));
+        QCOMPARE(f.window->shownNode().shownLayer(), f.document.Layers().Find("ui_Main"));
         QCOMPARE(f.window->statusText(2), QStringLiteral("ui_Main"));
-        QCOMPARE(f.window->currentObject()->strName(), QByteArray("btnOk"));
+        QCOMPARE(f.window->shownNode().currentObject()->strName(), QByteArray("btnOk"));
     }
 
     void clickingAPropertyShowsItsOwner()
@@ -577,8 +578,8 @@ private slots:
         SmallSkin skin;
         f.window->openSkinFile(skin.mainFile());
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnOk|Pbmp"));
-        QCOMPARE(f.window->currentObject()->strName(), QByteArray("btnOk"));
-        QCOMPARE(f.window->currentNodeKey(), QByteArray("Lui_Main|EbtnOk"));
+        QCOMPARE(f.window->shownNode().currentObject()->strName(), QByteArray("btnOk"));
+        QCOMPARE(f.window->shownNode().currentNodeKey(), QByteArray("Lui_Main|EbtnOk"));
         QCOMPARE(rowTexts(f.pgrProperty(), 0), (QStringList{ "x", "y", "w", "h", "bmp" }));
         QCOMPARE(f.pgrProperty()->Items()->Item(5)->CellText(4), QStringLiteral("..."));
     }
@@ -592,11 +593,11 @@ private slots:
         QVERIFY(f.pctTemplate()->hasPicture());
         f.window->selectNode(f.window->objectTree()->indexOfKey("HEADERS"));
         QVERIFY(!f.pctTemplate()->hasPicture());
-        QVERIFY(f.window->offScreenPicture().isNull());
+        QVERIFY(f.window->shownNode().picture().isNull());
         QCOMPARE(f.window->statusText(1), QString());
         QCOMPARE(f.window->statusText(2), QString());
         QVERIFY(!f.mshObject()->isVisible());
-        QVERIFY(!f.window->currentObject());
+        QVERIFY(!f.window->shownNode().currentObject());
     }
 
     void clickingAHeaderVariableListsItsValues()
@@ -606,7 +607,7 @@ private slots:
         f.window->openSkinFile(skin.mainFile());
         const QModelIndex headers = f.window->objectTree()->indexOfKey("HEADERS");
         f.window->selectNode(f.window->objectTree()->index(0, 0, headers));
-        QCOMPARE(f.window->currentObject(), f.document.Headers().at(0));
+        QCOMPARE(f.window->shownNode().currentObject(), f.document.Headers().at(0));
         QVERIFY(!f.pctTemplate()->hasPicture());
         QCOMPARE(rowTexts(f.pgrProperty(), 0), QStringList{ "skin_name" });
     }

@@ -4,6 +4,7 @@
 // step the moving frame snaps to, and the recent files, taken over once from
 // the file earlier versions kept them in.
 
+#include "ShownNode.h"
 #include "EditorFixture.h"
 
 #include "EditorSettings.h"
@@ -75,7 +76,7 @@ struct SettingsFixture : EditorFixture
         const clsElement *button = tree().ResolveNodeKey("Lui_Main|EbtnOk").element;
         const DrawnBox box = window->renderer().boxOf(button);
         clickCanvas(QPoint(box.left + box.width / 2, box.top + box.height / 2));
-        QCOMPARE(window->currentObject(), button);
+        QCOMPARE(window->shownNode().currentObject(), button);
         QVERIFY(mshObject()->isVisible());
     }
 

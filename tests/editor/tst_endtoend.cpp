@@ -2,6 +2,7 @@
 // Opens the demo skin in the main window, selects an object, saves the skin under
 // a new name and checks the file against what `korvi format` writes for the
 // same skin file with the same shared files.
+#include "ShownNode.h"
 #include "EditorFixture.h"
 
 #include "MovableShape.h"
@@ -26,7 +27,7 @@ private slots:
         f.dialogs.answerPath(ui + "/main_800_480.ui");
         f.window->button("Open")->trigger();
         f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_Main|EbtnMap"));
-        QCOMPARE(f.window->currentObject()->strName(), QByteArray("btnMap"));
+        QCOMPARE(f.window->shownNode().currentObject()->strName(), QByteArray("btnMap"));
         QVERIFY(f.mshObject()->isVisible());
         QVERIFY(f.pgrProperty()->Items()->Count() > 0);
 

@@ -4,12 +4,14 @@
 // of a whole folder, the count of unsaved changes, Save As after a reading
 // error or a whole folder, and what typed values and names become.
 
+#include "ShownNode.h"
 #include "EditorFixture.h"
 
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PowGridItem.h"
 #include "PropertyGridFiller.h"
+#include "SaveChangesFlow.h"
 #include "SkinDocument.h"
 #include "clsPowGridItems.h"
 
@@ -124,6 +126,8 @@ private slots:
         f.dialogs.answerButton(Dialogs::Button::Ok);
         f.fileEntry("mnuSaveChanges")->trigger();
         QCOMPARE(readTestFile(f.skin.mainFile()), replaced(f.mainBefore, "y=200", "y=210"));
+        // Listing the files to write and writing them found the changes once.
+        QCOMPARE(f.window->findChild<SaveChangesFlow *>()->lastFinderRuns(), 1);
     }
 
     void cancellingTheListOfFilesWritesNothing()
@@ -435,7 +439,7 @@ private slots:
         QCOMPARE(f.lastAsked().filter, QStringLiteral("PNG Picture|*.png"));
         const QImage written(path);
         QVERIFY(!written.isNull());
-        QCOMPARE(written.convertToFormat(QImage::Format_RGB32), f.window->offScreenPicture());
+        QCOMPARE(written.convertToFormat(QImage::Format_RGB32), f.window->shownNode().picture());
     }
 
     void exportPictureOverAFileAsksOnceAndNoLeavesIt()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ShownNode.h"
 #include "EditorFixture.h"
 #include "ObjectTreeModel.h"
 #include "ProblemListModel.h"
@@ -174,7 +175,7 @@ private slots:
         QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, at);
         QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Main|EbtnOk"));
         QCOMPARE(f.window->objectTree()->nodeKey(f.tvwObjects()->currentIndex()), QByteArray("Lui_Main|EbtnOk"));
-        QCOMPARE(f.window->currentNodeKey(), QByteArray("Lui_Main|EbtnOk"));
+        QCOMPARE(f.window->shownNode().currentNodeKey(), QByteArray("Lui_Main|EbtnOk"));
         QCOMPARE(f.place(), QStringLiteral("main_800_480.ui:12"));
     }
 };

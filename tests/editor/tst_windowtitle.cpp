@@ -3,6 +3,7 @@
 // that are not saved: set by an edit, cleared by undoing it, by Save Changes,
 // by Save As and by opening a skin; the title's text stays as it was.
 
+#include "ShownNode.h"
 #include "EditorFixture.h"
 
 #include "LayerRenderer.h"
@@ -36,7 +37,7 @@ struct TitleFixture : EditorFixture
         const clsElement *button = tree().ResolveNodeKey("Lui_Main|EbtnOk").element;
         const DrawnBox box = window->renderer().boxOf(button);
         clickCanvas(QPoint(box.left + box.width / 2, box.top + box.height / 2));
-        QCOMPARE(window->currentObject(), button);
+        QCOMPARE(window->shownNode().currentObject(), button);
         QTest::keyClick(pctTemplate(), Qt::Key_Right);
     }
 };

@@ -393,7 +393,7 @@ void DocumentChecker::checkCycles(const clsElements &entries, QByteArrayView lin
         if (entry != start)
             continue;
         const bool firstOfCircle = std::all_of(chain.begin(), chain.end(), [&](const clsElement *member) {
-            return entries.IndexOf(member) >= i;
+            return entries.positionOf(member) >= i;
         });
         if (!firstOfCircle)
             continue;

@@ -9,9 +9,9 @@
 class SkinReadError;
 class clsKorviInterface;
 
-// Reading a skin file the way the editor's Open command does: the skin's shared
-// template files first, marked as imported, then the file itself. Used by the
-// editor and by the command-line tool.
+// Reading a skin file the way the editor's Open command does, in one call: the
+// skin's opening plan for the file (SkinOpenPlan::forFile), read. For the
+// command-line tool, the tests and the benchmarks.
 namespace SkinLoader {
 
 // What opening a skin file read.
@@ -27,21 +27,12 @@ struct OpenedSkin
 // The format at the end of the file's name (SkinFormatName::fromFileName).
 QString skinFormatFromFileName(const QString &path);
 
-// The "templates*.ui" files beside `path` (ASCII case ignored), in name order
-// with case ignored, without `path` itself.
-QStringList templateFilesBeside(const QString &path);
-
-// The shared scheme of the skin: "main_scheme.ui" in the parent of the file's
-// folder, when it exists; empty otherwise.
-QString mainSchemeFor(const QString &path);
-
 // Told of a file that could not be read to its end; what was read before the
 // error stays in the document.
 using ReadErrorHandler = std::function<void(const SkinReadError &error)>;
 
 // Reads the template files and the shared scheme (imported), then the file
-// (not imported), into the document, adding to what is there. A template file
-// or scheme that cannot be opened for reading is passed over. With a handler,
+// (not imported), into the document, adding to what is there. With a handler,
 // a reading error is handed to it and the next file is read; without one, the
 // error propagates (SkinReadError) and nothing more is read.
 OpenedSkin openSkinFile(clsKorviInterface &document, const QString &path,

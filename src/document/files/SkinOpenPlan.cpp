@@ -2,20 +2,53 @@
 #include "SkinOpenPlan.h"
 
 #include "SkinFolderListing.h"
-#include "SkinLoader.h"
+#include "SkinFormatName.h"
 #include "UiFileReader.h"
 
 #include <QDir>
 #include <QFileInfo>
 
+#include <new>
+#include <optional>
+
+namespace {
+
+QString absolutePath(const QString &path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+// The shared scheme of the skin whose ui folder is `folder`: "main_scheme.ui"
+// in its parent, when that is a skin file; empty otherwise.
+QString schemeOf(const QString &folder)
+{
+    const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
+    return SkinFolderListing::isSkinFile(scheme) ? scheme : QString();
+}
+
+} // namespace
+
+QStringList SkinOpenPlan::templateFilesBeside(const QString &path)
+{
+    const QString self = absolutePath(path);
+    QStringList files = SkinFolderListing::templateFilesIn(QFileInfo(self).absolutePath());
+    files.removeAll(self);
+    return files;
+}
+
+QString SkinOpenPlan::mainSchemeFor(const QString &path)
+{
+    return schemeOf(QFileInfo(absolutePath(path)).absolutePath());
+}
+
 SkinOpenPlan SkinOpenPlan::forFile(const QString &path)
 {
     SkinOpenPlan plan;
-    plan.skinFormat = SkinLoader::skinFormatFromFileName(path);
-    plan.uiFilePath = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    for (const QString &file : SkinLoader::templateFilesBeside(path))
+    plan.skinFormat = SkinFormatName::fromFileName(path);
+    plan.uiFilePath = absolutePath(path);
+    for (const QString &file : templateFilesBeside(path))
         plan.files.append({ file, true });
-    const QString scheme = SkinLoader::mainSchemeFor(path);
+    const QString scheme = mainSchemeFor(path);
     if (!scheme.isEmpty())
         plan.files.append({ scheme, true });
     plan.files.append({ plan.uiFilePath, false });
@@ -26,36 +59,53 @@ SkinOpenPlan SkinOpenPlan::forFolder(const QString &folder)
 {
     SkinOpenPlan plan;
     plan.wholeFolder = true;
+    const QString ui = absolutePath(folder);
     QString lastFile;
-    for (const QString &file : SkinFolderListing::uiFilesIn(folder)) {
+    for (const QString &file : SkinFolderListing::uiFilesIn(ui)) {
         plan.files.append({ file, false });
-        const QString format = SkinLoader::skinFormatFromFileName(file);
+        const QString format = SkinFormatName::fromFileName(file);
         if (!format.isEmpty())
             plan.skinFormat = format;
         lastFile = file;
     }
     // Pictures are looked up from the ui folder: the last file's, or a file
     // of that folder when it holds none.
-    plan.uiFilePath = lastFile.isEmpty() ? QDir(folder).absoluteFilePath(QStringLiteral("skin.ui"))
-                                         : QFileInfo(lastFile).absoluteFilePath();
-    const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
-    if (QFileInfo(scheme).isFile())
+    plan.uiFilePath = lastFile.isEmpty() ? QDir(ui).absoluteFilePath(QStringLiteral("skin.ui")) : lastFile;
+    const QString scheme = schemeOf(ui);
+    if (!scheme.isEmpty())
         plan.files.append({ scheme, false });
-    const QString common = QDir::cleanPath(folder + QStringLiteral("/../../common/ui"));
-    for (const QString &file : SkinFolderListing::uiFilesIn(common))
+    for (const QString &file : SkinFolderListing::uiFilesIn(QDir::cleanPath(ui + QStringLiteral("/../../common/ui"))))
         plan.files.append({ file, false });
     return plan;
 }
 
-QVector<SkinReadError> SkinOpenPlan::readInto(clsKorviInterface &document) const
+QStringList SkinOpenPlan::paths() const
+{
+    QStringList list;
+    for (const File &file : files)
+        list << file.path;
+    return list;
+}
+
+QVector<SkinReadError> SkinOpenPlan::readInto(clsKorviInterface &document, const Progress &progress) const
 {
     QVector<SkinReadError> errors;
     for (const File &file : files) {
+        std::optional<SkinReadError> failure;
         try {
             ReadUiFile(document, file.path, file.imported);
         } catch (const SkinReadError &error) {
-            errors.append(error);
+            failure = error;
+        } catch (const std::bad_alloc &) {
+            failure = SkinReadError::outOfMemory(file.path);
         }
+        if (failure) {
+            errors.append(*failure);
+            if (progress.readError)
+                progress.readError(*failure);
+        }
+        if (progress.fileDone)
+            progress.fileDone(file.path);
     }
     return errors;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFileInfo>
 #include <QString>
 #include <stdexcept>
 
@@ -17,6 +18,14 @@ public:
         , mLine(line)
         , mMessage(message)
     {
+    }
+
+    // Reading `path` ran out of memory: an error of that file like any other,
+    // so that what was read of it is never saved over the whole file.
+    static SkinReadError outOfMemory(const QString &path)
+    {
+        const qint64 megabytes = (QFileInfo(path).size() + (1 << 20) - 1) >> 20;
+        return SkinReadError(path, 0, QStringLiteral("not enough memory to read %1 (%2 MB)").arg(path).arg(megabytes));
     }
 
     QString file() const { return mFile; }

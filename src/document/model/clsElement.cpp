@@ -93,7 +93,7 @@ void clsElement::setStrName(const QByteArray &name)
 
 int clsElement::Index() const
 {
-    return mOwner ? mOwner->IndexOf(this) + 1 : 0;
+    return mOwner ? mOwner->positionOf(this) + 1 : 0;
 }
 
 qsizetype clsElement::memoryUsed() const

@@ -85,7 +85,7 @@ int clsElements::indexOf(QByteArrayView key) const
     return mIndex->indexOf(key, keysOf(*this));
 }
 
-int clsElements::IndexOf(const clsElement *element) const
+int clsElements::positionOf(const clsElement *element) const
 {
     for (size_t i = 0; i < mItems.size(); ++i) {
         if (mItems[i].get() == element)
@@ -125,7 +125,7 @@ void clsElements::Remove(QByteArrayView key)
 
 void clsElements::Remove(int position)
 {
-    Take(position - 1);
+    removeAt(position - 1);
 }
 
 void clsElements::Clear()

@@ -34,7 +34,8 @@ public:
 
     // By key; throws MissingKeyError when there is none.
     clsElement *Item(QByteArrayView key) const;
-    // By 1-based position; throws std::out_of_range when there is none.
+    // By 1-based position, as the skin's own names count; throws
+    // std::out_of_range when there is none. The program itself uses at().
     clsElement *Item(int position) const;
     // By key; nullptr when there is none.
     clsElement *Find(QByteArrayView key) const;
@@ -42,13 +43,16 @@ public:
     bool isEmpty() const { return mItems.empty(); }
     bool ItemExist(QByteArrayView key) const { return indexOf(key) >= 0; }
     void Remove(QByteArrayView key);
+    // By 1-based position, as Item(int); the program itself uses removeAt().
     void Remove(int position);
     void Clear();
 
+    // ---- 0-based positions, for the program's own code ----
     int indexOf(QByteArrayView key) const;
-    // 0-based position of this element, -1 when it is not here.
-    int IndexOf(const clsElement *element) const;
+    // The position of this element, -1 when it is not here.
+    int positionOf(const clsElement *element) const;
     clsElement *at(int index) const { return mItems[size_t(index)].get(); }
+    void removeAt(int index) { Take(index); }
 
     qsizetype memoryUsed() const;
 

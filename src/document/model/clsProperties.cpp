@@ -377,7 +377,7 @@ void clsProperties::Remove(QByteArrayView key)
     const int i = indexOf(key);
     if (i < 0)
         throw MissingKeyError(key.toByteArray());
-    Remove(i + 1);
+    removeAt(i);
 }
 
 void clsProperties::Remove(int position)

@@ -34,7 +34,8 @@ public:
 
     // By key; throws MissingKeyError when there is none.
     clsProperty Item(QByteArrayView key) const;
-    // By 1-based position; throws std::out_of_range when there is none.
+    // By 1-based position, as the skin's own names count; throws
+    // std::out_of_range when there is none. The program itself uses at().
     clsProperty Item(int position) const;
     // By key; a null handle when there is none.
     clsProperty Find(QByteArrayView key) const;
@@ -43,16 +44,20 @@ public:
     bool ItemExist(QByteArrayView key) const { return indexOf(key) >= 0; }
     bool PropertyExist(QByteArrayView key) const { return ItemExist(key); }
     void Remove(QByteArrayView key);
+    // By 1-based position, as Item(int); the program itself uses removeAt().
     void Remove(int position);
     void Clear();
 
-    // 0-based access, for code that walks the list.
+    // ---- 0-based positions, for the program's own code ----
     int indexOf(QByteArrayView key) const;
+    // Throws std::out_of_range when there is none.
+    clsProperty at(int index) const { return Item(index + 1); }
+    void removeAt(int index) { Remove(index + 1); }
     QByteArrayView keyAt(int index) const;
     QByteArrayView valueAt(int index) const;
     void setValueAt(int index, const QByteArray &value);
     // By key; throws MissingKeyError when there is none.
-    void setValue(QByteArrayView key, const QByteArray &value) { setValueAt(Item(key).Index() - 1, value); }
+    void setValue(QByteArrayView key, const QByteArray &value) { setValueAt(Item(key).position(), value); }
 
     // Whether a property was added, removed or given a value since
     // markUnchanged(). The list of an element read from a file that has not

@@ -32,8 +32,10 @@ public:
     QByteArrayView keyView() const;
     QByteArrayView valueView() const;
 
-    // 1-based position in the collection.
+    // 1-based position in the collection, as the skin's own names count.
     int Index() const { return mIndex + 1; }
+    // 0-based position in the collection, for the program's own code.
+    int position() const { return mIndex; }
     const clsProperties *collection() const { return mOwner; }
 
     // The marker stored for an attribute written without "=" (a bare flag).

@@ -64,6 +64,37 @@ SaveChanges::SaveChanges(clsKorviInterface &document)
 void SaveChanges::setFileForNewElements(const QString &path)
 {
     mFileForNewElements = path;
+    // The changes go elsewhere now: what was found is found again.
+    mFound.reset();
+    mRewritten.reset();
+}
+
+// The change finder runs once for what plan() shows and save() then writes:
+// the document does not change between the two (the questions asked in
+// between are modal). The finder in its rewriting mode runs only when some
+// splice does not read back as edited.
+const std::vector<FileChanges> &SaveChanges::changes(bool rewriteEditedTags) const
+{
+    std::optional<std::vector<FileChanges>> &kept = rewriteEditedTags ? mRewritten : mFound;
+    if (!kept) {
+        ChangeFinder finder(mDocument, fileForNewElements());
+        if (rewriteEditedTags)
+            finder.rewriteEditedTags();
+        kept = finder.find();
+        ++mFinderRuns;
+    }
+    return *kept;
+}
+
+// For a save: what was found, taken out, so that the next question after the
+// save (whose writing changes the document's records) finds anew.
+std::vector<FileChanges> SaveChanges::takeChanges(bool rewriteEditedTags)
+{
+    changes(rewriteEditedTags);
+    std::optional<std::vector<FileChanges>> &kept = rewriteEditedTags ? mRewritten : mFound;
+    std::vector<FileChanges> taken = std::move(*kept);
+    kept.reset();
+    return taken;
 }
 
 void SaveChanges::redirect(const QString &source, const QString &output)
@@ -78,20 +109,31 @@ int SaveChanges::fileForNewElements() const
 
 std::vector<SaveChanges::Pending> SaveChanges::pending() const
 {
+    const bool planned = mFound.has_value();
+    std::vector<Pending> list = pendingFound();
+    // Asked between edits, the answer is not kept: only plan() keeps it.
+    if (!planned) {
+        mFound.reset();
+        mRewritten.reset();
+    }
+    return list;
+}
+
+std::vector<SaveChanges::Pending> SaveChanges::plan()
+{
+    return pendingFound();
+}
+
+std::vector<SaveChanges::Pending> SaveChanges::pendingFound() const
+{
     std::vector<Pending> list;
-    const std::vector<FileChanges> found = ChangeFinder(mDocument, fileForNewElements()).find();
-    std::vector<FileChanges> rewritten;
+    const std::vector<FileChanges> &found = changes(false);
     for (const FileChanges &changes : found) {
         QStringList problems = changes.problems;
         // A change that cannot be spliced in may still be saved with its tag
         // written anew (see save()).
         if (changes.file > 0 && !problems.isEmpty()) {
-            if (rewritten.empty()) {
-                ChangeFinder finder(mDocument, fileForNewElements());
-                finder.rewriteEditedTags();
-                rewritten = finder.find();
-            }
-            for (const FileChanges &other : rewritten) {
+            for (const FileChanges &other : this->changes(true)) {
                 if (other.file == changes.file)
                     problems = other.problems;
             }
@@ -207,7 +249,8 @@ SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite, const Pr
 {
     Result result;
     std::vector<Plan> plans;
-    const std::vector<FileChanges> found = ChangeFinder(mDocument, fileForNewElements()).find();
+    const std::vector<FileChanges> found = takeChanges(false);
+    mRewritten.reset();
     // New elements that no file is to receive.
     if (!found.empty() && found.front().file == 0) {
         result.outcome = Result::Outcome::Failed;
@@ -238,11 +281,8 @@ SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite, const Pr
         const FileChanges *spliced = changesOf(found, file);
         if (!makePlan(plan, spliced)) {
             // The edited tags written anew in the writer's layout.
-            if (!rewritten) {
-                ChangeFinder finder(mDocument, fileForNewElements());
-                finder.rewriteEditedTags();
-                rewritten = finder.find();
-            }
+            if (!rewritten)
+                rewritten = takeChanges(true);
             if (!makePlan(plan, changesOf(*rewritten, file))) {
                 const QString path = mDocument.Sources().file(file)->path();
                 result.outcome = Result::Outcome::Failed;
@@ -422,6 +462,8 @@ void SaveChanges::takeReading(int file, clsKorviInterface &alone)
 
 bool SaveChanges::takeWholeFileWritten(const QString &path)
 {
+    mFound.reset();
+    mRewritten.reset();
     const int file = mDocument.Sources().numberOf(path);
     if (file == 0)
         return true;

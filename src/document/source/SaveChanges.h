@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class AtomicFileWriter;
@@ -51,6 +52,9 @@ public:
         QStringList problems;
     };
     std::vector<Pending> pending() const;
+    // The same, kept for the save() that follows: the changes are found once
+    // for both, as long as the document does not change in between.
+    std::vector<Pending> plan();
     // "N changes in M files", for the status bar; empty when nothing is unsaved.
     static QString summary(const std::vector<Pending> &pending);
 
@@ -86,6 +90,10 @@ public:
     // document's elements of that file: it then counts as changed on disk.
     bool takeWholeFileWritten(const QString &path);
 
+    // How many times this object ran the change finder: once for plan() and
+    // the save() that follows it.
+    int finderRuns() const { return mFinderRuns; }
+
 private:
     struct Plan
     {
@@ -117,7 +125,14 @@ private:
                      Result &result) const;
     void takeNewRecords(const Plan &plan, Result &result);
 
+    std::vector<Pending> pendingFound() const;
+    const std::vector<FileChanges> &changes(bool rewriteEditedTags) const;
+    std::vector<FileChanges> takeChanges(bool rewriteEditedTags);
+
     clsKorviInterface &mDocument;
+    mutable std::optional<std::vector<FileChanges>> mFound;
+    mutable std::optional<std::vector<FileChanges>> mRewritten;
+    mutable int mFinderRuns = 0;
     QString mFileForNewElements;
     QHash<QString, QString> mRedirects;
     QStringList mHeldLocks;

@@ -8,7 +8,7 @@
 #include "LayerRenderer.h"
 #include "LiveDrag.h"
 #include "MovableShape.h"
-#include "ShownSelection.h"
+#include "ShownNode.h"
 #include "SkinCanvas.h"
 #include "SkinDocument.h"
 #include "clsKorviInterface.h"
@@ -29,12 +29,12 @@
 #include <memory>
 
 CanvasController::CanvasController(const Widgets &widgets, LayerRenderer &renderer, SkinDocument &document,
-                                   ShownSelection &selection, QObject *parent)
+                                   ShownNode &shown, QObject *parent)
     : QObject(parent)
     , mWidgets(widgets)
     , mRenderer(renderer)
     , mDocument(document)
-    , mSelection(selection)
+    , mShown(shown)
 {
     setObjectName(QStringLiteral("CanvasController"));
     auto timer = std::make_shared<QElapsedTimer>();
@@ -123,8 +123,8 @@ void CanvasController::zoomAround(QPoint viewportPoint, int steps)
 // The frame follows the object to its place at the new zoom.
 void CanvasController::zoomApplied()
 {
-    if (mWidgets.frame->isVisible() && mSelection.currentObject())
-        mSelection.RefreshCanvas();
+    if (mWidgets.frame->isVisible() && mShown.currentObject())
+        mShown.RefreshCanvas();
     mZoomPanel->setText(QStringLiteral("%1 %").arg(mWidgets.canvas->zoomPercent()));
 }
 
@@ -154,17 +154,17 @@ bool CanvasController::eventFilter(QObject *watched, QEvent *event)
 
 void CanvasController::canvasPressed(QPoint canvasPoint)
 {
-    const clsElement *layer = mSelection.shownLayer();
+    const clsElement *layer = mShown.shownLayer();
     if (!layer)
         return;
     const clsElement *hit = CanvasHitTest::hit(mDocument.document(), layer, mRenderer, canvasPoint);
     if (hit)
-        mSelection.selectNodeKey(mRenderer.nodeKeyOf(hit));
+        mDocument.setCurrent(mRenderer.nodeKeyOf(hit));
 }
 
 bool CanvasController::canMoveWithKeys() const
 {
-    return mSelection.currentObject() && mWidgets.frame->isVisible() && !mWidgets.lock->isChecked();
+    return mShown.currentObject() && mWidgets.frame->isVisible() && !mWidgets.lock->isChecked();
 }
 
 bool CanvasController::canvasKey(QKeyEvent *event)
@@ -189,7 +189,7 @@ bool CanvasController::canvasKey(QKeyEvent *event)
 // object placed by its template gets its own "x" and "y" where it was dropped.
 void CanvasController::moveCurrentBy(int dx, int dy)
 {
-    const clsElement *object = mSelection.currentObject();
+    const clsElement *object = mShown.currentObject();
     if (!object)
         return;
     const clsKorviInterface &document = mDocument.document();
@@ -198,7 +198,7 @@ void CanvasController::moveCurrentBy(int dx, int dy)
     if (!moved)
         return;
     mDocument.undoStack().push(
-        new MoveElementCommand(mDocument, mSelection.currentNodeKey(), moved->x, moved->y, clock()));
+        new MoveElementCommand(mDocument, mShown.currentNodeKey(), moved->x, moved->y, clock()));
 }
 
 void CanvasController::frameReleased(int dx, int dy, int &left, int &top, int &width, int &height)
@@ -206,7 +206,7 @@ void CanvasController::frameReleased(int dx, int dy, int &left, int &top, int &w
     forgetDrag();
     // Only the distance counts; the frame's size handles change nothing.
     const QPoint distance = mWidgets.canvas->toCanvasDistance(QPoint(dx, dy));
-    if (mSelection.currentObject())
+    if (mShown.currentObject())
         moveCurrentBy(distance.x(), distance.y());
     // The frame stays where the redraw put it.
     const QRect frame = mWidgets.frame->geometry();
@@ -225,13 +225,13 @@ void CanvasController::forgetDrag()
 void CanvasController::dragStarted()
 {
     mDragStart = mWidgets.frame->pos();
-    mDragged = mSelection.currentObject();
+    mDragged = mShown.currentObject();
     mDragBackground = QImage();
 }
 
 void CanvasController::frameMoving()
 {
-    const clsElement *layer = mSelection.shownLayer();
+    const clsElement *layer = mShown.shownLayer();
     const QImage &picture = mWidgets.canvas->picture();
     if (!mDragged || !layer || picture.isNull())
         return;

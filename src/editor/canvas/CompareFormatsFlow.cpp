@@ -9,6 +9,7 @@
 #include "SkinContext.h"
 #include "SkinFolderListing.h"
 #include "SkinFormatName.h"
+#include "ShownNode.h"
 #include "clsElement.h"
 
 #include <QDir>
@@ -78,7 +79,7 @@ void frmEditor::CompareFormatsCommand()
 
 void frmEditor::followCompare()
 {
-    if (!mCompare || !mShownLayer)
+    if (!mCompare || !mShown->shownLayer())
         return;
-    mCompare->follow(mShownLayer->ElementKey(), mFrameOnObject ? mCurrentNodeKey : QByteArray());
+    mCompare->follow(mShown->shownLayer()->ElementKey(), mShown->frameOnObject() ? mShown->currentNodeKey() : QByteArray());
 }

@@ -16,7 +16,7 @@ class ObjectSetAside
 public:
     explicit ObjectSetAside(const clsElement *object)
         : mOwner(object ? object->owner() : nullptr)
-        , mPosition(mOwner ? mOwner->IndexOf(object) : -1)
+        , mPosition(mOwner ? mOwner->positionOf(object) : -1)
     {
         if (mPosition >= 0)
             mTaken = mOwner->Take(mPosition);

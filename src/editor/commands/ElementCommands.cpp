@@ -27,7 +27,7 @@ void AddElementCommand::redo()
         return;
     }
     const NodeKey parent(mParentKey);
-    mIndex = mDocument.childrenOf(mParentKey)->IndexOf(element);
+    mIndex = mDocument.childrenOf(mParentKey)->positionOf(element);
     mNodeKey = parent.isEmpty() ? NodeKey::block(*element) : parent.child(*element);
     // A new layer is only added to the tree; a new object is shown on its layer.
     if (!mParentKey.isEmpty())
@@ -52,7 +52,7 @@ RemoveElementCommand::RemoveElementCommand(SkinDocument &document, const QByteAr
     const clsElements *collection = document.childrenOf(mParentKey);
     if (!element || !collection)
         return;
-    mIndex = collection->IndexOf(element);
+    mIndex = collection->positionOf(element);
     setText(QStringLiteral("Remove %1").arg(QString::fromLatin1(element->strName())));
 }
 

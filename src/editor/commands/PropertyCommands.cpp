@@ -49,7 +49,7 @@ RemovePropertyCommand::RemovePropertyCommand(SkinDocument &document, const QByte
     mOwnerKey = NodeKey(propertyNodeKey).parent();
     mKey = target.property.Key();
     mValue = target.property.value();
-    mIndex = target.property.Index() - 1;
+    mIndex = target.property.position();
     setText(QStringLiteral("Remove property %1").arg(QString::fromLatin1(mKey)));
 }
 

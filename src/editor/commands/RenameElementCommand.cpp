@@ -14,7 +14,7 @@ RenameElementCommand::RenameElementCommand(SkinDocument &document, const QByteAr
     const clsElement *element = document.elementAt(elementNodeKey);
     const clsElements *collection = document.childrenOf(NodeKey(elementNodeKey).parent());
     // A used layer's key names the layer it uses, which lives elsewhere.
-    if (!element || !collection || collection->IndexOf(element) < 0)
+    if (!element || !collection || collection->positionOf(element) < 0)
         return;
     mOldName = element->strName();
     mOldKey = element->ElementKey();

@@ -52,9 +52,11 @@ clsElement *SkinDocument::elementAt(const QByteArray &nodeKey) const
     return target.found && target.property.isNull() ? target.element : nullptr;
 }
 
+// The empty key is told every time: it is "no node", and it is also the key of
+// a header variable without a name, which is shown each time it is picked.
 void SkinDocument::setCurrent(const QByteArray &nodeKey)
 {
-    if (nodeKey == mCurrentKey)
+    if (nodeKey == mCurrentKey && !nodeKey.isEmpty())
         return;
     mCurrentKey = nodeKey;
     emit currentChanged(nodeKey);
@@ -106,7 +108,7 @@ bool SkinDocument::removeProperty(const QByteArray &ownerKey, QByteArrayView pro
     if (index < 0)
         return false;
     emit propertyAboutToBeRemoved(ownerKey, index);
-    owner->Properties().Remove(index + 1);
+    owner->Properties().removeAt(index);
     emit propertyRemoved(ownerKey, index);
     changeMade();
     return true;
@@ -161,7 +163,7 @@ QByteArray SkinDocument::renameElement(const QByteArray &nodeKey, const QByteArr
 {
     const NodeKey parent = NodeKey(nodeKey).parent();
     clsElements *children = childrenOf(parent);
-    const int index = children ? children->IndexOf(elementAt(nodeKey)) : -1;
+    const int index = children ? children->positionOf(elementAt(nodeKey)) : -1;
     if (index < 0 || (!key.isEmpty() && children->ItemExist(key) && children->indexOf(key) != index))
         return {};
     ChangeBatch batch(*this);

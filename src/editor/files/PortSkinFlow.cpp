@@ -11,6 +11,7 @@
 #include "PortNumbers.h"
 #include "PortReport.h"
 #include "PortSkinDialog.h"
+#include "ShownNode.h"
 #include "ProblemsController.h"
 #include "SkinFormatName.h"
 #include "SkinContext.h"
@@ -78,7 +79,7 @@ void frmEditor::PortSkinCommand()
     }
     const QString format = context.SkinFormat.isEmpty() ? SkinFormatName::fromFileName(context.UiFilePath)
                                                         : context.SkinFormat;
-    PortSkinDialog form(format, pctTmp, this);
+    PortSkinDialog form(format, mShown->picture(), this);
     showModalForm(form);
     if (form.result() != QDialog::Accepted)
         return;

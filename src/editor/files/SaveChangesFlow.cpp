@@ -139,19 +139,19 @@ void SaveChangesFlow::wholeDocumentWritten(const QString &path)
 
 bool SaveChangesFlow::saveChanges()
 {
+    // One plan for the whole save: what pending() finds is what save() writes.
+    SaveChanges saver(mDocument);
     std::vector<SaveChanges::Pending> pending;
     {
         HourglassCursor hourglass;
-        SaveChanges saver(mDocument);
         saver.setFileForNewElements(mFileForNewElements);
-        pending = saver.pending();
+        pending = saver.plan();
     }
     if (mWholeFolder && mFileForNewElements.isEmpty() && needsFileForNewElements(pending)) {
         if (!chooseFileForNewLayers())
             return false;
-        SaveChanges saver(mDocument);
         saver.setFileForNewElements(mFileForNewElements);
-        pending = saver.pending();
+        pending = saver.plan();
     }
     const QStringList problems = problemsOf(pending);
     if (!problems.isEmpty()) {
@@ -168,8 +168,6 @@ bool SaveChangesFlow::saveChanges()
     if (!confirmWriting(pending))
         return false;
 
-    SaveChanges saver(mDocument);
-    saver.setFileForNewElements(mFileForNewElements);
     HourglassCursor hourglass;
     // The bar counts the files written, once every question is answered.
     const bool showProgress = pending.size() > kManyFiles;
@@ -189,6 +187,7 @@ bool SaveChangesFlow::saveChanges()
     });
     hourglass.restore();
     mProgress.end();
+    mLastFinderRuns = saver.finderRuns();
     reportResult(result);
     return result.ok();
 }

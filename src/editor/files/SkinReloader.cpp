@@ -5,7 +5,6 @@
 #include "ReloadBar.h"
 #include "SkinDocument.h"
 #include "SkinFileWatcher.h"
-#include "SkinSources.h"
 #include "clsKorviInterface.h"
 
 #include <QFileInfo>
@@ -54,15 +53,9 @@ SkinReloader::SkinReloader(SkinDocument &document, ObjectTreeModel &tree, QTreeV
     });
 }
 
-void SkinReloader::skinOpened()
+void SkinReloader::skinOpened(const QStringList &files)
 {
     mBar.hide();
-    QStringList files;
-    const SkinSources &sources = mDocument.document().Sources();
-    for (int number = 1; number <= sources.count(); ++number) {
-        if (const SkinSourceFile *file = sources.file(number))
-            files << file->path();
-    }
     mWatcher->watch(files);
 }
 
@@ -85,8 +78,7 @@ void SkinReloader::filesChanged(const QStringList &changed, const QStringList &d
         return;
     }
     reloadKeepingView();
-    if (tell)
-        tell(what + QStringLiteral(": the skin was read again"));
+    emit told(what + QStringLiteral(": the skin was read again"));
 }
 
 void SkinReloader::reloadKeepingView()
@@ -94,8 +86,7 @@ void SkinReloader::reloadKeepingView()
     mBar.hide();
     const QByteArray current = mDocument.currentKey();
     const QList<QByteArray> unfolded = unfoldedKeys();
-    if (reopen)
-        reopen();
+    emit reopenWanted();
     // Parents come before their children in the list, so each is unfolded
     // before its children are looked up.
     for (const QByteArray &key : unfolded) {

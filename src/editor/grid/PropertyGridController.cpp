@@ -10,7 +10,6 @@
 #include "PropertyGridFiller.h"
 #include "PropertyKinds.h"
 #include "ResourceLookup.h"
-#include "ShownSelection.h"
 #include "SkinDocument.h"
 #include "TypedText.h"
 #include "clsKorviInterface.h"
@@ -28,22 +27,16 @@ const QString kImageFilter = QStringLiteral("Korvi Image Files (*.bmp;*.spr)|*.b
 
 PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &document,
                                                const ResourceLookup &lookup, Dialogs &dialogs,
-                                               ShownSelection &selection, QObject *parent)
+                                               QObject *parent)
     : QObject(parent)
     , mGrid(grid)
     , mDocument(document)
     , mLookup(lookup)
     , mDialogs(dialogs)
-    , mSelection(selection)
 {
     setObjectName(QStringLiteral("PropertyGridController"));
     PropertyGridFiller::setUpColumns(grid);
     connect(&grid, &PowGrid::ItemChanged, this, &PropertyGridController::itemChanged);
-    const auto changed = [this](const QByteArray &ownerKey) { propertiesChanged(ownerKey); };
-    connect(&document, &SkinDocument::propertyChanged, this, changed);
-    connect(&document, &SkinDocument::propertyAdded, this, changed);
-    connect(&document, &SkinDocument::propertyRemoved, this, changed);
-    connect(&document, &SkinDocument::changed, this, &PropertyGridController::refillIfStale);
 }
 
 void PropertyGridController::fill(const clsElement &element, const QByteArray &nodeKey)
@@ -58,8 +51,7 @@ void PropertyGridController::setInheritedToggle(QAbstractButton &toggle, const E
     toggle.setChecked(settings.showInherited());
     connect(&toggle, &QAbstractButton::toggled, this, [this, settings](bool checked) {
         settings.setShowInherited(checked);
-        if (const clsElement *current = mSelection.currentObject())
-            fill(*current, mSelection.currentNodeKey());
+        emit rowsWanted();
     });
 }
 
@@ -71,7 +63,7 @@ void PropertyGridController::keepColumnWidths(const EditorSettings &settings)
     // Widths kept for another set of columns are not used.
     if (widths.size() == headers->Count()) {
         for (int c = 0; c < widths.size(); ++c)
-            headers->Item(c + 1)->ColumnWidth = widths.at(c);
+            headers->at(c)->ColumnWidth = widths.at(c);
         mGrid.RedrawGrid();
     }
     connect(&mGrid, &PowGrid::ColumnResized, this, &PropertyGridController::saveColumnWidths,
@@ -107,22 +99,6 @@ void PropertyGridController::applyFilter()
 void PropertyGridController::clear()
 {
     mGrid.Items()->Clear();
-}
-
-void PropertyGridController::propertiesChanged(const QByteArray &ownerKey)
-{
-    const clsElement *current = mSelection.currentObject();
-    if (current && mDocument.elementAt(ownerKey) == current)
-        mStale = true;
-}
-
-// Once the change is whole: a move sets "x" and "y" and fills the grid once.
-void PropertyGridController::refillIfStale()
-{
-    const clsElement *current = mSelection.currentObject();
-    if (mStale && current)
-        fill(*current, mSelection.currentNodeKey());
-    mStale = false;
 }
 
 void PropertyGridController::itemChanged(PowGridItem *item, int column)
@@ -165,14 +141,13 @@ void PropertyGridController::valueCommitted(PowGridItem *item)
     const std::optional<QByteArray> value = TypedText::value(mDialogs, typed);
     if (!value) {
         // The cell shows the value kept, not the one refused.
-        if (const clsElement *current = mSelection.currentObject())
-            fill(*current, mSelection.currentNodeKey());
+        emit rowsWanted();
         return;
     }
     if (*value == old)
         return;
-    // The grid shows the property's owner; that stays the node shown.
-    const QByteArray shown = mSelection.currentNodeKey().isEmpty() ? key : mSelection.currentNodeKey();
+    // The node the user is on stays the current node.
+    const QByteArray shown = mDocument.currentKey().isEmpty() ? key : mDocument.currentKey();
     mDocument.undoStack().push(new SetPropertyValueCommand(mDocument, key, *value, shown));
 }
 
@@ -190,7 +165,7 @@ void PropertyGridController::inheritedValueCommitted(PowGridItem *item)
     const QByteArray inherited = mDocument.document().GetElementValue(name, owner);
     if (value == inherited || (inherited == clsProperty::noValue() && value.isEmpty()))
         return;
-    const QByteArray shown = mSelection.currentNodeKey().isEmpty() ? ownerKey : mSelection.currentNodeKey();
+    const QByteArray shown = mDocument.currentKey().isEmpty() ? ownerKey : mDocument.currentKey();
     ChangeValueCommand::Options options;
     options.id = UndoCommandId::SetPropertyValue;
     options.addMissing = true;

@@ -351,9 +351,8 @@ ObjectTreeNode *ObjectTreeModel::childWithSegment(ObjectTreeNode *node, QByteArr
 
 ObjectTreeNode *ObjectTreeModel::nodeOfKey(const QByteArray &key) const
 {
-    if (key.isEmpty())
-        return nullptr;
-    const QList<QByteArray> segments = NodeKey(key).segments();
+    // The empty key names a header variable without a name, when there is one.
+    const QList<QByteArray> segments = key.isEmpty() ? QList<QByteArray>{ key } : NodeKey(key).segments();
     ObjectTreeNode *at = childWithSegment(mRoot.get(), segments.first());
     if (!at) {
         if (ObjectTreeNode *headers = childWithSegment(mRoot.get(), kHeadersText))

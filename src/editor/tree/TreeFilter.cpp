@@ -102,7 +102,7 @@ void TreeFilter::collectMatches(const QByteArray &needle)
         mMatched.insert(visit.nodeKey);
         for (NodeKey up = NodeKey(visit.nodeKey).parent(); !up.isEmpty(); up = up.parent())
             mAbove.insert(up.bytes());
-        if (!visit.parent && document.Headers().IndexOf(&element) >= 0)
+        if (!visit.parent && document.Headers().positionOf(&element) >= 0)
             mAbove.insert(kHeadersKey);
     });
 }

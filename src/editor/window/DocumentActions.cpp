@@ -26,6 +26,10 @@
 
 namespace {
 
+// The element types offered by "Add Object".
+const char *const kElementTypes[] = { "TEXT", "SPRITE", "BUTTON", "CHECKBOX", "SLIDER",
+                                      "HSCROLLBAR", "LIST", "PUSHBUTTON" };
+
 QAction *entryNamed(QMenu *menu, const QString &name)
 {
     for (QAction *action : menu->actions()) {
@@ -44,6 +48,36 @@ void pushIfValid(QUndoStack &stack, std::unique_ptr<Command> command)
 }
 
 } // namespace
+
+DocumentActions::Menus DocumentActions::createMenus(QWidget &owner)
+{
+    const auto menu = [&owner](const QString &title, const char *name) {
+        auto *created = new QMenu(title, &owner);
+        created->setObjectName(QString::fromLatin1(name));
+        return created;
+    };
+    const auto entry = [](QMenu *in, const QString &text, const char *name) {
+        in->addAction(text)->setObjectName(QString::fromLatin1(name));
+    };
+    Menus menus;
+    menus.property = menu(QStringLiteral("Property"), "mnuProperty");
+    entry(menus.property, QStringLiteral("Remove Property"), "mnuRemoveProperty");
+    menus.layer = menu(QStringLiteral("Layer"), "mnuLayer");
+    QMenu *addObject = menus.layer->addMenu(QStringLiteral("Add Object"));
+    addObject->setObjectName(QStringLiteral("mnuAddObject"));
+    // The type is the entry's data: desktops may put accelerators in its text.
+    for (const char *type : kElementTypes) {
+        QAction *add = addObject->addAction(QString::fromLatin1(type));
+        add->setData(QString::fromLatin1(type));
+        menus.addElement << add;
+    }
+    entry(menus.layer, QStringLiteral("Add New Layer"), "mnuAddLayer");
+    entry(menus.layer, QStringLiteral("Remove Layer"), "mnuRemoveLayer");
+    menus.element = menu(QStringLiteral("Element"), "mnuElement");
+    entry(menus.element, QStringLiteral("Add Property"), "mnuAddProperty");
+    entry(menus.element, QStringLiteral("Remove Object"), "mnuRemoveObject");
+    return menus;
+}
 
 DocumentActions::DocumentActions(SkinDocument &document, ObjectTreeModel &tree, QTreeView &view,
                                  const Menus &menus, Dialogs &dialogs, QObject *parent)
@@ -101,7 +135,7 @@ void DocumentActions::createUndoActions()
 void DocumentActions::connectMenus()
 {
     for (QAction *entry : mMenus.addElement)
-        connect(entry, &QAction::triggered, this, [this, entry] { AddElement(entry->text()); });
+        connect(entry, &QAction::triggered, this, [this, entry] { AddElement(entry->data().toString()); });
     connect(entryNamed(mMenus.layer, QStringLiteral("mnuAddLayer")), &QAction::triggered, this,
             &DocumentActions::AddLayer);
     connect(entryNamed(mMenus.layer, QStringLiteral("mnuRemoveLayer")), &QAction::triggered, this,

@@ -144,7 +144,7 @@ void EditActions::duplicateSelected()
         return;
     const QByteArray parent = NodeKey(key).parent();
     std::vector<PasteElementsCommand::Entry> entries;
-    entries.push_back({ parent, mDocument.childrenOf(parent)->IndexOf(element) + 1,
+    entries.push_back({ parent, mDocument.childrenOf(parent)->positionOf(element) + 1,
                         ElementClipboard::copyOf(*element) });
     mDocument.undoStack().push(new PasteElementsCommand(
         mDocument, std::move(entries), QStringLiteral("Duplicate %1").arg(QString::fromLatin1(element->strName()))));
@@ -171,7 +171,7 @@ void EditActions::paste()
     const clsElement *anchorElement = mDocument.elementAt(anchor);
     const clsElements &layers = mDocument.document().Layers();
     const QByteArray top = anchor.isEmpty() ? QByteArray() : NodeKey(anchor).segments().first();
-    const int topIndex = layers.IndexOf(mDocument.elementAt(top));
+    const int topIndex = layers.positionOf(mDocument.elementAt(top));
 
     QByteArray objectsParent;
     int objectsIndex = -1;
@@ -181,7 +181,7 @@ void EditActions::paste()
     } else if (anchorElement && !NodeKey(anchor).parent().isEmpty()) {
         objectsParent = NodeKey(anchor).parent();
         const clsElements *siblings = mDocument.childrenOf(objectsParent);
-        objectsIndex = siblings ? siblings->IndexOf(anchorElement) + 1 : -1;
+        objectsIndex = siblings ? siblings->positionOf(anchorElement) + 1 : -1;
     }
     if (!pasted.objects.empty() && objectsIndex < 0) {
         mDialogs.message(title, QStringLiteral("Select a layer or an object to paste objects into."),

@@ -3,109 +3,49 @@
 
 #include "ApplicationInfo.h"
 #include "CanvasController.h"
-#include "CanvasSize.h"
-#include "Dialogs.h"
+#include "CanvasPane.h"
 #include "DocumentActions.h"
 #include "EditActions.h"
 #include "EditorSettings.h"
+#include "FileCommands.h"
 #include "FileDropOpener.h"
 #include "GridStepSetting.h"
-#include "HourglassCursor.h"
-#include "LayerRenderer.h"
-#include "MovableShape.h"
-#include "NodeKey.h"
+#include "MainToolbar.h"
 #include "ObjectTreeModel.h"
-#include "PowGrid.h"
 #include "ProblemsController.h"
 #include "PropertyGridController.h"
+#include "PropertyPane.h"
 #include "ReloadBar.h"
 #include "RenderSetup.h"
-#include "PictureExport.h"
-#include "RecentFiles.h"
 #include "SaveChangesFlow.h"
-#include "StatusProgress.h"
 #include "SettingsFile.h"
+#include "ShownNode.h"
 #include "SkinCanvas.h"
 #include "SkinContext.h"
 #include "SkinDocument.h"
-#include "SkinFileNames.h"
-#include "SkinFolderListing.h"
-#include "SkinLoader.h"
+#include "SkinOpener.h"
 #include "SkinReloader.h"
-#include "SkinReadError.h"
 #include "Splitter.h"
+#include "StatusProgress.h"
 #include "TextBoxInfoSink.h"
 #include "ToolbarImages.h"
 #include "TreeFilter.h"
-#include "UiFileReader.h"
-#include "UiFileWriter.h"
-#include "clsKorviInterface.h"
+#include "TreeFollower.h"
 #include "frmAbout.h"
 #include "frmSettings.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QDir>
-#include <QFileInfo>
-#include <new>
-#include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProgressBar>
-#include <QScrollArea>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
 #include <QUndoStack>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
-
-namespace {
-
-// A folder holding more than this shows a progress bar while it is read.
-constexpr qint64 kLargeFolderBytes = 2 * 1024 * 1024;
-
-const QString kSkinFilter = QStringLiteral("User Interface File Korvi8|*.ui");
-
-struct ButtonSpec
-{
-    const char *key;
-    const char *caption;
-    const char *toolTip;
-};
-
-const ButtonSpec kButtons[] = {
-    { "Open", "Open", "Open Template File" },
-    { "Dir", "All", "Open All Template Directory" },
-    { "Save", "Save", "Save Skin" },
-    { "Lock", "Move", "Lock move" },
-    { "Settings", "Settings", "Edit General Settings" },
-    { "Prev", "Prev", "Previous Layer" },
-    { "Next", "Next", "Next Layer" },
-    { "About", "About", "About" },
-};
-
-// The element types offered by "Add Object". Entry 0 is the one the menu always
-// has; the others are made at start-up.
-const char *const kFirstElementType = "TEXT";
-const char *const kMoreElementTypes[] = { "SPRITE", "BUTTON", "CHECKBOX", "SLIDER",
-                                          "HSCROLLBAR", "LIST", "PUSHBUTTON" };
-
-// A message box must not show the hourglass of the command that asks it.
-Dialogs::Button askWithArrow(Dialogs &dialogs, const QString &title, const QString &text,
-                             Dialogs::Icon icon, Dialogs::Buttons buttons = Dialogs::Buttons::Ok)
-{
-    QApplication::setOverrideCursor(Qt::ArrowCursor);
-    const Dialogs::Button answer = dialogs.message(title, text, icon, buttons);
-    QApplication::restoreOverrideCursor();
-    return answer;
-}
-
-} // namespace
 
 frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     : QMainWindow(parent)
@@ -153,7 +93,6 @@ void frmEditor::createControls()
     createToolbar();
     createPanes();
     createStatusBar();
-    createMenus();
 
     mInfoSink = std::make_unique<TextBoxInfoSink>(txtInfo);
     mRendering = std::make_unique<RenderSetup>(mEnv.document, mEnv.context, *mInfoSink);
@@ -164,8 +103,15 @@ void frmEditor::createControls()
 
 void frmEditor::createControllers()
 {
-    mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects,
-                                   { mnuProperty, mnuLayer, mnuElement, mnuAddElement }, mEnv.dialogs, this);
+    // What the current node shows follows the document, as the tree does.
+    mShown = new ShownNode(*mSkin, *mTree, *mRendering, { pctTemplate, mshObject, button(QStringLiteral("Lock")) },
+                           this);
+    connect(mShown, &ShownNode::nodeTextChanged, mPanels.at(0), &QLabel::setText);
+    connect(mShown, &ShownNode::layerNameChanged, mPanels.at(1), &QLabel::setText);
+    connect(mShown, &ShownNode::shown, this, &frmEditor::followCompare);
+    new TreeFollower(*tvwObjects, *mTree, *mSkin, this);
+    mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects, DocumentActions::createMenus(*this), mEnv.dialogs,
+                                   this);
     mProgress = new StatusProgress(this);
     mSaveFlow = new SaveChangesFlow(*mSkin, mEnv.document, mEnv.dialogs, *mProgress, this);
     mActions->save = [this] { SaveCommand(); };
@@ -180,7 +126,7 @@ void frmEditor::createControllers()
     stbMain->addPermanentWidget(mProgress->bar());
 
     mCanvas = new CanvasController({ pctTemplate, mshObject, canvasArea, button(QStringLiteral("Lock")) },
-                                   mRendering->renderer, *mSkin, *this, this);
+                                   mRendering->renderer, *mSkin, *mShown, this);
     QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
     view->setObjectName(QStringLiteral("mnuView"));
     mCanvas->addZoomActions(*view);
@@ -190,7 +136,11 @@ void frmEditor::createControllers()
         ->setObjectName(QStringLiteral("mnuCompareFormats"));
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
-    mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, *this, this);
+    mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, this);
+    connect(mShown, &ShownNode::rowsWanted, mGrid,
+            [this](const clsElement *element, const QByteArray &nodeKey) { mGrid->fill(*element, nodeKey); });
+    connect(mShown, &ShownNode::rowsCleared, mGrid, &PropertyGridController::clear);
+    connect(mGrid, &PropertyGridController::rowsWanted, mShown, &ShownNode::refillGrid);
     mGrid->keepColumnWidths(EditorSettings(mEnv.settings));
     mGrid->setFilterField(*txtPropertyFilter);
     mGrid->setInheritedToggle(*chkInherited, EditorSettings(mEnv.settings));
@@ -199,86 +149,44 @@ void frmEditor::createControllers()
 
 void frmEditor::createFileMenu()
 {
-    QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
-    file->setObjectName(QStringLiteral("mnuFile"));
-    const auto add = [this, file](const char *name, const QString &text, const QKeySequence &keys, auto command) {
-        QAction *action = file->addAction(text, this, command);
-        action->setObjectName(QString::fromLatin1(name));
-        action->setShortcut(keys);
-        return action;
-    };
-    add("mnuOpen", QStringLiteral("&Open..."), QKeySequence::Open, &frmEditor::OpenCommand);
-    add("mnuOpenFolder", QStringLiteral("Open &Folder..."), QKeySequence(), &frmEditor::DirCommand);
-    QMenu *recent = file->addMenu(QStringLiteral("Recent &Files"));
-    recent->setObjectName(QStringLiteral("mnuRecent"));
-    mRecent = new RecentFiles(EditorSettings(mEnv.settings), recent, this);
-    connect(mRecent, &RecentFiles::openRequested, this, &frmEditor::openRecent);
-    file->addSeparator();
-    add("mnuSaveChanges", QStringLiteral("&Save Changes"), QKeySequence(Qt::CTRL | Qt::Key_S),
-        &frmEditor::SaveChangesCommand)->setEnabled(false);
-    add("mnuSaveAs", QStringLiteral("Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
-        &frmEditor::SaveCommand)->setEnabled(false);
-    file->addSeparator();
-    add("mnuExportPicture", QStringLiteral("&Export Picture..."), QKeySequence(), &frmEditor::ExportPictureCommand);
-    add("mnuPortSkin", QStringLiteral("&Port Skin..."), QKeySequence(), &frmEditor::PortSkinCommand);
-    file->addSeparator();
-    add("mnuQuit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &QWidget::close);
-}
-
-// A recent file opens as Open opens it, a recent folder as Open Folder.
-void frmEditor::openRecent(const QString &path)
-{
-    if (!mActions->mayDiscardChanges())
-        return;
-    if (QFileInfo(path).isDir())
-        openSkinFolder(path);
-    else
-        openSkinFile(path);
+    mFiles = new FileCommands(mEnv, { *mSkin, *mActions, *mSaveFlow, *mProgress, *mShown }, this);
+    mFiles->addMenuTo(*menuBar(), *this);
+    mOpener = &mFiles->opener();
+    connect(mOpener, &SkinOpener::aboutToOpen, this, [this] {
+        mShown->HideMovingTool();
+        mShown->clear();
+        mCanvas->forgetDrag();
+    });
+    connect(mFiles, &FileCommands::titleChanged, this, &frmEditor::setTitle);
+    connect(mFiles, &FileCommands::portSkinChosen, this, &frmEditor::PortSkinCommand);
+    connect(mOpener, &SkinOpener::opened, this, &frmEditor::skinOpened);
+    connect(mFiles, &FileCommands::wholeSkinSaved, this, [this] {
+        mActions->markSaved();
+        mReloader->skinSaved();
+    });
 }
 
 // The skin's files on disk, and files dropped on the window.
 void frmEditor::createWatchers()
 {
     mReloader = new SkinReloader(*mSkin, *mTree, *tvwObjects, *mReloadBar, this);
-    mReloader->reopen = [this] {
-        if (mOpenedFolder)
-            openSkinFolder(mOpenedPath);
-        else
-            openSkinFile(mOpenedPath);
-    };
-    mReloader->tell = [this](const QString &text) { stbMain->showMessage(text, 10000); };
+    connect(mReloader, &SkinReloader::reopenWanted, mOpener, &SkinOpener::reopen);
+    connect(mReloader, &SkinReloader::told, this, [this](const QString &text) { stbMain->showMessage(text, 10000); });
     mDropOpener = new FileDropOpener(*this);
     mDropOpener->mayDiscardChanges = [this] { return mActions->mayDiscardChanges(); };
     mDropOpener->openFile = [this](const QString &file) { openSkinFile(file); };
     mDropOpener->openFolder = [this](const QString &folder) { openSkinFolder(folder); };
 }
 
-// The views follow the document: a new current node is shown whole; a change
-// redraws the canvas, and refills the grid when it touched the current object.
 void frmEditor::followDocument()
 {
-    connect(mSkin, &SkinDocument::currentChanged, this, &frmEditor::showCurrent);
-    connect(mSkin, &SkinDocument::changed, this, &frmEditor::redrawAfterChange);
-    connect(mSkin, &SkinDocument::contextChanged, this, &frmEditor::redrawAfterChange);
     // The history is clean exactly when the skin is as last opened or saved.
     connect(&mSkin->undoStack(), &QUndoStack::cleanChanged, this, [this](bool clean) { setWindowModified(!clean); });
 }
 
 void frmEditor::createToolbar()
 {
-    tlbMain = new QToolBar(QStringLiteral("tlbMain"), this);
-    tlbMain->setObjectName(QStringLiteral("tlbMain"));
-    tlbMain->setMovable(false);
-    tlbMain->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    tlbMain->setIconSize(QSize(24, 24));
-    for (const ButtonSpec &spec : kButtons) {
-        const QString key = QString::fromLatin1(spec.key);
-        QAction *action = tlbMain->addAction(QString::fromLatin1(spec.caption));
-        action->setObjectName(key);
-        action->setToolTip(QString::fromLatin1(spec.toolTip));
-        action->setIcon(imlMain->image(key == QLatin1String("Lock") ? QStringLiteral("LockOff") : key));
-        action->setCheckable(key == QLatin1String("Lock"));
-    }
+    tlbMain = MainToolbar::create(*this, *imlMain);
     addToolBar(Qt::TopToolBarArea, tlbMain);
     connect(tlbMain, &QToolBar::actionTriggered, this, &frmEditor::tlbMain_ButtonClick);
 }
@@ -292,41 +200,20 @@ void frmEditor::createPanes()
     // rows to place its scroll bar.
     tvwObjects->setUniformRowHeights(true);
     tvwObjects->setModel(mTree);
-    connect(tvwObjects->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &frmEditor::treeCurrentChanged);
 
-    pgrProperty = new PowGrid;
-    pgrProperty->setObjectName(QStringLiteral("pgrProperty"));
-    txtPropertyFilter = new QLineEdit;
-    txtPropertyFilter->setObjectName(QStringLiteral("txtPropertyFilter"));
-    txtPropertyFilter->setPlaceholderText(QStringLiteral("Filter properties"));
-    txtPropertyFilter->setClearButtonEnabled(true);
-    auto *propertyPane = new QWidget;
-    auto *propertyLayout = new QVBoxLayout(propertyPane);
-    propertyLayout->setContentsMargins(0, 0, 0, 0);
-    propertyLayout->setSpacing(2);
-    chkInherited = new QCheckBox(QStringLiteral("Inherited"));
-    chkInherited->setObjectName(QStringLiteral("chkInherited"));
-    chkInherited->setToolTip(QStringLiteral("Also list the values taken from templates and font types"));
-    auto *filterLine = new QHBoxLayout;
-    filterLine->addWidget(txtPropertyFilter);
-    filterLine->addWidget(chkInherited);
-    propertyLayout->addLayout(filterLine);
-    propertyLayout->addWidget(pgrProperty);
-
-    pctTemplate = new SkinCanvas;
-    pctTemplate->setObjectName(QStringLiteral("pctTemplate"));
-    mshObject = new MovableShape(pctTemplate);
-    mshObject->setObjectName(QStringLiteral("mshObject"));
-    mshObject->hide();
+    const PropertyPane properties = PropertyPane::create();
+    pgrProperty = properties.grid;
+    txtPropertyFilter = properties.filter;
+    chkInherited = properties.inherited;
+    // The bar that asks about files changed on disk stands above the canvas.
+    mReloadBar = new ReloadBar;
+    const CanvasPane canvas = CanvasPane::create(mReloadBar);
+    pctTemplate = canvas.canvas;
+    mshObject = canvas.frame;
+    canvasArea = canvas.area;
     connect(pctTemplate, &SkinCanvas::mouseMovedTo, this, [this](QPoint p) {
-        setStatus(3, QStringLiteral("X:%1 Y:%2").arg(p.x()).arg(p.y()));
+        mPanels.at(2)->setText(QStringLiteral("X:%1 Y:%2").arg(p.x()).arg(p.y()));
     });
-    canvasArea = new QScrollArea;
-    canvasArea->setObjectName(QStringLiteral("canvasArea"));
-    canvasArea->setWidget(pctTemplate);
-    canvasArea->setWidgetResizable(false);
-    canvasArea->setBackgroundRole(QPalette::Dark);
 
     txtInfo = new QPlainTextEdit;
     txtInfo->setObjectName(QStringLiteral("txtInfo"));
@@ -337,22 +224,13 @@ void frmEditor::createPanes()
     splProperty->setObjectName(QStringLiteral("splProperty"));
     splProperty->setSplitterOrientation(Splitter::OneAboveTheOther);
     mTreeFilter = new TreeFilter(*tvwObjects, *mTree, *mSkin, this);
-    splProperty->setControls(mTreeFilter->pane(), propertyPane);
+    splProperty->setControls(mTreeFilter->pane(), properties.pane);
     splProperty->setSplitterPosition(6600);
 
     splInfo = new Splitter;
     splInfo->setObjectName(QStringLiteral("splInfo"));
     splInfo->setSplitterOrientation(Splitter::OneAboveTheOther);
-    // The bar that asks about files changed on disk stands above the canvas.
-    mReloadBar = new ReloadBar;
-    auto *canvasPane = new QWidget;
-    canvasPane->setObjectName(QStringLiteral("canvasPane"));
-    auto *canvasLayout = new QVBoxLayout(canvasPane);
-    canvasLayout->setContentsMargins(0, 0, 0, 0);
-    canvasLayout->setSpacing(0);
-    canvasLayout->addWidget(mReloadBar);
-    canvasLayout->addWidget(canvasArea, 1);
-    splInfo->setControls(canvasPane, txtInfo);
+    splInfo->setControls(canvas.pane, txtInfo);
     splInfo->setSplitterPosition(7800);
 
     splMain = new Splitter(this);
@@ -363,8 +241,8 @@ void frmEditor::createPanes()
     setCentralWidget(splMain);
 
     // A moved bar changes what the canvas shows of the layer: draw it again.
-    connect(splMain, &Splitter::EndResize, this, &frmEditor::RefreshCanvas);
-    connect(splInfo, &Splitter::EndResize, this, &frmEditor::RefreshCanvas);
+    connect(splMain, &Splitter::EndResize, this, [this] { mShown->RefreshCanvas(); });
+    connect(splInfo, &Splitter::EndResize, this, [this] { mShown->RefreshCanvas(); });
 }
 
 void frmEditor::createStatusBar()
@@ -381,46 +259,14 @@ void frmEditor::createStatusBar()
     setStatusBar(stbMain);
 }
 
-void frmEditor::createMenus()
-{
-    mnuProperty = new QMenu(QStringLiteral("Property"), this);
-    mnuProperty->setObjectName(QStringLiteral("mnuProperty"));
-    mnuProperty->addAction(QStringLiteral("Remove Property"))->setObjectName(QStringLiteral("mnuRemoveProperty"));
-
-    mnuLayer = new QMenu(QStringLiteral("Layer"), this);
-    mnuLayer->setObjectName(QStringLiteral("mnuLayer"));
-    mnuAddObject = mnuLayer->addMenu(QStringLiteral("Add Object"));
-    mnuAddObject->setObjectName(QStringLiteral("mnuAddObject"));
-    mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(kFirstElementType));
-    for (const char *type : kMoreElementTypes)
-        mnuAddElement << mnuAddObject->addAction(QString::fromLatin1(type));
-    mnuLayer->addAction(QStringLiteral("Add New Layer"))->setObjectName(QStringLiteral("mnuAddLayer"));
-    mnuLayer->addAction(QStringLiteral("Remove Layer"))->setObjectName(QStringLiteral("mnuRemoveLayer"));
-
-    mnuElement = new QMenu(QStringLiteral("Element"), this);
-    mnuElement->setObjectName(QStringLiteral("mnuElement"));
-    mnuElement->addAction(QStringLiteral("Add Property"))->setObjectName(QStringLiteral("mnuAddProperty"));
-    mnuElement->addAction(QStringLiteral("Remove Object"))->setObjectName(QStringLiteral("mnuRemoveObject"));
-}
-
 QAction *frmEditor::button(const QString &key) const
 {
-    for (QAction *action : tlbMain->actions()) {
-        if (action->objectName() == key)
-            return action;
-    }
-    return nullptr;
+    return MainToolbar::button(*tlbMain, key);
 }
 
 QString frmEditor::statusText(int panel) const
 {
     return panel >= 1 && panel <= mPanels.size() ? mPanels.at(panel - 1)->text() : QString();
-}
-
-void frmEditor::setStatus(int panel, const QString &text)
-{
-    if (panel >= 1 && panel <= mPanels.size())
-        mPanels.at(panel - 1)->setText(text);
 }
 
 void frmEditor::setTitle(const QString &name)
@@ -451,187 +297,56 @@ void frmEditor::tlbMain_ButtonClick(QAction *button)
 
 void frmEditor::OpenCommand()
 {
-    if (!mActions->mayDiscardChanges())
-        return;
-    const QString start = mEnv.context.UiFilePath.isEmpty()
-        ? mEnv.context.SkinDirectory
-        : QFileInfo(mEnv.context.UiFilePath).absolutePath();
-    const QString path = mEnv.dialogs.openFileName(QStringLiteral("Open Template File"), start, kSkinFilter);
-    if (path.isEmpty())
-        return;
-    openSkinFile(path);
+    mFiles->open();
 }
 
 void frmEditor::openSkinFile(const QString &path)
 {
-    ClearDocument();
-    HourglassCursor hourglass;
-    const QFileInfo file(path);
-    mOpenedPath = file.absoluteFilePath();
-    mOpenedFolder = false;
-    setTitle(file.fileName());
-    SkinContext context = mSkin->context();
-    const QString format = SkinLoader::skinFormatFromFileName(path);
-    if (!format.isEmpty())
-        context.SkinFormat = format;
-    context.UiFilePath = file.absoluteFilePath();
-    mSkin->setContext(context);
-    mSaveFlow->openedFile(context.UiFilePath);
-    mRecent->add(path);
-    mSkin->reload([this, &path](clsKorviInterface &document) {
-        SkinLoader::openSkinFile(document, path, [this](const SkinReadError &error) {
-            reportReadError(error.file(), error.line(), error.message());
-        });
-    });
-    finishLoading();
+    mOpener->openFile(path);
 }
 
 void frmEditor::DirCommand()
 {
-    if (!mActions->mayDiscardChanges())
-        return;
-    const QString folder = mEnv.dialogs.folder(QStringLiteral("Select Skin ui Directory"),
-                                               mEnv.context.SkinDirectory);
-    if (folder.isEmpty())
-        return;
-    openSkinFolder(folder);
+    mFiles->openFolder();
 }
 
 void frmEditor::openSkinFolder(const QString &folder)
 {
-    ClearDocument();
-    HourglassCursor hourglass;
-    mOpenedPath = QFileInfo(folder).absoluteFilePath();
-    mOpenedFolder = true;
-    setTitle(folder);
-
-    // Everything is read as part of the skin here, the shared scheme and the
-    // common files included, unlike Open, which marks templates as imported.
-    SkinContext context = mSkin->context();
-    mSaveFlow->openedFolder(folder);
-    mRecent->add(folder);
-    mSkin->reload([this, &folder, &context](clsKorviInterface &) {
-        QString lastFile;
-        const QStringList files = SkinFolderListing::uiFilesIn(folder);
-        mProgress->beginFiles(files, kLargeFolderBytes);
-        for (const QString &file : files) {
-            readSkinFile(file, false);
-            mProgress->fileDone(file);
-            const QString format = SkinLoader::skinFormatFromFileName(file);
-            if (!format.isEmpty())
-                context.SkinFormat = format;
-            lastFile = file;
-        }
-        // The pictures of the skin are looked up from its ui folder, and saving
-        // offers the last file of the folder.
-        context.UiFilePath = lastFile.isEmpty() ? QDir(folder).filePath(QStringLiteral("skin.ui"))
-                                                : QFileInfo(lastFile).absoluteFilePath();
-        const QString scheme = QDir::cleanPath(folder + QStringLiteral("/../main_scheme.ui"));
-        if (SkinFileNames::FileExists(scheme))
-            readSkinFile(scheme, false);
-        const QString common = QDir::cleanPath(folder + QStringLiteral("/../../common/ui"));
-        for (const QString &file : SkinFolderListing::uiFilesIn(common))
-            readSkinFile(file, false);
-        mProgress->end();
-    });
-    mSkin->setContext(context);
-    finishLoading();
+    mOpener->openFolder(folder);
 }
 
-bool frmEditor::readSkinFile(const QString &path, bool imported)
-{
-    try {
-        ReadUiFile(mEnv.document, path, imported);
-        return true;
-    } catch (const SkinReadError &error) {
-        reportReadError(error.file(), error.line(), error.message());
-    } catch (const std::bad_alloc &) {
-        // What was read of the file stays, marked as read in part, so that
-        // it is never saved over the whole file.
-        reportReadError(path, 0, QStringLiteral("not enough memory to read %1 (%2 MB)")
-                                     .arg(path).arg((QFileInfo(path).size() + (1 << 20) - 1) >> 20));
-    }
-    return false;
-}
-
-// What was read before the line stays in the document, and the other files are
-// still read.
-void frmEditor::reportReadError(const QString &file, qint64 line, const QString &message)
-{
-    mSaveFlow->noteReadError(file, line);
-    mReadingErrors.append(SkinReadError(file, line, message));
-    askWithArrow(mEnv.dialogs, QStringLiteral("Read Skin File"),
-                 QStringLiteral("Error reading %1, line %2:\r\n%3").arg(file).arg(line).arg(message),
-                 Dialogs::Icon::Warning);
-}
-
-void frmEditor::ClearDocument()
-{
-    HideMovingTool();
-    clearSelectionDisplay();
-    mCanvas->forgetDrag();
-    mReadingErrors.clear();
-    mSkin->reload({});
-}
-
-void frmEditor::finishLoading()
+// The canvas shows the skin's background until a node is chosen.
+void frmEditor::skinOpened()
 {
     mRendering->fonts.loadSkinFonts(mEnv.context);
-    // The canvas shows the skin's background until a node is chosen.
-    DrawLayer(nullptr);
+    mShown->DrawLayer(nullptr);
     button(QStringLiteral("Save"))->setEnabled(true);
     for (const char *name : { "mnuSaveChanges", "mnuSaveAs" })
         findChild<QAction *>(QString::fromLatin1(name))->setEnabled(true);
-    mProblems->skinOpened(mReadingErrors, mOpenedFolder);
-    mReloader->skinOpened();
+    mProblems->skinOpened(mOpener->readingErrors(), mOpener->openedFolder());
+    mReloader->skinOpened(mOpener->plan().paths());
 }
 
 void frmEditor::SaveCommand()
 {
-    if (!mSaveFlow->mayWriteWholeDocument())
-        return;
-    const QString path = mEnv.dialogs.saveFileName(QStringLiteral("Save Skin"),
-                                                   mSaveFlow->saveAsStart(mEnv.context.UiFilePath), kSkinFilter);
-    if (path.isEmpty())
-        return;
-    if (SkinFileNames::FileExists(path)) {
-        const auto answer = mEnv.dialogs.message(QStringLiteral("Save File"),
-                                                 QStringLiteral("File already exists, do you want to overwrite?"),
-                                                 Dialogs::Icon::Question, Dialogs::Buttons::YesNo);
-        if (answer != Dialogs::Button::Yes)
-            return;
-    }
-    setTitle(QFileInfo(path).fileName());
-    HourglassCursor hourglass;
-    const bool saved = WriteUiFile(mEnv.document, path, [this](const QString &message) {
-        askWithArrow(mEnv.dialogs, ApplicationInfo::windowTitle(), message, Dialogs::Icon::Warning);
-    });
-    hourglass.restore();
-    if (saved) {
-        mSaveFlow->wholeDocumentWritten(path);
-        mActions->markSaved();
-        mReloader->skinSaved();
-        mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));
-    }
+    mFiles->saveAs();
 }
 
 void frmEditor::SaveChangesCommand()
 {
-    mSaveFlow->saveChanges();
+    mFiles->saveChanges();
 }
 
 void frmEditor::ExportPictureCommand()
 {
-    const QString start = mEnv.context.UiFilePath.isEmpty() ? mEnv.context.SkinDirectory
-                                                            : QFileInfo(mEnv.context.UiFilePath).absolutePath();
-    PictureExport::ask(mEnv.dialogs, pctTmp, start);
+    mFiles->exportPicture();
 }
 
 void frmEditor::LockCommand()
 {
     QAction *lock = button(QStringLiteral("Lock"));
     lock->setIcon(imlMain->image(lock->isChecked() ? QStringLiteral("LockOn") : QStringLiteral("LockOff")));
-    PositionMovingTool();
+    mShown->PositionMovingTool();
 }
 
 void frmEditor::SettingsCommand()
@@ -669,250 +384,14 @@ void frmEditor::closeEvent(QCloseEvent *event)
     QMainWindow::closeEvent(event);
 }
 
-// ---- selection and drawing ----------------------------------------------------------
-
-// A node chosen in the tree becomes the document's current node. Two nodes
-// may share a key (header variables without a name): the node is shown anyway.
-void frmEditor::treeCurrentChanged(const QModelIndex &current)
-{
-    if (mFollowingCurrent)
-        return;
-    const QByteArray key = mTree->nodeKey(current);
-    if (key == mSkin->currentKey())
-        NodeClick(current);
-    else
-        mSkin->setCurrent(key);
-}
-
-// A new current node: the tree shows it selected, and it is shown whole.
-void frmEditor::showCurrent(const QByteArray &nodeKey)
-{
-    const QModelIndex node = mTree->indexOfKey(nodeKey);
-    if (tvwObjects->currentIndex() != node) {
-        mFollowingCurrent = true;
-        for (QModelIndex up = node.parent(); up.isValid(); up = up.parent())
-            tvwObjects->expand(up);
-        tvwObjects->setCurrentIndex(node);
-        tvwObjects->scrollTo(node);
-        mFollowingCurrent = false;
-    }
-    NodeClick(node);
-}
-
-void frmEditor::selectNodeKey(const QByteArray &nodeKey)
-{
-    const QModelIndex node = mTree->indexOfKey(nodeKey);
-    if (node.isValid())
-        selectNode(node);
-}
+// ---- what is shown -------------------------------------------------------------------
 
 void frmEditor::selectNode(const QModelIndex &node)
 {
-    for (QModelIndex up = node.parent(); up.isValid(); up = up.parent())
-        tvwObjects->expand(up);
-    if (tvwObjects->currentIndex() == node)
-        NodeClick(node);
-    else
-        tvwObjects->setCurrentIndex(node);
-    tvwObjects->scrollTo(node);
+    mSkin->setCurrent(mTree->nodeKey(node));
 }
 
 void frmEditor::NodeClick(const QModelIndex &node)
 {
-    HideMovingTool();
-    const QByteArray key = mTree->nodeKey(node);
-    const NodeTarget target = mTree->resolve(node);
-    const bool header = node.isValid() && mTree->nodeKind(node.parent()) == ObjectTreeNode::Headers;
-    // Dispatched on the node's own letter, the one of its last segment: a
-    // text in a layer ("Lui_Main|EtxtTitle") is an object, not the layer. A
-    // node whose key names nothing is passed over.
-    switch (mTree->nodeLetter(node)) {
-    case 'L':
-    case 'U':
-    case 'S':
-        if (target.element)
-            showTopLevel(node, target.element, false);
-        break;
-    case 'T':
-        if (target.element)
-            showTopLevel(node, target.element, true);
-        break;
-    case 'E':
-        if (target.element)
-            showElement(node, target.element);
-        break;
-    case 'P':
-        NodeClick(node.parent());
-        break;
-    default:
-        clearSelectionDisplay();
-        // A header variable has no picture, but its values are still shown.
-        if (header && target.element) {
-            mCurrentObject = target.element;
-            mCurrentNodeKey = key;
-            fillGrid(*target.element, key);
-        }
-        break;
-    }
-}
-
-// A layer, state or used layer is drawn with its background and used layers; a
-// template is drawn alone over the default background.
-void frmEditor::showTopLevel(const QModelIndex &node, clsElement *element, bool isTemplate)
-{
-    mCurrentObject = element;
-    mCurrentNodeKey = mTree->nodeKey(node);
-    mShownLayerKey = mCurrentNodeKey;
-    mTemplateShown = isTemplate;
-    mFrameOnObject = false;
-    mRendering->renderer.setHighlighted(nullptr);
-    if (isTemplate)
-        drawTemplateAlone(element);
-    else
-        DrawLayer(element);
-    setStatus(1, mTree->nodeText(node));
-    setStatus(2, QString::fromLatin1(element->strName()));
-    fillGrid(*element, mCurrentNodeKey);
-}
-
-void frmEditor::showElement(const QModelIndex &node, clsElement *element)
-{
-    const QByteArray key = mTree->nodeKey(node);
-    // The object is shown over its own layer (or template): when another one is
-    // on the canvas, the parent node is shown first.
-    const bool layerShown = NodeKey(mShownLayerKey).isAncestorOf(NodeKey(key)) && mShownLayer;
-    if (!layerShown)
-        NodeClick(node.parent());
-    HideMovingTool();
-    mCurrentObject = element;
-    mCurrentNodeKey = key;
-    mFrameOnObject = true;
-    RefreshCanvas();
-    setStatus(1, mTree->nodeText(node));
-}
-
-void frmEditor::clearSelectionDisplay()
-{
-    mCurrentObject = nullptr;
-    mShownLayer = nullptr;
-    mCurrentNodeKey.clear();
-    mShownLayerKey.clear();
-    mTemplateShown = false;
-    mFrameOnObject = false;
-    mRendering->renderer.setHighlighted(nullptr);
-    mRendering->renderer.forgetDrawnObjects();
-    pctTemplate->clearPicture();
-    pctTmp = QImage();
-    mGrid->clear();
-    for (int panel = 1; panel <= 2; ++panel)
-        setStatus(panel, QString());
-}
-
-void frmEditor::fillGrid(const clsElement &element, const QByteArray &nodeKey)
-{
-    mGrid->fill(element, nodeKey);
-}
-
-QImage frmEditor::freshCanvas()
-{
-    QImage canvas(CanvasSize::forSkin(mEnv.context, mRendering->cache), QImage::Format_RGB32);
-    canvas.fill(Qt::black);
-    return canvas;
-}
-
-void frmEditor::DrawLayer(const clsElement *layer)
-{
-    pctTmp = freshCanvas();
-    mRendering->renderer.DrawLayer(layer, pctTmp);
-    mShownLayer = layer;
-    pctTemplate->setPicture(pctTmp);
-}
-
-void frmEditor::DrawSingleLayer(const clsElement *layer)
-{
-    if (pctTmp.isNull())
-        pctTmp = freshCanvas();
-    mRendering->renderer.DrawSingleLayer(layer, pctTmp);
-    pctTemplate->setPicture(pctTmp);
-}
-
-// The default background with the template alone on it.
-void frmEditor::drawTemplateAlone(const clsElement *tpl)
-{
-    pctTmp = freshCanvas();
-    mRendering->renderer.DrawLayer(nullptr, pctTmp);
-    mRendering->renderer.DrawElement(tpl, pctTmp, 0, 0, false);
-    mShownLayer = tpl;
-    pctTemplate->setPicture(pctTmp);
-}
-
-void frmEditor::RefreshCanvas()
-{
-    if (!mShownLayer)
-        return;
-    drawShown();
-    if (mFrameOnObject)
-        PositionMovingTool();
-}
-
-void frmEditor::drawShown()
-{
-    const clsElement *object = mFrameOnObject ? mCurrentObject : nullptr;
-    mRendering->renderer.setHighlighted(object);
-    if (mTemplateShown)
-        drawTemplateAlone(mShownLayer);
-    else
-        DrawLayer(mShownLayer);
-    // An object the layer does not draw itself (one inside another object, or
-    // inside a template) is drawn over the picture.
-    if (object && mRendering->renderer.boxOf(object) == DrawnBox()) {
-        mRendering->renderer.DrawElement(object, pctTmp, 0, 0, true);
-        pctTemplate->setPicture(pctTmp);
-    }
-    followCompare();
-}
-
-// What is shown is looked up again by its keys: the change may have taken it
-// out of the document.
-void frmEditor::redrawAfterChange()
-{
-    if (!mShownLayer)
-        return;
-    const clsElement *layer = mSkin->elementAt(mShownLayerKey);
-    clsElement *object = mSkin->elementAt(mCurrentNodeKey);
-    if (!layer || (mFrameOnObject && !object)) {
-        clearSelectionDisplay();
-        return;
-    }
-    mShownLayer = layer;
-    mCurrentObject = object;
-    drawShown();
-    placeMovingTool();
-}
-
-void frmEditor::PositionMovingTool()
-{
-    if (!mCurrentObject)
-        return;
-    mGrid->clear();
-    placeMovingTool();
-    fillGrid(*mCurrentObject, mCurrentNodeKey);
-}
-
-void frmEditor::placeMovingTool()
-{
-    if (!mCurrentObject || !mFrameOnObject)
-        return;
-    const bool locked = button(QStringLiteral("Lock"))->isChecked();
-    // A text without a picture is framed where its text was printed.
-    const QRect object = pctTemplate->toWidget(mRendering->renderer.boxOf(mCurrentObject).shownRect());
-    const int handle = mshObject->handleSize();
-    mshObject->setGeometry(object.adjusted(-handle, -handle, handle, handle));
-    mshObject->raise();
-    mshObject->setVisible(!locked);
-}
-
-void frmEditor::HideMovingTool()
-{
-    mshObject->hide();
+    mShown->NodeClick(mTree->nodeKey(node));
 }

@@ -2,15 +2,12 @@
 #pragma once
 
 #include "EditorEnvironment.h"
-#include "ShownSelection.h"
-#include "SkinReadError.h"
 
 #include <QByteArray>
 #include <QImage>
 #include <QMainWindow>
 #include <QModelIndex>
 #include <QPointer>
-#include <QVector>
 
 #include <functional>
 #include <memory>
@@ -19,6 +16,7 @@ class CanvasController;
 class CompareFormats;
 class DocumentActions;
 class EditActions;
+class FileCommands;
 class FileDropOpener;
 class LayerRenderer;
 class MovableShape;
@@ -28,6 +26,8 @@ class ProblemsController;
 class PropertyGridController;
 class RecentFiles;
 class SaveChangesFlow;
+class ShownNode;
+class SkinOpener;
 class StatusProgress;
 struct RenderSetup;
 class QAction;
@@ -52,11 +52,13 @@ class clsElement;
 
 // The editor's main window: the document's tree, the canvas with the selected
 // layer, the property grid and the information box, and the toolbar commands
-// that open, save and set up skins. The editing itself is done by the
-// controllers it owns: DocumentActions (the tree's menus, undo), the
-// CanvasController (picking, dragging, zoom) and the PropertyGridController.
+// that open, save and set up skins. It builds and lays out the controls and
+// wires them to the parts that do the work: the SkinDocument holds the skin and
+// the one current node, ShownNode shows that node (canvas, frame, grid rows),
+// SkinOpener reads skins, DocumentActions and EditActions edit the tree, the
+// CanvasController picks and drags, the PropertyGridController edits values.
 // Its controls are its own; tests find them by their object names.
-class frmEditor : public QMainWindow, private ShownSelection
+class frmEditor : public QMainWindow
 {
     Q_OBJECT
 
@@ -108,80 +110,40 @@ public:
     // the settings file keeps what it had unless the user changes the directory.
     void setRunSkinDirectory(const QString &directory);
 
-    // ---- selection and drawing -------------------------------------------------
-    // What a click on a tree node does: shows the node's layer, template or
-    // object, fills the grid and places the moving frame.
-    void NodeClick(const QModelIndex &node);
-    // Selects the node in the tree (unfolding the way to it), which runs NodeClick.
+    // ---- what is shown ------------------------------------------------------
+    // Makes the node the document's current node; the tree, the canvas and the
+    // grid follow.
     void selectNode(const QModelIndex &node);
+    // Shows the node (its layer, template or object, the frame and the grid)
+    // without making it current.
+    void NodeClick(const QModelIndex &node);
 
-    // The whole picture of a layer on the canvas.
-    void DrawLayer(const clsElement *layer);
-    // The objects of one layer over what the canvas shows.
-    void DrawSingleLayer(const clsElement *layer);
-    // The canvas drawn again: the layer shown with the current object, or the
-    // current template over the default background, and the frame placed again.
-    void RefreshCanvas() override;
-
-    // Puts the moving frame around the current object's drawn box (unless Lock
-    // is pressed) and fills the grid with the object's properties.
-    void PositionMovingTool();
-    void HideMovingTool();
-
-    // The object the last selection made current, the block shown on the canvas,
-    // and the key of the current object's node.
-    clsElement *currentObject() const override { return mCurrentObject; }
-    const clsElement *shownLayer() const override { return mShownLayer; }
-    QByteArray currentNodeKey() const override { return mCurrentNodeKey; }
+    // What the current node shows: its object, the block on the canvas, the
+    // off-screen picture the canvas was composed in.
+    ShownNode &shownNode() const { return *mShown; }
     LayerRenderer &renderer() const;
-    // The off-screen picture the canvas was last composed in.
-    const QImage &offScreenPicture() const { return pctTmp; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    bool frameOnObject() const override { return mFrameOnObject; }
-    void selectNodeKey(const QByteArray &nodeKey) override;
-
     void createControls();
     void createToolbar();
-    void createMenus();
     void createPanes();
     void createStatusBar();
     void createControllers();
     void createFileMenu();
-    void openRecent(const QString &path);
     void createWatchers();
     void followDocument();
-
-    void ClearDocument();
-    void finishLoading();
+    void skinOpened();
     void setTitle(const QString &name);
-    bool readSkinFile(const QString &path, bool imported);
-    void reportReadError(const QString &file, qint64 line, const QString &message);
-
-    void treeCurrentChanged(const QModelIndex &current);
-    void showCurrent(const QByteArray &nodeKey);
-    void showTopLevel(const QModelIndex &node, clsElement *element, bool isTemplate);
-    void showElement(const QModelIndex &node, clsElement *element);
-    void clearSelectionDisplay();
-    void fillGrid(const clsElement &element, const QByteArray &nodeKey);
-    void drawTemplateAlone(const clsElement *tpl);
-    void drawShown();
     void followCompare();
-    void redrawAfterChange();
-    void placeMovingTool();
-    QImage freshCanvas();
-    void setStatus(int panel, const QString &text);
 
     // ---- controls -----------------------------------------------------------
     QToolBar *tlbMain = nullptr;
     ToolbarImages *imlMain = nullptr;
     QTreeView *tvwObjects = nullptr;
     SkinCanvas *pctTemplate = nullptr;
-    // The off-screen picture a layer is composed in before it goes to the canvas.
-    QImage pctTmp;
     MovableShape *mshObject = nullptr;
     PowGrid *pgrProperty = nullptr;
     QLineEdit *txtPropertyFilter = nullptr;
@@ -192,11 +154,6 @@ private:
     Splitter *splInfo = nullptr;
     Splitter *splProperty = nullptr;
     QScrollArea *canvasArea = nullptr;
-    QMenu *mnuProperty = nullptr;
-    QMenu *mnuLayer = nullptr;
-    QMenu *mnuAddObject = nullptr;
-    QList<QAction *> mnuAddElement;
-    QMenu *mnuElement = nullptr;
     QList<QLabel *> mPanels;
 
     EditorEnvironment mEnv;
@@ -219,22 +176,9 @@ private:
     ReloadBar *mReloadBar = nullptr;
     SkinReloader *mReloader = nullptr;
     FileDropOpener *mDropOpener = nullptr;
-    // What was last opened (a file, or a folder with All), to read it again
-    // when it changes on disk, and what its reading met.
-    QString mOpenedPath;
-    bool mOpenedFolder = false;
-    QVector<SkinReadError> mReadingErrors;
-
-    clsElement *mCurrentObject = nullptr;
-    const clsElement *mShownLayer = nullptr;
-    QByteArray mCurrentNodeKey;
-    QByteArray mShownLayerKey;
-    // The current object is a template drawn alone over the background.
-    bool mTemplateShown = false;
-    // The current object is an object of the shown layer, with the frame on it.
-    bool mFrameOnObject = false;
-    // The tree is being moved to the document's current node.
-    bool mFollowingCurrent = false;
+    FileCommands *mFiles = nullptr;
+    SkinOpener *mOpener = nullptr;
+    ShownNode *mShown = nullptr;
 
     QString mRunSkinDirectory;
     QString mSavedSkinDirectory;

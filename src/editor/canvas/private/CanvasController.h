@@ -14,7 +14,7 @@ class QKeyEvent;
 class QLabel;
 class QMenu;
 class QScrollArea;
-class ShownSelection;
+class ShownNode;
 class SkinCanvas;
 class SkinDocument;
 class clsElement;
@@ -39,7 +39,7 @@ public:
     };
 
     CanvasController(const Widgets &widgets, LayerRenderer &renderer, SkinDocument &document,
-                     ShownSelection &selection, QObject *parent = nullptr);
+                     ShownNode &shown, QObject *parent = nullptr);
 
     // The zoom entries of a View menu, and the status bar panel that shows it.
     void addZoomActions(QMenu &view);
@@ -81,7 +81,7 @@ private:
     Widgets mWidgets;
     LayerRenderer &mRenderer;
     SkinDocument &mDocument;
-    ShownSelection &mSelection;
+    ShownNode &mShown;
     QLabel *mZoomPanel = nullptr;
 
     // The live drag: the picture without the dragged object, and where the

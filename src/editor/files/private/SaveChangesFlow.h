@@ -43,6 +43,8 @@ public:
     // Writes every file that holds a change, after showing which. True when
     // everything was saved (or nothing was unsaved).
     bool saveChanges();
+    // How many times the last Save Changes that wrote ran the change finder.
+    int lastFinderRuns() const { return mLastFinderRuns; }
     // Before the whole document is written over a file: when a file of the
     // skin was not read whole, asks whether to write anyway. True to go on.
     bool mayWriteWholeDocument();
@@ -72,4 +74,5 @@ private:
     QString mFolder;
     QString mReadErrorFile;
     qint64 mReadErrorLine = 0;
+    int mLastFinderRuns = 0;
 };

@@ -6,8 +6,6 @@
 #include <QObject>
 #include <QStringList>
 
-#include <functional>
-
 class ObjectTreeModel;
 class QTreeView;
 class ReloadBar;
@@ -27,16 +25,18 @@ public:
     SkinReloader(SkinDocument &document, ObjectTreeModel &tree, QTreeView &view, ReloadBar &bar,
                  QObject *parent = nullptr);
 
-    // Reads the skin again exactly as it was opened, asking nothing.
-    std::function<void()> reopen;
-    // Says something in the status bar.
-    std::function<void(const QString &)> tell;
-
-    // The skin was just opened: its files are watched from now on.
-    void skinOpened();
+    // The skin was just opened: the files of its opening plan are watched
+    // from now on.
+    void skinOpened(const QStringList &files);
     // The skin was just written: what is on disk now is no outside change.
     void skinSaved();
     SkinFileWatcher &watcher() const { return *mWatcher; }
+
+signals:
+    // The skin is to be read again exactly as it was opened, asking nothing.
+    void reopenWanted();
+    // Something to say in the status bar.
+    void told(const QString &text);
 
 private:
     void filesChanged(const QStringList &changed, const QStringList &deleted);

@@ -14,21 +14,19 @@ class PowGridItem;
 class QAbstractButton;
 class QLineEdit;
 class ResourceLookup;
-class ShownSelection;
 class SkinDocument;
 class clsElement;
 
-// The property grid of the main window: it lists the properties of the current
-// object, refills itself when the document changes that object's properties,
-// and turns a committed value, a chosen colour or a chosen picture into a change
-// of the document.
+// The property grid of the main window: it lists the rows it is given (those
+// of the object shown, see ShownNode) and turns a committed value, a chosen
+// colour or a chosen picture into a change of the document.
 class PropertyGridController : public QObject
 {
     Q_OBJECT
 
 public:
     PropertyGridController(PowGrid &grid, SkinDocument &document, const ResourceLookup &lookup,
-                           Dialogs &dialogs, ShownSelection &selection, QObject *parent = nullptr);
+                           Dialogs &dialogs, QObject *parent = nullptr);
 
     // One row per property of `element`, whose node key is `nodeKey`.
     void fill(const clsElement &element, const QByteArray &nodeKey);
@@ -48,9 +46,12 @@ public:
     // The grid's ItemChanged: column "Value" committed, or the "..." button.
     void itemChanged(PowGridItem *item, int column);
 
+signals:
+    // The rows should be filled again: the inherited values were turned on or
+    // off, or a refused value must give way to the one kept.
+    void rowsWanted();
+
 private:
-    void propertiesChanged(const QByteArray &ownerKey);
-    void refillIfStale();
     void valueCommitted(PowGridItem *item);
     void inheritedValueCommitted(PowGridItem *item);
     void applyFilter();
@@ -62,9 +63,6 @@ private:
     SkinDocument &mDocument;
     const ResourceLookup &mLookup;
     Dialogs &mDialogs;
-    ShownSelection &mSelection;
-    // The current object's properties changed since the grid was filled.
-    bool mStale = false;
     QLineEdit *mFilter = nullptr;
     QAbstractButton *mInherited = nullptr;
     std::optional<EditorSettings> mSettings;

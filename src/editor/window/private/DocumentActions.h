@@ -25,7 +25,7 @@ class DocumentActions : public QObject
     Q_OBJECT
 
 public:
-    // The pop-up menus of the tree, as the window made them.
+    // The pop-up menus of the tree.
     struct Menus
     {
         QMenu *property;
@@ -34,6 +34,10 @@ public:
         // The entries of "Add Object", one per element type.
         QList<QAction *> addElement;
     };
+
+    // The menus, owned by `owner`, with their entries named as the tests
+    // find them; each "Add Object" entry carries its element type as its data.
+    static Menus createMenus(QWidget &owner);
 
     DocumentActions(SkinDocument &document, ObjectTreeModel &tree, QTreeView &view, const Menus &menus,
                     Dialogs &dialogs, QObject *parent = nullptr);
