@@ -160,7 +160,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     };
     std::vector<Edit> edits(in.ConsumeIntegralInRange<size_t>(0, 6));
     for (Edit &e : edits) {
-        e.kind = in.ConsumeIntegralInRange(0, 5);
+        e.kind = in.ConsumeIntegralInRange(0, 7);
         e.element = in.ConsumeIntegral<uint16_t>();
         e.property = in.ConsumeIntegral<uint8_t>();
         e.key = pick(in, kKeys);
@@ -205,7 +205,34 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             changed = true;
             continue;
         }
+        if (e.kind == 6) {
+            // A new element at any place among its siblings: a child of a
+            // block, or a layer between layers.
+            clsElement *parent = all[e.element % all.size()];
+            clsElements &siblings = parent->owner() == &doc.Layers() && e.type != "LAYER" ? parent->SubElements() : doc.Layers();
+            clsElement *added = siblings.Add(e.name.isEmpty() ? QByteArray("ui_New") : e.name,
+                                             &siblings == &doc.Layers() ? QByteArray("LAYER") : e.type);
+            if (added->ElementType() == "SCRIPT")
+                added->Properties().Add("ScriptLine", "go");
+            else if (e.value != "<NOV>" || !e.key.isEmpty())
+                added->Properties().Add(e.key.toLower(), e.value);
+            siblings.Insert(int(e.property % size_t(siblings.Count())), siblings.Take(siblings.Count() - 1));
+            changed = true;
+            continue;
+        }
         clsElement *element = all[e.element % all.size()];
+        if (e.kind == 7) {
+            // An element moved to another place among its siblings.
+            clsElements &siblings = *element->owner();
+            const int from = siblings.IndexOf(element);
+            const int to = int(e.property % size_t(siblings.Count()));
+            if (from != to) {
+                siblings.Insert(to, siblings.Take(from));
+                markWithChildren(element, touched);
+                changed = true;
+            }
+            continue;
+        }
         markWithChildren(element, touched);
         clsProperties &props = element->Properties();
         switch (e.kind) {

@@ -18,3 +18,8 @@ QString Dialogs::toolkitFilter(const QString &filter)
         entries << parts.last();
     return entries.join(QStringLiteral(";;"));
 }
+
+QString Dialogs::askTextFrom(const QString &title, const QString &prompt, const QStringList &, const QString &defaultText)
+{
+    return askText(title, prompt, defaultText);
+}

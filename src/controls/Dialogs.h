@@ -43,6 +43,10 @@ public:
     // A modal one-line prompt. Returns the typed text; empty means cancel.
     virtual QString askText(const QString &title, const QString &prompt,
                             const QString &defaultText = QString()) = 0;
+    // The same prompt with an editable drop-down of suggestions; the typed
+    // text or the chosen suggestion. Empty means cancel.
+    virtual QString askTextFrom(const QString &title, const QString &prompt, const QStringList &suggestions,
+                                const QString &defaultText = QString());
     // A message box; returns the button the user pressed (closing the box counts
     // as Cancel when there is one, else as the only or last button).
     virtual Button message(const QString &title, const QString &text,

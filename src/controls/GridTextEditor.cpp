@@ -1,7 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "GridTextEditor.h"
 
+#include <QAction>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMenu>
 
 GridTextEditor::GridTextEditor(QWidget *parent)
     : QLineEdit(parent)
@@ -34,7 +41,11 @@ void GridTextEditor::keyPressEvent(QKeyEvent *event)
         emit escapePressed();
         return;
     }
-    const bool filteredType = mDataType == dtNumber || mDataType == dtDecimal;
+    const bool filteredType = isFiltered();
+    if (filteredType && event->matches(QKeySequence::Paste)) {
+        pasteFiltered();
+        return;
+    }
     const QString typed = event->text();
     const bool typesACharacter = !typed.isEmpty()
         && (typed.front().isPrint() || typed.front() == QLatin1Char('\b'));
@@ -50,6 +61,53 @@ void GridTextEditor::keyPressEvent(QKeyEvent *event)
         return;
     }
     insert(QString(accepted));
+}
+
+void GridTextEditor::pasteFiltered()
+{
+    const QString pasted = QGuiApplication::clipboard()->text();
+    if (hasSelectedText())
+        del();
+    for (const QChar c : pasted) {
+        const QChar accepted = filtered(c);
+        if (!accepted.isNull() && accepted != QLatin1Char('\b'))
+            insert(QString(accepted));
+    }
+}
+
+void GridTextEditor::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = createStandardContextMenu();
+    if (isFiltered()) {
+        // The menu's own Paste would take the text whole: it pastes through
+        // the filter instead (found by its connection, whatever its caption).
+        for (QAction *action : menu->actions()) {
+            const bool wasPaste = disconnect(action, &QAction::triggered, this, &QLineEdit::paste)
+                || disconnect(action, SIGNAL(triggered()), this, SLOT(paste()));
+            if (wasPaste)
+                connect(action, &QAction::triggered, this, &GridTextEditor::pasteFiltered);
+        }
+    }
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}
+
+void GridTextEditor::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (isFiltered()) {
+        event->ignore();
+        return;
+    }
+    QLineEdit::dragEnterEvent(event);
+}
+
+void GridTextEditor::dropEvent(QDropEvent *event)
+{
+    if (isFiltered()) {
+        event->ignore();
+        return;
+    }
+    QLineEdit::dropEvent(event);
 }
 
 void GridTextEditor::focusOutEvent(QFocusEvent *event)

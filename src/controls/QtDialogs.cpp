@@ -53,6 +53,20 @@ Dialogs::Button ourButton(int pressed)
 
 } // namespace
 
+QString QtDialogs::askTextFrom(const QString &title, const QString &prompt, const QStringList &suggestions,
+                               const QString &defaultText)
+{
+    QStringList items = suggestions;
+    int current = int(items.indexOf(defaultText));
+    if (current < 0 && !defaultText.isEmpty()) {
+        items.prepend(defaultText);
+        current = 0;
+    }
+    bool ok = false;
+    const QString text = QInputDialog::getItem(mParent, title, prompt, items, qMax(current, 0), true, &ok);
+    return ok ? text : QString();
+}
+
 QString QtDialogs::askText(const QString &title, const QString &prompt, const QString &defaultText)
 {
     bool ok = false;

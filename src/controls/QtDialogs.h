@@ -14,6 +14,8 @@ public:
 
     // The defaults of the arguments are the interface's: callers ask through it.
     QString askText(const QString &title, const QString &prompt, const QString &defaultText) override;
+    QString askTextFrom(const QString &title, const QString &prompt, const QStringList &suggestions,
+                        const QString &defaultText) override;
     Button message(const QString &title, const QString &text, Icon icon, Buttons buttons) override;
     QString openFileName(const QString &title, const QString &directory,
                          const QString &filter) override;

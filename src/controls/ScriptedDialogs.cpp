@@ -45,6 +45,16 @@ QString ScriptedDialogs::askText(const QString &title, const QString &prompt,
     return nextOr(mTexts, QString());
 }
 
+QString ScriptedDialogs::askTextFrom(const QString &title, const QString &prompt, const QStringList &suggestions,
+                                     const QString &defaultText)
+{
+    Asked &a = record(QStringLiteral("text"), title);
+    a.text = prompt;
+    a.value = defaultText;
+    a.choices = suggestions;
+    return nextOr(mTexts, QString());
+}
+
 Dialogs::Button ScriptedDialogs::message(const QString &title, const QString &text, Icon icon,
                                          Buttons buttons)
 {

@@ -41,6 +41,9 @@ public:
     // arguments' defaults are the interface's, as callers ask through it.
     void answerText(const QString &text) { mTexts.enqueue(text); }
     QString askText(const QString &title, const QString &prompt, const QString &defaultText) override;
+    // Answered from the texts as askText; records the suggestions as choices.
+    QString askTextFrom(const QString &title, const QString &prompt, const QStringList &suggestions,
+                        const QString &defaultText) override;
 
     void answerButton(Button button) { mButtons.enqueue(button); }
     Button message(const QString &title, const QString &text, Icon icon, Buttons buttons) override;

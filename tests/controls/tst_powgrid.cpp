@@ -14,6 +14,9 @@
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QToolTip>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QtTest>
 
 class TestPowGrid : public QObject
@@ -371,6 +374,42 @@ private slots:
         QCOMPARE(grid->txtInput()->text(), QStringLiteral("12"));
         QTest::keyClick(grid->txtInput(), Qt::Key_Return);
         QCOMPARE(row->CellText(1), QStringLiteral("12"));
+    }
+
+    void numberEditorPastesOnlyWhatCanBeTyped()
+    {
+        setUpColumns(dtNumber);
+        addRow(QStringLiteral("n"), QString());
+        click(1, 1);
+        QGuiApplication::clipboard()->setText(QStringLiteral("1a2x-"));
+        QTest::keyClick(grid->txtInput(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(grid->txtInput()->text(), QStringLiteral("12-"));
+
+        // The context menu's Paste filters the same way.
+        grid->txtInput()->clear();
+        QContextMenuEvent menuEvent(QContextMenuEvent::Mouse, QPoint(2, 2), grid->txtInput()->mapToGlobal(QPoint(2, 2)));
+        QApplication::sendEvent(grid->txtInput(), &menuEvent);
+        QMenu *menu = grid->txtInput()->findChild<QMenu *>();
+        QVERIFY(menu);
+        QAction *paste = nullptr;
+        for (QAction *action : menu->actions()) {
+            if (action->text().startsWith(QLineEdit::tr("&Paste")))
+                paste = action;
+        }
+        QVERIFY(paste);
+        paste->trigger();
+        menu->close();
+        QCOMPARE(grid->txtInput()->text(), QStringLiteral("12-"));
+    }
+
+    void decimalEditorPastesOneCommaAndDigits()
+    {
+        setUpColumns(dtDecimal);
+        addRow(QStringLiteral("d"), QString());
+        click(1, 1);
+        QGuiApplication::clipboard()->setText(QStringLiteral("1.5,3x"));
+        QTest::keyClick(grid->txtInput(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(grid->txtInput()->text(), QStringLiteral("1,53"));
     }
 
     void numberEditorStoresTheNumericValueOnly()

@@ -294,13 +294,114 @@ private slots:
         QCOMPARE(f.bytes(), QByteArray("<LAYER l>\n    <TEXT a>\n    <BUTTON b x=1>\n    <TEMPLATE t>\n<LAYER m>\n"));
     }
 
+    void elementInsertedBetweenSiblingsGoesRightAfterThePreviousOne()
+    {
+        OneFile f(kSkin);
+        clsElements &objects = f.element("ui_Main")->SubElements();
+        objects.Add("btnNew", "BUTTON")->Properties().Add("x", "5");
+        objects.Insert(1, objects.Take(objects.Count() - 1));
+        QCOMPARE(SaveChanges::summary(SaveChanges(f.doc).pending()), QStringLiteral("1 change in 1 file"));
+        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        QByteArray expected = kSkin;
+        expected.insert(expected.indexOf("\t; a comment"), "\t<BUTTON btnNew x=5>\r\n");
+        QCOMPARE(f.bytes(), expected);
+    }
+
+    void elementInsertedFirstGoesAtTheStartOfItsBlock()
+    {
+        OneFile f(kSkin);
+        clsElements &objects = f.element("ui_Main")->SubElements();
+        objects.Add("btnNew", "BUTTON")->Properties().Add("x", "5");
+        objects.Insert(0, objects.Take(objects.Count() - 1));
+        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        QByteArray expected = kSkin;
+        expected.insert(expected.indexOf("\t<TEXT txtTitle"), "\t<BUTTON btnNew x=5>\r\n");
+        QCOMPARE(f.bytes(), expected);
+    }
+
+    void layerInsertedBetweenLayersGoesAfterTheClosingTagOfThePreviousOne()
+    {
+        OneFile f(kSkin);
+        clsElements &layers = f.doc.Layers();
+        layers.Add("ui_New", "LAYER")->SubElements().Add("t", "TEXT");
+        layers.Insert(1, layers.Take(layers.Count() - 1));
+        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        QByteArray expected = kSkin;
+        expected.insert(expected.indexOf("\r\n\r\n<LAYER ui_Other") + 2, "<LAYER ui_New>\r\n\t<TEXT t>\r\n</LAYER>\r\n");
+        QCOMPARE(f.bytes(), expected);
+    }
+
+    void reorderedSiblingsAreAChangeAndReadBackInTheirNewOrder()
+    {
+        OneFile f(kSkin);
+        clsElements &objects = f.element("ui_Main")->SubElements();
+        objects.Insert(0, objects.Take(1));
+        const std::vector<SaveChanges::Pending> pending = SaveChanges(f.doc).pending();
+        QCOMPARE(SaveChanges::summary(pending), QStringLiteral("1 change in 1 file"));
+        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        QByteArray expected = kSkin;
+        expected.remove(expected.indexOf("\t<BUTTON btnMap"), QByteArray("\t<BUTTON btnMap x=70  y=80 text=Map>\r\n").size());
+        expected.insert(expected.indexOf("\t<TEXT txtTitle"), "\t<BUTTON btnMap x=70 y=80 text=Map>\r\n");
+        QCOMPARE(f.bytes(), expected);
+        clsKorviInterface again;
+        ReadUiFile(again, f.path, false);
+        const clsElements &read = again.Layers().Item("ui_Main")->SubElements();
+        QCOMPARE(read.at(0)->strName(), QByteArray("btnMap"));
+        QCOMPARE(read.at(1)->strName(), QByteArray("txtTitle"));
+        QVERIFY(SaveChanges(f.doc).pending().empty());
+    }
+
+    void reorderedLayersAreAChange()
+    {
+        OneFile f(kSkin);
+        clsElements &layers = f.doc.Layers();
+        layers.Insert(0, layers.Take(1));
+        QVERIFY(!SaveChanges(f.doc).pending().empty());
+        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        QVERIFY(f.bytes().indexOf("<LAYER ui_Other") < f.bytes().indexOf("<LAYER ui_Main"));
+        clsKorviInterface again;
+        ReadUiFile(again, f.path, false);
+        QCOMPARE(again.Layers().at(0)->strName(), QByteArray("ui_Other"));
+        QCOMPARE(again.Layers().at(1)->SubElements().Count(), 3);
+    }
+
+    void objectMovedToAnotherLayerLeavesItsOldPlace()
+    {
+        OneFile f("<LAYER a>\n\t<TEXT t x=1>\n\t<TEXT u>\n</LAYER>\n<LAYER b>\n\t<TEXT v>\n</LAYER>\n");
+        std::unique_ptr<clsElement> moved = f.element("a")->SubElements().Take(0);
+        f.element("b")->SubElements().Insert(1, std::move(moved));
+        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        QCOMPARE(f.bytes(), QByteArray("<LAYER a>\n\t<TEXT u>\n</LAYER>\n<LAYER b>\n\t<TEXT v>\n\t<TEXT t x=1>\n</LAYER>\n"));
+    }
+
+    void wholeDocumentWrittenElsewhereIsTheOnlyFileWrittenAfterwards()
+    {
+        const QByteArray text = "<LAYER ui_Main>\r\n\t<BUTTON btnHome x=1 y=2>\r\n</LAYER>\r\n";
+        OneFile f(text);
+        const QString copy = f.dir.filePath(QStringLiteral("copy.ui"));
+        QVERIFY(WriteUiFile(f.doc, copy, [](const QString &) {}));
+        SaveChanges saver(f.doc);
+        QVERIFY(saver.takeWholeDocumentAt(copy));
+        QCOMPARE(saver.filesOfWrittenElements(), 1);
+        const QByteArray written = readTestFile(copy);
+        f.element("ui_Main", "btnHome")->Properties().setValue("x", "75");
+        saver.setFileForNewElements(copy);
+        const std::vector<SaveChanges::Pending> pending = saver.pending();
+        QCOMPARE(int(pending.size()), 1);
+        QCOMPARE(QFileInfo(pending.front().path), QFileInfo(copy));
+        QVERIFY(saver.save({}).ok());
+        QCOMPARE(f.bytes(), text);
+        QCOMPARE(readTestFile(copy), QByteArray(written).replace("x=1", "x=75"));
+    }
+
     void addedLayerIsAppendedToTheOpenedFile()
     {
         OneFile f("<LAYER l>\r\n</LAYER>");
         clsElement *layer = f.doc.Layers().Add("ui_New", "LAYER");
         layer->Properties().Add("z", "1");
         layer->SubElements().Add("t", "TEXT")->Properties().Add("text", "\"a b\"");
-        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        const SaveChanges::Result saved = f.save();
+        QVERIFY2(saved.ok(), qPrintable(saved.error));
         QCOMPARE(f.bytes(), QByteArray("<LAYER l>\r\n</LAYER>\r\n<LAYER ui_New z=1>\r\n\t<TEXT t text=\"a b\">\r\n</LAYER>\r\n"));
         // A second save finds nothing more to do: the file is now the source.
         QVERIFY(SaveChanges(f.doc).pending().empty());
@@ -411,7 +512,11 @@ private slots:
         // file as it was before the save.
         f.element("ui_Main")->SubElements().Insert(2, std::move(taken));
         QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
-        QCOMPARE(f.bytes(), kSkin);
+        // It goes right after the element before it.
+        QByteArray expected = kSkin;
+        expected.remove(expected.indexOf("\t<BUTTON btnGone"), QByteArray("\t<BUTTON btnGone x=1 y=2>\r\n").size());
+        expected.insert(expected.indexOf("\t<TEMPLATE tmpInside"), "\t<BUTTON btnGone x=1 y=2>\r\n");
+        QCOMPARE(f.bytes(), expected);
     }
 
     void afterAReadingErrorTheLinesAfterItAreKept()

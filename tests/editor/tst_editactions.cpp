@@ -11,8 +11,11 @@
 #include "ObjectTreeModel.h"
 #include "SaveChanges.h"
 #include "SkinDocument.h"
+#include "UiFileReader.h"
+#include "clsKorviInterface.h"
 
 #include <QClipboard>
+#include <QMenu>
 #include <QMimeData>
 #include <QUndoStack>
 
@@ -197,7 +200,9 @@ private slots:
                                  "\t<TEXT txtFirst x=5 y=5 w=50 h=20 text=One>\r\n"
                                  "\t<BUTTON btnOk x=300 y=200 w=80 h=40 visible>\r\n"
                                  "</LAYER>\r\n"));
-        QCOMPARE(bytes.count("<TEXT txtTwo x=5 y=50 w=50 h=20 text=Two>"), 2);
+        // The copy, with a name of its own and moved off its original, right after it.
+        QVERIFY(bytes.contains("\t<TEXT txtTwo x=5 y=50 w=50 h=20 text=Two>\r\n"
+                               "\t<TEXT txtTwo2 x=15 y=60 w=50 h=20 text=Two>\r\n"));
     }
 
     // ---- clipboard ----------------------------------------------------------------------
@@ -249,10 +254,13 @@ private slots:
         f.press(Qt::Key_C, Qt::ControlModifier);
         f.press(Qt::Key_V, Qt::ControlModifier);
         f.press(Qt::Key_V, Qt::ControlModifier);
-        // After the selected object, which the pasted copy then is.
-        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne[0]", "txtOne[1]", "btnOk" }));
-        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne[1]"));
-        QCOMPARE(f.value("Lui_Main|EtxtOne[1]|Px"), QByteArray("5"));
+        // After the selected object, which the pasted copy then is; each copy
+        // has a name of its own and moves off what it would hide.
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne2", "txtOne3", "btnOk" }));
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne3"));
+        QCOMPARE(f.value("Lui_Main|EtxtOne2|Px"), QByteArray("15"));
+        QCOMPARE(f.value("Lui_Main|EtxtOne2|Py"), QByteArray("15"));
+        QCOMPARE(f.value("Lui_Main|EtxtOne3|Px"), QByteArray("25"));
     }
 
     void textFromAnotherEditorIsReadAsASkinFile()
@@ -284,14 +292,112 @@ private slots:
         EditFixture f;
         f.select("Lui_Main|EtxtOne");
         f.press(Qt::Key_D, Qt::ControlModifier);
-        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne[0]", "btnOk" }));
-        QCOMPARE(f.value("Lui_Main|EtxtOne[0]|Ptext"), QByteArray("One"));
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne2", "btnOk" }));
+        QCOMPARE(f.value("Lui_Main|EtxtOne2|Ptext"), QByteArray("One"));
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne2"));
         // A copy, not the same element.
-        QVERIFY(f.element("Lui_Main|EtxtOne[0]") != f.element("Lui_Main|EtxtOne"));
+        QVERIFY(f.element("Lui_Main|EtxtOne2") != f.element("Lui_Main|EtxtOne"));
         f.stack().undo();
         QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
         f.stack().redo();
-        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne[0]", "btnOk" }));
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "txtOne2", "btnOk" }));
+    }
+
+    void aPastedObjectThatCoversNothingKeepsItsPlace()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.press(Qt::Key_C, Qt::ControlModifier);
+        f.select("Lui_Other|EtxtTwo");
+        f.press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo", "txtOne" }));
+        QCOMPARE(f.value("Lui_Other|EtxtOne|Px"), QByteArray("5"));
+        QCOMPARE(f.value("Lui_Other|EtxtOne|Py"), QByteArray("5"));
+    }
+
+    // ---- Save Changes after structural edits ---------------------------------------------
+
+    void pasteAfterASelectedObjectSavesExactlyThePastedLinesAfterIt()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.press(Qt::Key_C, Qt::ControlModifier);
+        f.press(Qt::Key_V, Qt::ControlModifier);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.press(Qt::Key_S, Qt::ControlModifier);
+        QByteArray expected = kSkin;
+        expected.insert(expected.indexOf("\t<BUTTON btnOk"), "\t<TEXT txtOne2 x=15 y=15 w=50 h=20 text=One>\r\n");
+        QCOMPARE(readTestFile(f.file), expected);
+        QVERIFY(f.stack().isClean());
+        clsKorviInterface again;
+        ReadUiFile(again, f.file, false);
+        QCOMPARE(again.Layers().at(0)->SubElements().at(1)->strName(), QByteArray("txtOne2"));
+        QCOMPARE(again.Layers().at(0)->SubElements().Count(), 3);
+    }
+
+    void afterSaveAsSaveChangesWritesOnlyTheNewFile()
+    {
+        EditFixture f;
+        const QString copy = f.skinFolder.path() + "/800_480/ui/copy_800_480.ui";
+        f.select("Lui_Main|EtxtOne");
+        f.dialogs.answerPath(copy);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(QFile::exists(copy));
+        const QByteArray written = readTestFile(copy);
+        f.select("Lui_Main|EtxtOne");
+        f.dialogs.answerText(QStringLiteral("txtFirst"));
+        f.press(Qt::Key_F2);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.press(Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(f.lastAsked().text.contains(QStringLiteral("copy_800_480.ui")));
+        QVERIFY(!f.lastAsked().text.contains(QStringLiteral("edit_800_480.ui")));
+        QCOMPARE(readTestFile(f.file), kSkin);
+        QCOMPARE(readTestFile(copy), QByteArray(written).replace("txtOne", "txtFirst"));
+        QVERIFY(f.stack().isClean());
+    }
+
+    void theFileSaveAsWroteIsRecentAndWatched()
+    {
+        EditFixture f;
+        const QString copy = f.skinFolder.path() + "/800_480/ui/copy_800_480.ui";
+        f.dialogs.answerPath(copy);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.select("Lui_Main|EtxtOne");
+        f.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        QMenu *recent = f.control<QMenu>("mnuRecent");
+        emit recent->aboutToShow();
+        QCOMPARE(recent->actions().at(0)->data().toString(), QFileInfo(copy).absoluteFilePath());
+        // Another program changes the new file: the skin is read again from
+        // it; a change to the old file is no longer the skin's business.
+        QTest::qWait(50);
+        QVERIFY(writeTestFile(copy, QByteArray(readTestFile(copy)).replace("text=One", "text=Outside")));
+        QTRY_COMPARE(f.value("Lui_Main|EtxtOne|Ptext"), QByteArray("Outside"));
+        QCOMPARE(f.window->windowTitle().contains(QStringLiteral("copy_800_480.ui")), true);
+    }
+
+    void duplicatesOfTheFirstAndAMiddleObjectSaveRightAfterTheirOriginals()
+    {
+        const QByteArray skin = "<LAYER ui_Main>\r\n"
+                                "\t<TEXT txtA x=1 y=1>\r\n"
+                                "\t<TEXT txtB x=2 y=2>\r\n"
+                                "\t<TEXT txtC x=3 y=3>\r\n"
+                                "</LAYER>\r\n";
+        EditFixture f(skin);
+        f.select("Lui_Main|EtxtA");
+        f.press(Qt::Key_D, Qt::ControlModifier);
+        f.select("Lui_Main|EtxtB");
+        f.press(Qt::Key_D, Qt::ControlModifier);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.press(Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(readTestFile(f.file), QByteArray("<LAYER ui_Main>\r\n"
+                                                  "\t<TEXT txtA x=1 y=1>\r\n"
+                                                  "\t<TEXT txtA2 x=11 y=11>\r\n"
+                                                  "\t<TEXT txtB x=2 y=2>\r\n"
+                                                  "\t<TEXT txtB2 x=12 y=12>\r\n"
+                                                  "\t<TEXT txtC x=3 y=3>\r\n"
+                                                  "</LAYER>\r\n"));
+        QVERIFY(f.stack().isClean());
     }
 };
 

@@ -176,7 +176,8 @@ private slots:
         QVERIFY(added);
         QCOMPARE(added->ElementType(), QByteArray("BUTTON"));
         QCOMPARE(added->strName(), QByteArray("btnOk"));
-        QCOMPARE(f.shown.last(), QByteArray("Lui_Main"));
+        // The new object is selected, ready for its properties.
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Main|EbtnOk[0]"));
         const QStringList addedNodes = f.nodes();
         QVERIFY(addedNodes.contains(QStringLiteral("  Lui_Main|EbtnOk[0] | BUTTON:btnOk")));
         f.stack.undo();

@@ -209,7 +209,6 @@ private slots:
         QTest::addColumn<QByteArray>("key");
         QTest::newRow("missing layer") << QByteArray("Lnope");
         QTest::newRow("missing child") << QByteArray("Lui_Main|Enope");
-        QTest::newRow("missing property") << QByteArray("Lui_Main|EtxtTitle|Pnope");
         QTest::newRow("child of nothing") << QByteArray("Lnope|EtxtTitle");
         QTest::newRow("unknown letter") << QByteArray("Xui_Main");
         QTest::newRow("empty") << QByteArray();
@@ -225,6 +224,27 @@ private slots:
         QVERIFY(!target.found);
         QVERIFY(!target.element);
         QVERIFY(target.property.isNull());
+    }
+
+    void aPropertyThatIsGoneStillNamesItsOwner()
+    {
+        clsKorviInterface doc;
+        readText(doc, kSmallSkin);
+        const NodeTarget target = NodeKey::ResolveNodeKey(doc, "Lui_Main|EtxtTitle|Pnope");
+        QVERIFY(!target.found);
+        QVERIFY(target.property.isNull());
+        QVERIFY(target.element);
+        QCOMPARE(target.element->strName(), QByteArray("txtTitle"));
+        // A missing element on the way still names nothing.
+        QVERIFY(!NodeKey::ResolveNodeKey(doc, "Lui_Main|Enope|Ptext").element);
+    }
+
+    void thePropertyKeyPartOfANodeKey()
+    {
+        QCOMPARE(NodeKey("Lui_Main|EtxtTitle|Px[0]").propertyKey(), QByteArray("x[0]"));
+        QCOMPARE(NodeKey("|Pskin_name").propertyKey(), QByteArray("skin_name"));
+        QCOMPARE(NodeKey("Lui_Main|EtxtTitle").propertyKey(), QByteArray());
+        QCOMPARE(NodeKey("TtplA").propertyKey(), QByteArray());
     }
 
     void keysAreBuiltFromWhereAnElementLives()

@@ -41,8 +41,10 @@ struct Walk
         case 'P':
             if (target.element)
                 target.property = target.element->Properties().Find(key);
+            // A property that is gone still names its owner: the key is not
+            // found, but the element stays, so a view can show the owner.
             if (!target.property)
-                fail();
+                failed = true;
             return;
         default:
             break;
@@ -226,6 +228,13 @@ QString NodeKey::propertyText(const clsProperty &property)
 char NodeKey::letterOf(QByteArrayView key)
 {
     return key.isEmpty() ? 0 : key.at(0);
+}
+
+QByteArray NodeKey::propertyKey() const
+{
+    if (ownLetter() != 'P')
+        return {};
+    return mBytes.mid(mBytes.lastIndexOf(Separator) + 2);
 }
 
 char NodeKey::ownLetterOf(QByteArrayView key)

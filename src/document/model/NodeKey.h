@@ -60,6 +60,9 @@ public:
     NodeKey parent() const;
     // The letter of the key's last segment, the node's own kind.
     char ownLetter() const { return ownLetterOf(mBytes); }
+    // For a property node, the property's collection key ("x[0]" of
+    // "Lui_Main|EtxtTitle|Px[0]"); empty for any other node.
+    QByteArray propertyKey() const;
     // Whether `other` lies under this key (a descendant, not the key itself).
     bool isAncestorOf(const NodeKey &other) const;
 

@@ -12,7 +12,7 @@
 #include "clsKorviInterface.h"
 
 #include <QHash>
-#include <optional>
+#include <algorithm>
 
 namespace {
 
@@ -75,11 +75,13 @@ std::vector<FileChanges> ChangeFinder::find()
     const SkinSources &sources = mDocument.Sources();
     mChanges.assign(size_t(sources.count() + 1), FileChanges());
     mClaimed.assign(size_t(sources.count() + 1), {});
+    mMoved.assign(size_t(sources.count() + 1), {});
     mLineEnds.assign(size_t(sources.count() + 1), QByteArray());
     for (int f = 1; f <= sources.count(); ++f) {
         mChanges[size_t(f)].file = f;
         mChanges[size_t(f)].path = sources.file(f)->path();
         mClaimed[size_t(f)].assign(size_t(sources.file(f)->elementCount()), false);
+        mMoved[size_t(f)].assign(size_t(sources.file(f)->elementCount()), false);
     }
     const std::pair<const clsElements *, Collection> collections[] = {
         { &mDocument.Headers(), Collection::Headers },
@@ -87,14 +89,8 @@ std::vector<FileChanges> ChangeFinder::find()
         { &mDocument.Fonts(), Collection::Fonts },
         { &mDocument.Layers(), Collection::Layers },
     };
-    for (const auto &[elements, collection] : collections) {
-        for (const clsElement *element : *elements) {
-            if (claim(*element, element->sourceFile()))
-                visit(*element);
-            else
-                addTopLevel(*element, collection);
-        }
-    }
+    for (const auto &[elements, collection] : collections)
+        visitCollection(*elements, collection);
     if (!mNewHeaders.isEmpty()) {
         FileChanges &changes = changesOf(mFileForNewElements);
         const QByteArray &bytes = mDocument.Sources().file(mFileForNewElements)->bytes();
@@ -115,18 +111,60 @@ std::vector<FileChanges> ChangeFinder::find()
     return found;
 }
 
-// An element the document holds as read from a file; each record is held by
-// one element only (a second one holding it counts as new).
-bool ChangeFinder::claim(const clsElement &element, int file)
+// An element that still stands, as read, in the block it was read in (the
+// top of its file: kNone), and whose record no other element holds yet.
+bool ChangeFinder::standsIn(const clsElement &element, int file, quint32 parentRecord) const
 {
     const SkinSourceFile *source = mDocument.Sources().file(file);
     if (!source || element.sourceFile() != file || element.sourceRecord() >= quint32(source->elementCount()))
         return false;
-    std::vector<bool> &claimed = mClaimed[size_t(file)];
-    if (claimed[element.sourceRecord()])
-        return false;
-    claimed[element.sourceRecord()] = true;
-    return true;
+    return !mClaimed[size_t(file)][element.sourceRecord()] && source->element(element.sourceRecord()).parent == parentRecord;
+}
+
+// Of the siblings that still stand in the block they were read in, as many
+// as keep the order in which they were read (records are numbered in reading
+// order) stay where they are and claim their records. The others are new to
+// the block, moved within it, or a second element holding one record: each
+// is written anew where it now stands, so that the file reads back in the
+// document's order. `onlyFile` 0: each sibling in its own file (the top).
+std::vector<bool> ChangeFinder::keepInPlace(const std::vector<const clsElement *> &siblings, int onlyFile,
+                                            quint32 parentRecord)
+{
+    std::vector<bool> kept(siblings.size(), false);
+    std::vector<std::pair<int, std::vector<size_t>>> byFile;
+    for (size_t i = 0; i < siblings.size(); ++i) {
+        const int file = onlyFile ? onlyFile : siblings[i]->sourceFile();
+        if (!standsIn(*siblings[i], file, parentRecord))
+            continue;
+        mClaimed[size_t(file)][siblings[i]->sourceRecord()] = true;
+        auto group = std::find_if(byFile.begin(), byFile.end(), [file](const auto &g) { return g.first == file; });
+        if (group == byFile.end())
+            group = byFile.insert(byFile.end(), { file, {} });
+        group->second.push_back(i);
+    }
+    for (const auto &[file, positions] : byFile) {
+        // The longest run of records in increasing order, by patience sorting.
+        const auto recordAt = [&](size_t k) { return siblings[positions[k]]->sourceRecord(); };
+        std::vector<size_t> tails;
+        std::vector<ptrdiff_t> before(positions.size(), -1);
+        for (size_t k = 0; k < positions.size(); ++k) {
+            auto it = std::lower_bound(tails.begin(), tails.end(), recordAt(k),
+                                       [&](size_t t, quint32 record) { return recordAt(t) < record; });
+            if (it != tails.begin())
+                before[k] = ptrdiff_t(*(it - 1));
+            if (it == tails.end())
+                tails.push_back(k);
+            else
+                *it = k;
+        }
+        for (ptrdiff_t k = tails.empty() ? -1 : ptrdiff_t(tails.back()); k >= 0; k = before[size_t(k)])
+            kept[positions[size_t(k)]] = true;
+        for (const size_t i : positions) {
+            if (!kept[i])
+                mClaimed[size_t(file)][siblings[i]->sourceRecord()] = false;
+        }
+    }
+    return kept;
 }
 
 FileChanges &ChangeFinder::changesOf(int file)
@@ -160,36 +198,138 @@ void ChangeFinder::visit(const clsElement &element)
     // full.
     const bool unchanged = !element.changedSinceSource()
         || (record.moreLines == ElementSource::kNone && mTagLineCheck.sameAsRead(source.bytes(), record.tagLine, element));
-    std::optional<SourceElement> read;
     FileChanges &changes = changesOf(file);
     if (!unchanged && mRewriteTags && element.ElementType() != "SCRIPT") {
-        read = SourceElement::read(source, element.sourceRecord());
-        rewriteTag(element, *read, changes);
+        rewriteTag(element, SourceElement::read(source, element.sourceRecord()), changes);
     } else if (!unchanged) {
-        read = SourceElement::read(source, element.sourceRecord());
+        const SourceElement read = SourceElement::read(source, element.sourceRecord());
         const int before = changes.changeCount;
-        compareTag(element, *read, changes);
-        compareProperties(element, *read, changes);
+        compareTag(element, read, changes);
+        compareProperties(element, read, changes);
         if (changes.changeCount > before) {
             changes.edited.push_back(&element);
             if (record.moreLines != ElementSource::kNone || element.ElementType() == "SCRIPT")
                 changes.onlyTagLines = false;
         }
     }
-    std::vector<const clsElement *> added;
-    if (element.subElementCount() > 0) {
-        for (const clsElement *child : element.SubElements()) {
-            if (claim(*child, file))
-                visit(*child);
-            else
-                added.push_back(child);
+    if (element.subElementCount() > 0)
+        visitChildren(element, changes);
+}
+
+// A new or moved child goes right after the last line of the sibling before
+// it that stays (its closing tag, when it has one), indented like it; when it
+// comes first, before the first one that stays; in a block with none, before
+// the closing tag or after the block's last line.
+void ChangeFinder::visitChildren(const clsElement &element, FileChanges &changes)
+{
+    const int file = changes.file;
+    std::vector<const clsElement *> children;
+    children.reserve(size_t(element.subElementCount()));
+    for (const clsElement *child : element.SubElements())
+        children.push_back(child);
+    const std::vector<bool> kept = keepInPlace(children, file, element.sourceRecord());
+    const clsElement *previous = nullptr;
+    const clsElement *first = nullptr;
+    for (size_t i = 0; i < children.size() && !first; ++i) {
+        if (kept[i])
+            first = children[i];
+    }
+    for (size_t i = 0; i < children.size(); ++i) {
+        if (kept[i]) {
+            visit(*children[i]);
+            previous = children[i];
+        } else if (previous) {
+            writeAnew(*children[i], file, endOfElement(*previous, file), indentOf(*previous));
+        } else if (first) {
+            writeAnew(*children[i], file, tagLineOf(*first), indentOf(*first));
+        } else {
+            const ElementSource &record = mDocument.Sources().file(file)->element(element.sourceRecord());
+            const qsizetype at = record.closingLine != ElementSource::kNone ? qsizetype(record.closingLine)
+                                                                            : endOfContent(element, file);
+            writeAnew(*children[i], file, at, indentOf(element) + '\t');
         }
     }
-    if (!added.empty()) {
-        if (!read)
-            read = SourceElement::read(source, element.sourceRecord());
-        addChildren(element, *read, added, changes);
+}
+
+// Top-level elements stay where they were read, in each file, as children of
+// a block do; a new one goes after the one before it of its file and
+// collection, or before the first one, or else at the end of the file that
+// receives new elements.
+void ChangeFinder::visitCollection(const clsElements &elements, Collection collection)
+{
+    std::vector<const clsElement *> list;
+    list.reserve(size_t(elements.Count()));
+    for (const clsElement *element : elements)
+        list.push_back(element);
+    const std::vector<bool> kept = keepInPlace(list, 0, ElementSource::kNone);
+    QHash<int, const clsElement *> previous;
+    QHash<int, const clsElement *> first;
+    for (size_t i = 0; i < list.size(); ++i) {
+        if (kept[i] && !first.contains(list[i]->sourceFile()))
+            first.insert(list[i]->sourceFile(), list[i]);
     }
+    for (size_t i = 0; i < list.size(); ++i) {
+        const clsElement &element = *list[i];
+        if (kept[i]) {
+            visit(element);
+            previous.insert(element.sourceFile(), &element);
+            continue;
+        }
+        const int file = DocumentMatch::isFromAFile(mDocument, element) ? element.sourceFile() : mFileForNewElements;
+        if (const clsElement *before = previous.value(file))
+            writeAnew(element, file, endOfElement(*before, file), indentOf(*before));
+        else if (const clsElement *after = first.value(file))
+            writeAnew(element, file, tagLineOf(*after), indentOf(*after));
+        else
+            addTopLevel(element, collection, file);
+    }
+}
+
+void ChangeFinder::writeAnew(const clsElement &element, int file, qsizetype at, const QByteArray &indent)
+{
+    FileChanges &changes = changesOf(file);
+    const QByteArray &bytes = mDocument.Sources().file(file)->bytes();
+    // After the last line, whether or not it ends.
+    at = qMin(at, bytes.size());
+    const QByteArray &lineEnd = lineEndOf(file);
+    QString problem;
+    const QByteArray text = lineBreakBefore(bytes, at, lineEnd) + ElementText(lineEnd, indent).of(element, problem);
+    if (!problem.isEmpty())
+        changes.problems << problem;
+    noteMoved(element);
+    ++changes.changeCount;
+    changes.onlyTagLines = false;
+    changes.edits.insert(at, text);
+}
+
+// An element written anew that was read from a file: its old lines go with
+// it, as part of the same change.
+void ChangeFinder::noteMoved(const clsElement &element)
+{
+    if (DocumentMatch::isFromAFile(mDocument, element))
+        mMoved[size_t(element.sourceFile())][element.sourceRecord()] = true;
+}
+
+qsizetype ChangeFinder::tagLineOf(const clsElement &element) const
+{
+    return mDocument.Sources().file(element.sourceFile())->element(element.sourceRecord()).tagLine;
+}
+
+QByteArray ChangeFinder::indentOf(const clsElement &element) const
+{
+    return SourceScan::indentationAt(mDocument.Sources().file(element.sourceFile())->bytes(), tagLineOf(element));
+}
+
+// The end of the last line of an element read from the file, its closing
+// tag included.
+qsizetype ChangeFinder::endOfElement(const clsElement &element, int file) const
+{
+    const SkinSourceFile &source = *mDocument.Sources().file(file);
+    const ElementSource &record = source.element(element.sourceRecord());
+    qsizetype end = endOfContent(element, file);
+    if (record.closingLine != ElementSource::kNone)
+        end = qMax(end, SourceScan::scanLine(source.bytes(), record.closingLine).next);
+    return end;
 }
 
 void ChangeFinder::compareTag(const clsElement &element, const SourceElement &read, FileChanges &changes)
@@ -404,53 +544,26 @@ qsizetype ChangeFinder::endOfContent(const clsElement &element, int file) const
     if (element.subElementCount() == 0)
         return end;
     for (const clsElement *child : element.SubElements()) {
-        if (child->sourceFile() != file || !DocumentMatch::isFromAFile(mDocument, *child))
-            continue;
-        end = qMax(end, endOfContent(*child, file));
-        const ElementSource &childRecord = source.element(child->sourceRecord());
-        if (childRecord.closingLine != ElementSource::kNone)
-            end = qMax(end, SourceScan::scanLine(bytes, childRecord.closingLine).next);
+        if (child->sourceFile() == file && DocumentMatch::isFromAFile(mDocument, *child)
+            && source.element(child->sourceRecord()).parent == element.sourceRecord())
+            end = qMax(end, endOfElement(*child, file));
     }
     return end;
 }
 
-// New children are new lines after the last line of the block's content,
-// indented like their elder siblings.
-void ChangeFinder::addChildren(const clsElement &element, const SourceElement &read,
-                               const std::vector<const clsElement *> &children, FileChanges &changes)
-{
-    const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
-    const qsizetype at = read.closingBegin >= 0 ? read.closingBegin : endOfContent(element, changes.file);
-    QByteArray indent = SourceScan::indentationAt(bytes, read.tag.begin) + '\t';
-    for (const clsElement *sibling : element.SubElements()) {
-        if (sibling->sourceFile() == changes.file && DocumentMatch::isFromAFile(mDocument, *sibling))
-            indent = SourceScan::indentationAt(bytes, mDocument.Sources().file(changes.file)->element(sibling->sourceRecord()).tagLine);
-    }
-    const QByteArray &lineEnd = lineEndOf(changes.file);
-    QByteArray text = lineBreakBefore(bytes, at, lineEnd);
-    for (const clsElement *child : children) {
-        QString problem;
-        text += ElementText(lineEnd, indent).of(*child, problem);
-        if (!problem.isEmpty())
-            changes.problems << problem;
-    }
-    changes.changeCount += int(children.size());
-    changes.onlyTagLines = false;
-    changes.edits.insert(at, text);
-}
-
 // A new layer, template, font type or header variable is added at the end of
 // the file that receives new elements.
-void ChangeFinder::addTopLevel(const clsElement &element, Collection collection)
+void ChangeFinder::addTopLevel(const clsElement &element, Collection collection, int file)
 {
-    if (!mDocument.Sources().file(mFileForNewElements)) {
+    if (!mDocument.Sources().file(file)) {
         mChanges.front().problems << QStringLiteral("%1 is new, and no file is to receive it").arg(described(element));
         return;
     }
-    FileChanges &changes = changesOf(mFileForNewElements);
-    const QByteArray &bytes = mDocument.Sources().file(mFileForNewElements)->bytes();
-    const QByteArray &lineEnd = lineEndOf(mFileForNewElements);
+    FileChanges &changes = changesOf(file);
+    const QByteArray &bytes = mDocument.Sources().file(file)->bytes();
+    const QByteArray &lineEnd = lineEndOf(file);
     QString problem;
+    noteMoved(element);
     ++changes.changeCount;
     changes.onlyTagLines = false;
     if (collection == Collection::Headers) {
@@ -484,7 +597,7 @@ void ChangeFinder::removeUnclaimed(int file)
         if (read.closingBegin >= 0)
             changes.edits.replace(read.closingBegin, read.closingNext, {});
         const quint32 parent = source.element(r).parent;
-        if (parent == ElementSource::kNone || claimed[parent])
+        if ((parent == ElementSource::kNone || claimed[parent]) && !mMoved[size_t(file)][r])
             ++changes.changeCount;
     }
 }

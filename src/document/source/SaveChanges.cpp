@@ -186,6 +186,36 @@ std::shared_ptr<clsKorviInterface> SaveChanges::readAlone(int file, const QByteA
     return alone;
 }
 
+// A file whose changes do not read back as edited: which element, and why.
+QString SaveChanges::whyRefused(const Plan &plan) const
+{
+    const SkinSourceFile &source = *mDocument.Sources().file(plan.file);
+    QString error = QStringLiteral("%1: the changes cannot be saved in place so that the file reads back as edited")
+                        .arg(source.path());
+    QByteArray bytes;
+    const QString why = plan.edits.apply(source.bytes(), bytes)
+        ? whyNotReadBack(plan.file, bytes, source.errorLine() == 0)
+        : QStringLiteral("two changes overlap");
+    if (!why.isEmpty())
+        error += QStringLiteral(":\n") + why;
+    return error;
+}
+
+// In words, where the new bytes read alone stop giving the document's
+// elements of the file.
+QString SaveChanges::whyNotReadBack(int file, const QByteArray &bytes, bool readsWhole) const
+{
+    const SkinSourceFile &source = *mDocument.Sources().file(file);
+    clsKorviInterface alone;
+    try {
+        UiFileReader(alone, source.imported()).readBytes(bytes, source.path());
+    } catch (const SkinReadError &error) {
+        if (readsWhole)
+            return QStringLiteral("line %1 would not read: %2").arg(error.line()).arg(error.message());
+    }
+    return DocumentMatch::firstDifference(mDocument, file, file == fileForNewElements(), alone);
+}
+
 // Edits that only change tag lines of elements leave every other line, and
 // the reader's state from line to line, as they were: reading each such tag
 // line again, with its edits made, and finding its element, tells that the
@@ -284,11 +314,9 @@ SaveChanges::Result SaveChanges::save(const AskOverwrite &askOverwrite, const Pr
             if (!rewritten)
                 rewritten = takeChanges(true);
             if (!makePlan(plan, changesOf(*rewritten, file))) {
-                const QString path = mDocument.Sources().file(file)->path();
                 result.outcome = Result::Outcome::Failed;
-                result.error = spliced && !spliced->problems.isEmpty()
-                    ? spliced->problems.join(QLatin1Char('\n'))
-                    : QStringLiteral("%1: the changes cannot be saved in place so that the file reads back as edited").arg(path);
+                result.error = spliced && !spliced->problems.isEmpty() ? spliced->problems.join(QLatin1Char('\n'))
+                                                                       : whyRefused(plan);
                 return result;
             }
         }
@@ -475,5 +503,48 @@ bool SaveChanges::takeWholeFileWritten(const QString &path)
     if (!alone)
         return false;
     takeReading(file, *alone);
+    return true;
+}
+
+int SaveChanges::filesOfWrittenElements() const
+{
+    QList<int> files;
+    const int forNew = fileForNewElements();
+    for (const clsElements *elements : { &mDocument.Headers(), &mDocument.Templates(), &mDocument.Fonts(), &mDocument.Layers() }) {
+        for (const clsElement *element : *elements) {
+            if (element->IsImported)
+                continue;
+            const int file = DocumentMatch::isFromAFile(mDocument, *element) ? element->sourceFile() : forNew;
+            if (!files.contains(file))
+                files << file;
+        }
+    }
+    return int(files.size());
+}
+
+bool SaveChanges::takeWholeDocumentAt(const QString &path)
+{
+    QByteArray bytes;
+    if (!bytesOnDisk(path, bytes))
+        return false;
+    clsKorviInterface alone;
+    try {
+        UiFileReader(alone, false).readBytes(bytes, path);
+    } catch (const SkinReadError &) {
+        return false;
+    }
+    if (alone.Sources().count() != 1 || !DocumentMatch::sameAsWholeDocument(mDocument, alone))
+        return false;
+    SkinSources &sources = mDocument.Sources();
+    const int number = sources.adopt(alone.Sources().take(1));
+    if (number == 0)
+        return false;
+    DocumentMatch::takeWholeDocumentRecords(mDocument, alone, number);
+    // The files the written elements were read from hold none of them now:
+    // they keep no records, so that nothing is ever written back to them.
+    for (int file = 1; file < number; ++file) {
+        if (sources.file(file) && !sources.file(file)->imported())
+            sources.replace(file, std::make_unique<SkinSourceFile>(QString(), QByteArray(), false));
+    }
     return true;
 }

@@ -90,6 +90,15 @@ public:
     // document's elements of that file: it then counts as changed on disk.
     bool takeWholeFileWritten(const QString &path);
 
+    // After the whole document was written to a file (Save As, anywhere):
+    // that file becomes the source of every element it holds (all but the
+    // imported ones), so that the next save writes there and nowhere else.
+    // False, changing nothing, when reading the file does not give exactly
+    // those elements.
+    bool takeWholeDocumentAt(const QString &path);
+    // How many files the elements the whole-document writer writes come
+    // from (new elements count with the file that receives them).
+    int filesOfWrittenElements() const;
     // How many times this object ran the change finder: once for plan() and
     // the save() that follows it.
     int finderRuns() const { return mFinderRuns; }
@@ -114,6 +123,8 @@ private:
         bool merged = false;
     };
     bool tagLinesReadBack(const FileChanges &changes) const;
+    QString whyNotReadBack(int file, const QByteArray &bytes, bool readsWhole) const;
+    QString whyRefused(const Plan &plan) const;
     bool makePlan(Plan &plan, const FileChanges *fileChanges) const;
     int fileForNewElements() const;
     std::shared_ptr<clsKorviInterface> readAlone(int file, const QByteArray &bytes, bool readsWhole) const;

@@ -48,6 +48,14 @@ int SkinSources::supersede(int number, std::unique_ptr<SkinSourceFile> file)
     return count();
 }
 
+int SkinSources::adopt(std::unique_ptr<SkinSourceFile> file)
+{
+    if (count() >= kMostFiles)
+        return 0;
+    mFiles.push_back(std::move(file));
+    return count();
+}
+
 std::unique_ptr<SkinSourceFile> SkinSources::take(int number)
 {
     return std::move(mFiles[size_t(number - 1)]);

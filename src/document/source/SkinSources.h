@@ -29,6 +29,9 @@ public:
     // bytes and no records, so that an element still naming it (one held for
     // an undo, say) counts as new. Returns the new number.
     int supersede(int number, std::unique_ptr<SkinSourceFile> file);
+    // Takes in a file read elsewhere under the next number; 0 when no more
+    // files can be numbered.
+    int adopt(std::unique_ptr<SkinSourceFile> file);
     // Takes a file out, leaving no file under its number.
     std::unique_ptr<SkinSourceFile> take(int number);
     void clear() { mFiles.clear(); }

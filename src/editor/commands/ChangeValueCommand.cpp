@@ -115,20 +115,14 @@ ChangeValueCommand::Options setValueOptions()
     return options;
 }
 
-QByteArray propertyKeyOf(const QByteArray &propertyNodeKey)
-{
-    const NodeKey key(propertyNodeKey);
-    return key.ownLetter() == 'P' ? propertyNodeKey.mid(key.parent().bytes().size() + 2) : QByteArray();
-}
-
 } // namespace
 
 SetPropertyValueCommand::SetPropertyValueCommand(SkinDocument &document, const QByteArray &propertyNodeKey,
                                                  const QByteArray &newValue, const QByteArray &shownKey)
     : ChangeValueCommand(document, NodeKey(propertyNodeKey).parent(),
-                         { { propertyKeyOf(propertyNodeKey), newValue } }, shownKey, setValueOptions())
+                         { { NodeKey(propertyNodeKey).propertyKey(), newValue } }, shownKey, setValueOptions())
 {
-    setText(QStringLiteral("Set %1").arg(QString::fromLatin1(propertyKeyOf(propertyNodeKey))));
+    setText(QStringLiteral("Set %1").arg(QString::fromLatin1(NodeKey(propertyNodeKey).propertyKey())));
 }
 
 MoveElementCommand::MoveElementCommand(SkinDocument &document, const QByteArray &elementNodeKey,

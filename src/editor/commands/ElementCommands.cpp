@@ -29,9 +29,10 @@ void AddElementCommand::redo()
     const NodeKey parent(mParentKey);
     mIndex = mDocument.childrenOf(mParentKey)->positionOf(element);
     mNodeKey = parent.isEmpty() ? NodeKey::block(*element) : parent.child(*element);
-    // A new layer is only added to the tree; a new object is shown on its layer.
+    // A new layer is only added to the tree; a new object is selected on its
+    // layer, ready for its properties.
     if (!mParentKey.isEmpty())
-        mDocument.setCurrent(mParentKey);
+        mDocument.setCurrent(mNodeKey);
 }
 
 void AddElementCommand::undo()

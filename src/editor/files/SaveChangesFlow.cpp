@@ -5,8 +5,10 @@
 #include "HourglassCursor.h"
 #include "SkinDocument.h"
 #include "StatusProgress.h"
+#include "UiFileWriter.h"
 #include "clsKorviInterface.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QTimer>
@@ -65,6 +67,8 @@ SaveChangesFlow::SaveChangesFlow(SkinDocument &skin, clsKorviInterface &document
 
 void SaveChangesFlow::openedFile(const QString &path)
 {
+    mWholeDocumentTo.clear();
+    mOnlyFile.clear();
     mFileForNewElements = path;
     mWholeFolder = false;
     mReadErrorFile.clear();
@@ -74,6 +78,8 @@ void SaveChangesFlow::openedFile(const QString &path)
 
 void SaveChangesFlow::openedFolder(const QString &folder)
 {
+    mWholeDocumentTo.clear();
+    mOnlyFile.clear();
     mFileForNewElements.clear();
     mWholeFolder = true;
     mFolder = folder;
@@ -104,13 +110,21 @@ void SaveChangesFlow::updateSoon()
 void SaveChangesFlow::updateNow()
 {
     mDelay->stop();
-    if (mSkin.undoStack().isClean()) {
-        mPanel->clear();
+    QString summary;
+    if (!mSkin.undoStack().isClean()) {
+        SaveChanges saver(mDocument);
+        saver.setFileForNewElements(mFileForNewElements);
+        summary = mWholeDocumentTo.isEmpty() ? SaveChanges::summary(saver.pending()) : QStringLiteral("Unsaved changes");
+    }
+    if (mOnlyFile.isEmpty()) {
+        mPanel->setText(summary);
+        mPanel->setToolTip({});
         return;
     }
-    SaveChanges saver(mDocument);
-    saver.setFileForNewElements(mFileForNewElements);
-    mPanel->setText(SaveChanges::summary(saver.pending()));
+    const QString only = QStringLiteral("Save Changes writes %1 only").arg(QFileInfo(mOnlyFile).fileName());
+    mPanel->setText(summary.isEmpty() ? only : summary + QStringLiteral(" \u2013 ") + only);
+    mPanel->setToolTip(QStringLiteral("Save As wrote the whole skin to %1; Save Changes writes there and to no other file.")
+                           .arg(QDir::toNativeSeparators(mOnlyFile)));
 }
 
 bool SaveChangesFlow::mayWriteWholeDocument()
@@ -124,21 +138,30 @@ bool SaveChangesFlow::mayWriteWholeDocument()
         == Dialogs::Button::Yes;
 }
 
+// The written file becomes the skin's file: Save Changes writes there from
+// now on, and never again to the files the skin was read from. When the file
+// does not read back as the document (a few things the whole-document writer
+// leaves out), Save Changes writes the whole document there again.
 void SaveChangesFlow::wholeDocumentWritten(const QString &path)
 {
     SaveChanges saver(mDocument);
     saver.setFileForNewElements(mFileForNewElements);
-    // A file that cannot be matched with what was written stays as it was
-    // read: Save Changes then asks before writing over it.
-    if (saver.takeWholeFileWritten(path) && QFileInfo(path) == QFileInfo(mReadErrorFile)) {
-        mReadErrorFile.clear();
-        mReadErrorLine = 0;
-    }
+    const bool holdsMore = saver.filesOfWrittenElements() > 1;
+    const bool adopted = saver.takeWholeDocumentAt(path);
+    mWholeDocumentTo = adopted ? QString() : path;
+    mOnlyFile = holdsMore || !adopted ? path : QString();
+    mFileForNewElements = path;
+    mWholeFolder = false;
+    // What was not read is not in the new file either: nothing there to ask about.
+    mReadErrorFile.clear();
+    mReadErrorLine = 0;
     updateNow();
 }
 
 bool SaveChangesFlow::saveChanges()
 {
+    if (!mWholeDocumentTo.isEmpty())
+        return saveWholeDocument();
     // One plan for the whole save: what pending() finds is what save() writes.
     SaveChanges saver(mDocument);
     std::vector<SaveChanges::Pending> pending;
@@ -155,8 +178,7 @@ bool SaveChangesFlow::saveChanges()
     }
     const QStringList problems = problemsOf(pending);
     if (!problems.isEmpty()) {
-        mDialogs.message(kTitle, QStringLiteral("The changes cannot be saved:\n") + problems.join(QLatin1Char('\n')),
-                         Dialogs::Icon::Warning);
+        offerSaveAs(QStringLiteral("The changes cannot be saved:\n") + problems.join(QLatin1Char('\n')));
         return false;
     }
     if (pending.empty()) {
@@ -209,7 +231,8 @@ QStringList SaveChangesFlow::filesOfSkin() const
     const SkinSources &sources = mDocument.Sources();
     for (int number = 1; number <= sources.count(); ++number) {
         const SkinSourceFile *file = sources.file(number);
-        if (file && !file->imported() && !files.contains(file->path()))
+        // A file Save As left behind has no path: nothing goes there again.
+        if (file && !file->imported() && !file->path().isEmpty() && !files.contains(file->path()))
             files << file->path();
     }
     return files;
@@ -243,8 +266,44 @@ void SaveChangesFlow::reportResult(const SaveChanges::Result &result)
     case SaveChanges::Result::Outcome::Cancelled:
         break;
     case SaveChanges::Result::Outcome::Failed:
-        mDialogs.message(kTitle, result.error, Dialogs::Icon::Warning);
+        if (result.written.isEmpty() && !result.error.startsWith(QLatin1String("Error saving file: ")))
+            offerSaveAs(result.error);
+        else
+            mDialogs.message(kTitle, result.error, Dialogs::Icon::Warning);
         updateNow();
         break;
     }
+}
+
+// A save refused before anything was written: the whole document can still
+// be written to a file of the user's choice.
+void SaveChangesFlow::offerSaveAs(const QString &why)
+{
+    const QString text = why + QStringLiteral("\n\nNothing was written. Save the whole skin under another name (Save As) instead?");
+    if (mDialogs.message(kTitle, text, Dialogs::Icon::Warning, Dialogs::Buttons::YesNo) != Dialogs::Button::Yes)
+        return;
+    emit saveAsWanted();
+}
+
+// After a Save As whose file does not read back as the document: the whole
+// document goes to that file again, and only there.
+bool SaveChangesFlow::saveWholeDocument()
+{
+    if (mSkin.undoStack().isClean())
+        return true;
+    if (!confirmWriting({ { mWholeDocumentTo, 1, {} } }))
+        return false;
+    HourglassCursor hourglass;
+    bool failed = false;
+    const bool saved = WriteUiFile(mDocument, mWholeDocumentTo, [this, &failed, &hourglass](const QString &message) {
+        hourglass.restore();
+        failed = true;
+        mDialogs.message(kTitle, message, Dialogs::Icon::Warning);
+    });
+    hourglass.restore();
+    if (!saved || failed)
+        return false;
+    mSkin.undoStack().setClean();
+    wholeDocumentWritten(mWholeDocumentTo);
+    return true;
 }

@@ -54,6 +54,22 @@ void SkinOpener::reopen()
         openFile(mOpenedPath);
 }
 
+// The file Save As wrote is the skin's file from now on: a reload reads it
+// and Recent Files lists it; the files watched are the ones its opening reads.
+void SkinOpener::savedAs(const QString &path)
+{
+    mOpenedFolder = false;
+    mOpenedPath = QFileInfo(path).absoluteFilePath();
+    mPlan = SkinOpenPlan::forFile(path);
+    const SkinOpenPlan &plan = mPlan;
+    SkinContext context = mSkin.context();
+    if (!plan.skinFormat.isEmpty())
+        context.SkinFormat = plan.skinFormat;
+    context.UiFilePath = mOpenedPath;
+    mSkin.setContext(context);
+    mRecent.add(mOpenedPath);
+}
+
 // The skin's format and the file its pictures are looked up from are set
 // before reading; a plan that finds no format keeps the one there was.
 void SkinOpener::open(const SkinOpenPlan &plan, const QString &path, const QString &title)

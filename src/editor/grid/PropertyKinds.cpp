@@ -77,6 +77,14 @@ ValueCell valueCellOf(QByteArrayView name)
     return kind ? kind->cell : ValueCell::Text;
 }
 
+QList<QByteArray> knownNames()
+{
+    QList<QByteArray> names;
+    for (const Kind &kind : kKinds)
+        names << QByteArray(kind.name);
+    return names;
+}
+
 QByteArray defaultValueOf(QByteArrayView name)
 {
     const Kind *kind = kindOf(name);

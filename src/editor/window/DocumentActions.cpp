@@ -3,6 +3,7 @@
 
 #include "ApplicationInfo.h"
 #include "Dialogs.h"
+#include "FreeName.h"
 #include "ElementCommands.h"
 #include "ChangeValueCommand.h"
 #include "NodeKey.h"
@@ -224,7 +225,9 @@ void DocumentActions::AddElement(const QString &type)
 {
     if (mTree.nodeLetter(currentNode()) != 'L')
         return;
-    const QString name = mDialogs.askText(QStringLiteral("Add Element"), QStringLiteral("Type New Object Name"));
+    const QString name = mDialogs.askText(QStringLiteral("Add Element"), QStringLiteral("Type New Object Name"),
+                                          QString::fromLatin1(FreeName::forType(
+                                              type.toLatin1(), mDocument.childrenOf(mTree.nodeKey(currentNode())))));
     if (name.isEmpty())
         return;
     const std::optional<QByteArray> word = TypedText::name(mDialogs, name);
@@ -244,15 +247,32 @@ void DocumentActions::AddLayer()
     mDocument.undoStack().push(new AddElementCommand(mDocument, QByteArray(), *word, QByteArrayLiteral("LAYER")));
 }
 
+// The names the drawing reads, each with the value it starts with.
+QStringList DocumentActions::propertySuggestions() const
+{
+    QStringList suggestions;
+    for (const QByteArray &name : PropertyKinds::knownNames()) {
+        const QByteArray value = PropertyKinds::defaultValueOf(name);
+        suggestions << (value.isEmpty() || value == clsProperty::noValue()
+                            ? QString::fromLatin1(name)
+                            : QStringLiteral("%1   (%2)").arg(QString::fromLatin1(name), QString::fromLatin1(value)));
+    }
+    return suggestions;
+}
+
 void DocumentActions::AddProperty()
 {
     const char letter = mTree.nodeLetter(currentNode());
     if (letter != 'E' && letter != 'T')
         return;
-    const QString typed = mDialogs.askText(QStringLiteral("Add Property"), QStringLiteral("Type New Property Name"));
-    if (typed.isEmpty())
+    const QStringList suggestions = propertySuggestions();
+    const QString typed = mDialogs.askTextFrom(QStringLiteral("Add Property"), QStringLiteral("Type New Property Name"),
+                                               suggestions);
+    // A suggestion chosen as it stands shows its starting value after the name.
+    const QString key = suggestions.contains(typed) ? typed.section(QLatin1Char(' '), 0, 0) : typed;
+    if (key.isEmpty())
         return;
-    const std::optional<QByteArray> name = TypedText::key(mDialogs, typed);
+    const std::optional<QByteArray> name = TypedText::key(mDialogs, key);
     if (!name)
         return;
     mDocument.undoStack().push(new AddPropertyCommand(mDocument, mTree.nodeKey(currentNode()), *name,

@@ -4,6 +4,7 @@
 #include "Dialogs.h"
 #include "DocumentActions.h"
 #include "ElementClipboard.h"
+#include "FreeName.h"
 #include "NameWord.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
@@ -19,6 +20,68 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QUndoStack>
+
+namespace {
+
+// How far a copy moves off the element it would hide.
+constexpr int kCopyOffset = 10;
+
+// A plain whole number of a property, as a copy's place is read.
+bool plainNumber(const clsElement &element, const char *key, int &number)
+{
+    const clsProperty property = element.Properties().Find(key);
+    if (!property)
+        return false;
+    bool ok = false;
+    number = property.value().toInt(&ok);
+    return ok;
+}
+
+bool coversExactly(const clsElement &copy, const clsElement &other)
+{
+    int x = 0, y = 0, ox = 0, oy = 0;
+    return other.ElementType() == copy.ElementType() && plainNumber(copy, "x", x) && plainNumber(copy, "y", y)
+        && plainNumber(other, "x", ox) && plainNumber(other, "y", oy) && x == ox && y == oy;
+}
+
+// A copy put where its original stands would hide it, and the two could not
+// be told apart on the canvas: it moves right and down until it covers no
+// element of its kind exactly. Places that are not plain numbers stay as they are.
+void moveOffWhatItCovers(clsElement &copy, const clsElements *siblings, const std::vector<const clsElement *> &placed)
+{
+    const auto coversAny = [&] {
+        if (siblings) {
+            for (const clsElement *sibling : *siblings) {
+                if (coversExactly(copy, *sibling))
+                    return true;
+            }
+        }
+        for (const clsElement *other : placed) {
+            if (coversExactly(copy, *other))
+                return true;
+        }
+        return false;
+    };
+    int x = 0, y = 0;
+    for (int tries = 0; tries < 1000 && coversAny(); ++tries) {
+        plainNumber(copy, "x", x);
+        plainNumber(copy, "y", y);
+        copy.Properties().setValue("x", QByteArray::number(x + kCopyOffset));
+        copy.Properties().setValue("y", QByteArray::number(y + kCopyOffset));
+    }
+}
+
+// A new name no sibling holds, and a place where it hides nothing.
+void makeDistinct(clsElement &copy, const clsElements *siblings, QList<QByteArray> &names,
+                  std::vector<const clsElement *> &placed)
+{
+    copy.setStrName(FreeName::of(copy.strName(), siblings, names));
+    names << copy.strName();
+    moveOffWhatItCovers(copy, siblings, placed);
+    placed.push_back(&copy);
+}
+
+} // namespace
 
 EditActions::EditActions(SkinDocument &document, ObjectTreeModel &tree, DocumentActions &actions,
                          Dialogs &dialogs, QObject *parent)
@@ -143,9 +206,13 @@ void EditActions::duplicateSelected()
     if (!element)
         return;
     const QByteArray parent = NodeKey(key).parent();
+    const clsElements *siblings = mDocument.childrenOf(parent);
+    std::unique_ptr<clsElement> copy = ElementClipboard::copyOf(*element);
+    QList<QByteArray> names;
+    std::vector<const clsElement *> placed;
+    makeDistinct(*copy, siblings, names, placed);
     std::vector<PasteElementsCommand::Entry> entries;
-    entries.push_back({ parent, mDocument.childrenOf(parent)->positionOf(element) + 1,
-                        ElementClipboard::copyOf(*element) });
+    entries.push_back({ parent, siblings->positionOf(element) + 1, std::move(copy) });
     mDocument.undoStack().push(new PasteElementsCommand(
         mDocument, std::move(entries), QStringLiteral("Duplicate %1").arg(QString::fromLatin1(element->strName()))));
 }
@@ -188,12 +255,23 @@ void EditActions::paste()
                          Dialogs::Icon::Warning);
         return;
     }
+    // Each pasted element gets a name not taken where it goes, and a place
+    // where it hides no element it was copied from.
     std::vector<PasteElementsCommand::Entry> entries;
-    for (auto &object : pasted.objects)
+    QList<QByteArray> objectNames;
+    std::vector<const clsElement *> objectsPlaced;
+    const clsElements *objectSiblings = objectsIndex >= 0 ? mDocument.childrenOf(objectsParent) : nullptr;
+    for (auto &object : pasted.objects) {
+        makeDistinct(*object, objectSiblings, objectNames, objectsPlaced);
         entries.push_back({ objectsParent, objectsIndex++, std::move(object) });
+    }
     int blocksIndex = topIndex >= 0 ? topIndex + 1 : layers.Count();
-    for (auto &block : pasted.blocks)
+    QList<QByteArray> blockNames;
+    for (auto &block : pasted.blocks) {
+        block->setStrName(FreeName::of(block->strName(), &layers, blockNames));
+        blockNames << block->strName();
         entries.push_back({ QByteArray(), blocksIndex++, std::move(block) });
+    }
     mDocument.undoStack().push(new PasteElementsCommand(mDocument, std::move(entries), QStringLiteral("Paste")));
     if (pasted.leftOut > 0)
         mDialogs.message(title,

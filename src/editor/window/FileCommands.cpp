@@ -133,6 +133,7 @@ void FileCommands::saveAs()
     });
     hourglass.restore();
     if (saved) {
+        mOpener->savedAs(path);
         mParts.saving.wholeDocumentWritten(path);
         emit wholeSkinSaved();
         mEnv.dialogs.message(QStringLiteral("Save File"), QStringLiteral("Saving complete"));

@@ -160,9 +160,11 @@ void frmEditor::createFileMenu()
     connect(mFiles, &FileCommands::titleChanged, this, &frmEditor::setTitle);
     connect(mFiles, &FileCommands::portSkinChosen, this, &frmEditor::PortSkinCommand);
     connect(mOpener, &SkinOpener::opened, this, &frmEditor::skinOpened);
+    connect(mSaveFlow, &SaveChangesFlow::saveAsWanted, mFiles, &FileCommands::saveAs);
     connect(mFiles, &FileCommands::wholeSkinSaved, this, [this] {
         mActions->markSaved();
-        mReloader->skinSaved();
+        // The file written is the one watched from now on.
+        mReloader->skinOpened(mOpener->plan().paths());
     });
 }
 

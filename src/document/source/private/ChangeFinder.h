@@ -37,9 +37,13 @@ public:
 private:
     enum class Collection { Headers, Templates, Fonts, Layers };
 
-    bool claim(const clsElement &element, int file);
+    bool standsIn(const clsElement &element, int file, quint32 parentRecord) const;
+    std::vector<bool> keepInPlace(const std::vector<const clsElement *> &siblings, int onlyFile, quint32 parentRecord);
     FileChanges &changesOf(int file);
     void visit(const clsElement &element);
+    void visitChildren(const clsElement &element, FileChanges &changes);
+    void visitCollection(const clsElements &elements, Collection collection);
+    void writeAnew(const clsElement &element, int file, qsizetype at, const QByteArray &indent);
     void rewriteTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void compareTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void compareProperties(const clsElement &element, const SourceElement &read, FileChanges &changes);
@@ -47,11 +51,13 @@ private:
     void removeProperty(const SourceElement &read, size_t index, FileChanges &changes);
     void addProperties(const clsElement &element, const SourceElement &read, const std::vector<int> &added,
                        FileChanges &changes);
-    void addChildren(const clsElement &element, const SourceElement &read,
-                     const std::vector<const clsElement *> &children, FileChanges &changes);
-    void addTopLevel(const clsElement &element, Collection collection);
+    void addTopLevel(const clsElement &element, Collection collection, int file);
+    void noteMoved(const clsElement &element);
     void removeUnclaimed(int file);
     qsizetype endOfContent(const clsElement &element, int file) const;
+    qsizetype endOfElement(const clsElement &element, int file) const;
+    qsizetype tagLineOf(const clsElement &element) const;
+    QByteArray indentOf(const clsElement &element) const;
     QByteArray lineBreakBefore(const QByteArray &bytes, qsizetype at, const QByteArray &lineEnd) const;
 
     const clsKorviInterface &mDocument;
@@ -59,6 +65,9 @@ private:
     // By file number: the changes, and which records the document still holds.
     std::vector<FileChanges> mChanges;
     std::vector<std::vector<bool>> mClaimed;
+    // Records of elements that moved: their lines go, and the element is
+    // written again where it now stands, as one change.
+    std::vector<std::vector<bool>> mMoved;
     // The line end of each file, worked out when first needed.
     std::vector<QByteArray> mLineEnds;
     const QByteArray &lineEndOf(int file);

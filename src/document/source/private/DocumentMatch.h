@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QString>
+
 class clsElement;
 class clsKorviInterface;
 
@@ -19,6 +21,17 @@ bool sameAsFile(const clsKorviInterface &document, int file, bool receivesNew, c
 // of its counterpart in `alone`, under the number `newNumber`.
 void takeRecords(clsKorviInterface &document, int file, bool receivesNew, const clsKorviInterface &alone,
                  int newNumber);
+
+// In words, the first element where `alone` differs from what `document`
+// holds of the file ("LAYER ui_Main > BUTTON btnHome: x=5 would read back
+// as ..."); empty when they are the same.
+QString firstDifference(const clsKorviInterface &document, int file, bool receivesNew, const clsKorviInterface &alone);
+
+// Whether `alone` holds exactly the elements the whole-document writer
+// writes (every one not imported), and, after that, each of them taking the
+// record of its counterpart under `newNumber`.
+bool sameAsWholeDocument(const clsKorviInterface &document, const clsKorviInterface &alone);
+void takeWholeDocumentRecords(clsKorviInterface &document, const clsKorviInterface &alone, int newNumber);
 
 // Whether an element names a record of a file the document holds.
 bool isFromAFile(const clsKorviInterface &document, const clsElement &element);

@@ -48,16 +48,27 @@ public:
     // Before the whole document is written over a file: when a file of the
     // skin was not read whole, asks whether to write anyway. True to go on.
     bool mayWriteWholeDocument();
-    // The whole document was written to `path` (Save As): when the skin was
-    // read from that file, the next Save Changes compares with it as written.
+    // The whole document was written to `path` (Save As): that file becomes
+    // the skin's file, the one Save Changes compares with and writes, and the
+    // files read before are never written again. When the skin came from
+    // more than that file's own elements, the status bar says so.
     void wholeDocumentWritten(const QString &path);
+    // The file Save Changes writes everything to after such a Save As; empty
+    // while each change goes back to its own file.
+    QString onlyFile() const { return mOnlyFile; }
 
     // The panel is computed again a moment after the last change, so that a
     // burst of edits on a large skin compares the document once.
     void updateSoon();
     void updateNow();
 
+signals:
+    // A refused save: the user chose to write the whole skin elsewhere.
+    void saveAsWanted();
+
 private:
+    void offerSaveAs(const QString &why);
+    bool saveWholeDocument();
     bool chooseFileForNewLayers();
     bool confirmWriting(const std::vector<SaveChanges::Pending> &pending);
     void reportResult(const SaveChanges::Result &result);
@@ -72,6 +83,8 @@ private:
     QString mFileForNewElements;
     bool mWholeFolder = false;
     QString mFolder;
+    QString mWholeDocumentTo;
+    QString mOnlyFile;
     QString mReadErrorFile;
     qint64 mReadErrorLine = 0;
     int mLastFinderRuns = 0;

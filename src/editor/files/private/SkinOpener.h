@@ -32,6 +32,8 @@ public:
     void openFolder(const QString &folder);
     // Reads again what was last opened, as it was opened.
     void reopen();
+    // The whole skin was written to `path` (Save As): it is what was opened.
+    void savedAs(const QString &path);
 
     // What was last opened (a file, or a folder with All), and what its
     // reading met.

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QList>
 
 // What the editor knows about a property by its (lower-case) name: which
 // chooser the "..." button of its grid row opens, what its value cell holds,
@@ -29,5 +30,8 @@ ValueCell valueCellOf(QByteArrayView name);
 // names, two single quotes for scripts, the no-value marker for flags, and
 // nothing for any other name.
 QByteArray defaultValueOf(QByteArrayView name);
+// The names the skin's drawing reads, in the table's order, for the Add
+// Property drop-down.
+QList<QByteArray> knownNames();
 
 } // namespace PropertyKinds

@@ -75,6 +75,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    QStringList propertySuggestions() const;
     void createUndoActions();
     void connectMenus();
     QModelIndex currentNode() const;
