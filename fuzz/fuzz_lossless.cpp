@@ -61,7 +61,7 @@ QByteArray spelled(FuzzedDataProvider &in)
     const QByteArray typed = pick(in, kValues);
     if (typed == "<NOV>")
         return typed;
-    const ValueSpelling::Result result = ValueSpelling::of(typed);
+    const ValueSpelling::Result result = ValueSpelling::of(typed, SkinCodec());
     return result.ok() ? result.spelling : QByteArrayLiteral("1");
 }
 

@@ -75,9 +75,19 @@ bool refuseSameFile(const QString &input, const QString &output, int &exitCode)
     return same;
 }
 
+QByteArray terminalBytes(const QString &text)
+{
+    return text.toLocal8Bit();
+}
+
+QString terminalText(const QByteArray &bytes)
+{
+    return QString::fromLocal8Bit(bytes);
+}
+
 void printErr(const QString &text)
 {
-    const QByteArray bytes = text.toLocal8Bit() + '\n';
+    const QByteArray bytes = terminalBytes(text) + '\n';
     fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
 }
 
@@ -108,6 +118,27 @@ void addImportedOption(QCommandLineParser &parser)
 QStringList importedFiles(const QCommandLineParser &parser)
 {
     return parser.values(QStringLiteral("i"));
+}
+
+void addCodePageOption(QCommandLineParser &parser)
+{
+    parser.addOption(QCommandLineOption(
+        QStringLiteral("code-page"),
+        QStringLiteral("The code page the skin's text is in (windows-1251, utf-8, iso-8859-5, koi8-r, ibm866, cp1250...)."),
+        QStringLiteral("NAME")));
+}
+
+std::optional<SkinCodec> codePage(const QCommandLineParser &parser)
+{
+    if (!parser.isSet(QStringLiteral("code-page")))
+        return SkinCodec::hostDefault();
+    const QString name = parser.value(QStringLiteral("code-page"));
+    const std::optional<SkinCodec> codec = SkinCodec::named(name);
+    if (!codec) {
+        usageError(QStringLiteral("\u201c%1\u201d is no code page this system can use; use one of %2")
+                       .arg(name, SkinCodec::availableNames().join(QStringLiteral(", "))));
+    }
+    return codec;
 }
 
 void readSkinFiles(clsKorviInterface &document, const QStringList &imported, const QString &file)

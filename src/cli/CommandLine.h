@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "SkinCodec.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +16,10 @@ namespace CommandLine {
 void printOut(const QByteArray &bytes);
 // Flushes stdout; the system's reason when any write to it failed, else empty.
 QString outputFailure();
+// Text for the terminal, in its own encoding, and the terminal's text: the
+// one place where the command line's text is converted.
+QByteArray terminalBytes(const QString &text);
+QString terminalText(const QByteArray &bytes);
 void printErr(const QString &text);
 // Prints a usage error and returns the usage exit code (2).
 int usageError(const QString &text);
@@ -36,6 +42,14 @@ bool refuseSameFile(const QString &input, const QString &output, int &exitCode);
 // shared (imported) files.
 void addImportedOption(QCommandLineParser &parser);
 QStringList importedFiles(const QCommandLineParser &parser);
+
+// The option "--code-page NAME": the code page the skin's text is in.
+void addCodePageOption(QCommandLineParser &parser);
+// The code page the option names, else the host's default; nothing after
+// printing why, when the name is no code page (a usage error).
+std::optional<SkinCodec> codePage(const QCommandLineParser &parser);
+// The usage line's form of the option.
+inline QString codePageUsage() { return QStringLiteral("[--code-page NAME]"); }
 
 // Reads the imported files (flag set) in order, then `file` (flag clear), into the
 // document. On a reading error prints nothing and rethrows SkinReadError.

@@ -8,14 +8,24 @@
 
 #include <QCommandLineParser>
 
-// korvi dump [-i IMPORTED.ui]... FILE.ui
+// korvi dump [-i IMPORTED.ui]... [--code-page NAME] FILE.ui
+// Byte for byte by default (each byte as the character of its number), so
+// the output says exactly what the file holds; decoded with --code-page.
 int runDump(const QStringList &arguments)
 {
     QCommandLineParser parser;
     CommandLine::addImportedOption(parser);
+    CommandLine::addCodePageOption(parser);
     if (const int usage = CommandLine::parseArguments(
-            parser, arguments, QStringLiteral("usage: korvi dump [-i IMPORTED.ui]... FILE.ui"), 1, 1))
+            parser, arguments, QStringLiteral("usage: korvi dump [-i IMPORTED.ui]... [--code-page NAME] FILE.ui"), 1, 1))
         return usage;
+    std::optional<SkinCodec> decodeWith;
+    if (parser.isSet(QStringLiteral("code-page"))) {
+        decodeWith = CommandLine::codePage(parser);
+        if (!decodeWith)
+            return 2;
+    }
+    const SkinCodec *codec = decodeWith ? &*decodeWith : nullptr;
 
     clsKorviInterface document;
     try {
@@ -23,9 +33,9 @@ int runDump(const QStringList &arguments)
                                    parser.positionalArguments().first());
     } catch (const SkinReadError &error) {
         // What was read up to the error is printed all the same.
-        CommandLine::printOut(DocumentToJson(document, &error));
+        CommandLine::printOut(DocumentToJson(document, &error, codec));
         return 1;
     }
-    CommandLine::printOut(DocumentToJson(document, nullptr));
+    CommandLine::printOut(DocumentToJson(document, nullptr, codec));
     return 0;
 }

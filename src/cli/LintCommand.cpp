@@ -18,7 +18,8 @@
 namespace {
 
 const QString kUsage = QStringLiteral(
-    "usage: korvi lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...] [--files]");
+    "usage: korvi lint [--skin-dir D] [--format R] [--code-page NAME] (FILE.ui | FOLDER) [--json] [--werror] "
+    "[--disable CODE,...] [--files]");
 
 struct LintOptions
 {
@@ -29,6 +30,7 @@ struct LintOptions
     bool warningsAreErrors = false;
     bool listFiles = false;
     QStringList disabled;
+    SkinCodec codec;
 };
 
 // Returns 0 when the arguments are good, else the usage exit code (printed).
@@ -43,10 +45,15 @@ int parse(const QStringList &args, LintOptions &o)
     const QCommandLineOption files(QStringLiteral("files"),
                                    QStringLiteral("list the files the skin is read from, in reading order, and check nothing"));
     parser.addOptions({ skinDir, format, json, werror, disable, files });
+    CommandLine::addCodePageOption(parser);
     if (!parser.parse(QStringList { QStringLiteral("korvi lint") } + args))
         return CommandLine::usageError(parser.errorText() + QLatin1Char('\n') + kUsage);
     if (parser.positionalArguments().size() != 1)
         return CommandLine::usageError(kUsage);
+    const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
+    if (!codec)
+        return 2;
+    o.codec = *codec;
     o.target = parser.positionalArguments().first();
     o.skinDirectory = parser.value(skinDir);
     o.format = parser.value(format);
@@ -97,7 +104,7 @@ QByteArray jsonOf(const QVector<Problem> &problems)
         o.insert(QStringLiteral("file"), shownPath(p.file));
         o.insert(QStringLiteral("line"), p.line);
         o.insert(QStringLiteral("column"), p.column);
-        o.insert(QStringLiteral("node_key"), QString::fromLocal8Bit(p.nodeKey));
+        o.insert(QStringLiteral("node_key"), SkinCodec::wordText(p.nodeKey));
         o.insert(QStringLiteral("message"), p.message);
         list.append(o);
     }
@@ -124,7 +131,8 @@ QString fileList(const SkinOpenPlan &plan)
 
 } // namespace
 
-// korvi lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...] [--files]
+// korvi lint [--skin-dir D] [--format R] [--code-page NAME] (FILE.ui | FOLDER) [--json] [--werror]
+//            [--disable CODE,...] [--files]
 // A file is read as Open reads it (with its template files and the shared
 // scheme), a folder as All does. Exit 0 without errors, 1 with errors (or with
 // warnings under --werror), 2 on a usage error.
@@ -142,10 +150,11 @@ int runLint(const QStringList &args)
     const bool folder = QFileInfo(o.target).isDir();
     const SkinOpenPlan plan = folder ? SkinOpenPlan::forFolder(o.target) : SkinOpenPlan::forFile(o.target);
     if (o.listFiles) {
-        CommandLine::printOut(fileList(plan).toLocal8Bit());
+        CommandLine::printOut(CommandLine::terminalBytes(fileList(plan)));
         return 0;
     }
     clsKorviInterface document;
+    document.setCodec(o.codec);
     const QVector<SkinReadError> errors = plan.readInto(document);
     SkinContext context;
     context.UiFilePath = plan.uiFilePath;
@@ -167,7 +176,7 @@ int runLint(const QStringList &args)
         for (const Problem &p : problems)
             text += compilerLine(p);
         text += summary(errorCount, warningCount) + QLatin1Char('\n');
-        CommandLine::printOut(text.toLocal8Bit());
+        CommandLine::printOut(CommandLine::terminalBytes(text));
     }
     const bool failed = errorCount > 0 || (o.warningsAreErrors && warningCount > 0);
     return failed ? 1 : 0;

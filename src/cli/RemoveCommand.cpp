@@ -3,7 +3,7 @@
 
 #include "ScriptedEdit.h"
 
-// korvi remove FILE.ui NODEKEY [-o OUT]
+// korvi remove FILE.ui NODEKEY [-o OUT] [--code-page NAME]
 int runRemove(const QStringList &arguments)
 {
     ScriptedEdit edit(QStringLiteral("remove"), QStringLiteral("korvi remove FILE.ui NODEKEY [-o OUT]"), 0, 0);

@@ -8,6 +8,7 @@
 #include "SkinContext.h"
 #include "SkinFormatName.h"
 #include "RenderSetup.h"
+#include "SkinCodec.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
@@ -31,7 +32,7 @@
 namespace {
 
 const char kUsage[] =
-    "usage: korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R] "
+    "usage: korvi render [-i IMPORTED.ui]... FILE.ui [--skin-dir D] [--format R] [--code-page NAME] "
     "(--layer NAME | --all-layers) [--highlight NODEKEY] [--size WxH] -o OUT [--boxes BOXES.json] "
     "[--compare OTHER_FORMAT]";
 
@@ -43,7 +44,7 @@ public:
     {
         QString lines = text;
         lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-        const QByteArray bytes = lines.toLocal8Bit();
+        const QByteArray bytes = CommandLine::terminalBytes(lines);
         fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
     }
 };
@@ -60,6 +61,7 @@ struct RenderOptions
     QSize size;
     QString output;
     QString boxes;
+    SkinCodec codec;
     // Each layer drawn in this format too, beside the first.
     QString compare;
 };
@@ -78,8 +80,7 @@ bool parseSize(const QString &text, QSize &size)
 int parseOptions(const QStringList &arguments, RenderOptions &o)
 {
     const auto valued = [](const char *name, const char *description, const char *valueName) {
-        return QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(description),
-                                  QString::fromLatin1(valueName));
+        return QCommandLineOption(QLatin1String(name), QLatin1String(description), QLatin1String(valueName));
     };
     const QCommandLineOption skinDir = valued("skin-dir", "The default skin directory.", "D");
     const QCommandLineOption format = valued("format", "The skin format.", "R");
@@ -92,10 +93,15 @@ int parseOptions(const QStringList &arguments, RenderOptions &o)
     const QCommandLineOption compare = valued("compare", "Each layer also in this format, side by side.", "FORMAT");
     QCommandLineParser parser;
     CommandLine::addImportedOption(parser);
+    CommandLine::addCodePageOption(parser);
     parser.addOptions({ skinDir, format, layer, allLayers, highlight, size, output, boxes, compare });
     const QString usage = QLatin1String(kUsage);
     if (const int error = CommandLine::parseArguments(parser, arguments, usage, 1, 1))
         return error;
+    const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
+    if (!codec)
+        return 2;
+    o.codec = *codec;
     o.imported = CommandLine::importedFiles(parser);
     o.file = parser.positionalArguments().first();
     o.skinDirectory = parser.value(skinDir);
@@ -127,7 +133,7 @@ bool isDrawnBlock(const clsElement *block)
 
 QString pictureFileName(const clsElement *block)
 {
-    QString name = QString::fromLatin1(block->ElementKey());
+    QString name = SkinCodec::wordText(block->ElementKey());
     static const QRegularExpression unsafe(QStringLiteral("[^A-Za-z0-9_.\\[\\]-]"));
     name.replace(unsafe, QStringLiteral("_"));
     return name + QStringLiteral(".png");
@@ -152,6 +158,12 @@ QByteArray pngOf(const QImage &canvas)
     return png;
 }
 
+// The names the skin gives its layers, in its code page.
+QString nameOf(const clsKorviInterface &doc, QByteArrayView bytes)
+{
+    return doc.codec().toText(bytes);
+}
+
 QByteArray contactSheet(const QVector<QPair<QString, QString>> &pictures, const QString &skinFile)
 {
     QString html = QStringLiteral(
@@ -173,7 +185,7 @@ void appendBoxes(QJsonArray &boxes, const LayerRenderer &renderer, const QString
 {
     for (const LayerRenderer::DrawnObject &d : renderer.drawnObjects()) {
         QJsonObject o;
-        o.insert(QStringLiteral("key"), QString::fromLatin1(renderer.nodeKeyOf(d.element)));
+        o.insert(QStringLiteral("key"), SkinCodec::wordText(renderer.nodeKeyOf(d.element)));
         o.insert(QStringLiteral("left"), d.box.left);
         o.insert(QStringLiteral("top"), d.box.top);
         o.insert(QStringLiteral("width"), d.box.width);
@@ -188,6 +200,7 @@ void appendBoxes(QJsonArray &boxes, const LayerRenderer &renderer, const QString
 // Returns false after printing the error when a file cannot be read.
 bool readSkin(clsKorviInterface &doc, const RenderOptions &o, QString &format)
 {
+    doc.setCodec(o.codec);
     try {
         for (const QString &path : o.imported)
             ReadUiFile(doc, path, true);
@@ -241,7 +254,7 @@ struct ComparedSkin
         const clsElement *same = doc.Layers().Find(block->ElementKey());
         if (!same) {
             CommandLine::printErr(QStringLiteral("korvi: %1 has no layer \"%2\"").arg(context.UiFilePath,
-                                                                                         QString::fromLatin1(block->strName())));
+                                                                                         SkinCodec::wordText(block->strName())));
             canvas.fill(qRgb(0, 0, 0));
             return canvas;
         }
@@ -283,7 +296,7 @@ int runRender(const QStringList &arguments)
     LayerRenderer &renderer = setup.renderer;
 
     if (!o.highlight.isEmpty()) {
-        const clsElement *selected = NodeKey::ResolveNodeKey(doc, o.highlight.toLatin1()).element;
+        const clsElement *selected = NodeKey::ResolveNodeKey(doc, SkinCodec::wordBytes(o.highlight)).element;
         if (!selected)
             CommandLine::printErr(QStringLiteral("korvi: %1 names no object; nothing is highlighted").arg(o.highlight));
         renderer.setHighlighted(selected);
@@ -296,7 +309,7 @@ int runRender(const QStringList &arguments)
                 blocks << block;
         }
     } else {
-        const clsElement *block = doc.Layers().Find(o.layer.toLatin1());
+        const clsElement *block = doc.Layers().Find(SkinCodec::wordBytes(o.layer));
         if (!block) {
             CommandLine::printErr(QStringLiteral("korvi: %1 has no layer \"%2\"").arg(o.file, o.layer));
             return 1;
@@ -317,13 +330,13 @@ int runRender(const QStringList &arguments)
     for (const clsElement *block : blocks) {
         QImage canvas(size, QImage::Format_RGB32);
         renderer.DrawLayer(block, canvas);
-        const QString name = QString::fromLatin1(block->strName());
+        const QString name = nameOf(doc, block->strName());
         const QString target = o.allLayers ? QDir(o.output).filePath(pictureFileName(block)) : o.output;
         const QImage picture = o.compare.isEmpty() ? canvas : FormatCompare::sideBySide(canvas, compared.draw(block, o));
         if (!writeFile(target, pngOf(picture)))
             return 1;
-        sheet.append({ pictureFileName(block), QString::fromLatin1(block->ElementType()) + QLatin1Char(':') + name });
-        appendBoxes(boxes, renderer, o.allLayers ? QString::fromLatin1(block->ElementKey()) : QString());
+        sheet.append({ pictureFileName(block), nameOf(doc, block->ElementType()) + QLatin1Char(':') + name });
+        appendBoxes(boxes, renderer, o.allLayers ? SkinCodec::wordText(block->ElementKey()) : QString());
     }
     if (o.allLayers && !writeFile(QDir(o.output).filePath(QStringLiteral("index.html")),
                                   contactSheet(sheet, QFileInfo(o.file).fileName())))

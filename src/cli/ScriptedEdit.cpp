@@ -28,6 +28,7 @@ bool ScriptedEdit::start(const QStringList &arguments)
     const QCommandLineOption output(QStringLiteral("o"), QStringLiteral("write to OUT and leave FILE alone"),
                                     QStringLiteral("OUT"));
     parser.addOption(output);
+    CommandLine::addCodePageOption(parser);
     if (!parser.parse(QStringList { QStringLiteral("korvi ") + mName } + arguments)) {
         mExitCode = CommandLine::usageError(parser.errorText() + QStringLiteral("\nusage: ") + mUsage);
         return false;
@@ -42,7 +43,13 @@ bool ScriptedEdit::start(const QStringList &arguments)
     mNodeKey = positional.at(1);
     mRest = positional.mid(2);
     mOutput = parser.value(output);
-    if (const QString problem = NodeKey::problemWith(bytesOf(mNodeKey)); !problem.isEmpty()) {
+    const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
+    if (!codec) {
+        mExitCode = 2;
+        return false;
+    }
+    mDocument.setCodec(*codec);
+    if (const QString problem = NodeKey::problemWith(wordOf(mNodeKey)); !problem.isEmpty()) {
         mExitCode = CommandLine::usageError(QStringLiteral("\u201C%1\u201D is not a node key: %2").arg(mNodeKey, problem));
         return false;
     }
@@ -69,7 +76,7 @@ bool ScriptedEdit::start(const QStringList &arguments)
 
 clsElement *ScriptedEdit::element()
 {
-    const QByteArray key = bytesOf(mNodeKey);
+    const QByteArray key = wordOf(mNodeKey);
     NodeTarget target;
     if (NodeKey::ownLetterOf(key) == 'U') {
         // The used-layer element itself, not the layer it uses.

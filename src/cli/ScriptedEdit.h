@@ -38,8 +38,8 @@ public:
     // Saves the changes (to OUT when given) and returns the exit code.
     int save();
 
-    // Command-line text as skin bytes.
-    static QByteArray bytesOf(const QString &text) { return text.toLocal8Bit(); }
+    // A node key or a key typed on the command line: ASCII words.
+    static QByteArray wordOf(const QString &text) { return SkinCodec::wordBytes(text); }
 
 private:
     QString mName;

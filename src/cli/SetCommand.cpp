@@ -7,7 +7,7 @@
 #include "ScriptedEdit.h"
 #include "ValueSpelling.h"
 
-// korvi set FILE.ui NODEKEY KEY=VALUE... [-o OUT]
+// korvi set FILE.ui NODEKEY KEY=VALUE... [-o OUT] [--code-page NAME]
 int runSet(const QStringList &arguments)
 {
     ScriptedEdit edit(QStringLiteral("set"), QStringLiteral("korvi set FILE.ui NODEKEY KEY=VALUE... [-o OUT]"), 1, -1);
@@ -23,8 +23,10 @@ int runSet(const QStringList &arguments)
     for (const QString &assignment : edit.rest()) {
         const qsizetype equals = assignment.indexOf(QLatin1Char('='));
         // Keys are lower case in a document, as the reader keeps them.
-        const QByteArray key = AsciiCase::lowered(ScriptedEdit::bytesOf(assignment.left(equals)));
-        const ValueSpelling::Result value = ValueSpelling::of(ScriptedEdit::bytesOf(assignment.mid(equals + 1)));
+        const QString keyText = assignment.left(equals);
+        const QByteArray key = AsciiCase::lowered(ScriptedEdit::wordOf(keyText));
+        // The terminal's text, stored in the skin's code page.
+        const ValueSpelling::Result value = ValueSpelling::ofText(assignment.mid(equals + 1), edit.document().codec());
         if (!value.ok())
             return edit.fail(value.problem);
         clsProperties &properties = element->Properties();
@@ -33,7 +35,7 @@ int runSet(const QStringList &arguments)
             continue;
         }
         // Only a plain key is added: "x[0]" addresses one of repeated keys.
-        const QString problem = NameWord::problemWithKey(QString::fromLocal8Bit(key));
+        const QString problem = NameWord::problemWithKey(keyText);
         if (!problem.isEmpty())
             return edit.fail(problem);
         properties.Add(key, value.spelling);

@@ -4,7 +4,7 @@
 #include "AsciiCase.h"
 #include "ScriptedEdit.h"
 
-// korvi unset FILE.ui NODEKEY KEY... [-o OUT]
+// korvi unset FILE.ui NODEKEY KEY... [-o OUT] [--code-page NAME]
 int runUnset(const QStringList &arguments)
 {
     ScriptedEdit edit(QStringLiteral("unset"), QStringLiteral("korvi unset FILE.ui NODEKEY KEY... [-o OUT]"), 1, -1);
@@ -14,7 +14,7 @@ int runUnset(const QStringList &arguments)
     if (!element)
         return edit.exitCode();
     for (const QString &name : edit.rest()) {
-        const QByteArray key = AsciiCase::lowered(ScriptedEdit::bytesOf(name));
+        const QByteArray key = AsciiCase::lowered(ScriptedEdit::wordOf(name));
         if (!element->Properties().ItemExist(key))
             return edit.fail(QStringLiteral("the element has no property %1").arg(name));
         element->Properties().Remove(key);

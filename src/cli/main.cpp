@@ -67,7 +67,11 @@ int printHelp()
     for (const Subcommand &s : kSubcommands)
         text += QStringLiteral("  %1\n").arg(QLatin1String(s.summary));
     text += QStringLiteral("  version (or --version)                     print the program's version\n");
-    CommandLine::printOut(text.toUtf8());
+    text += QStringLiteral("\nrender, lint, set, unset, remove, locate and dump take --code-page NAME, the code page\n"
+                           "of the skin's text (windows-1251, utf-8, iso-8859-5, koi8-r, ibm866, cp1250...);\n"
+                           "without it, the system's own (Windows-1252 where the system has none). dump prints\n"
+                           "the bytes as they are unless given one.\n");
+    CommandLine::printOut(CommandLine::terminalBytes(text));
     return 0;
 }
 

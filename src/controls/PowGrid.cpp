@@ -698,9 +698,11 @@ bool PowGrid::isChecked(const QString &text)
     return number && *number != 0;
 }
 
+// Either combo type takes the row's own list when it has one, else the
+// column's.
 std::shared_ptr<clsComboList> PowGrid::comboListOf(const PowGridItem *item, int column) const
 {
-    if (CellDataType(item, column) == dtItemCombo)
+    if (item && item->ComboList)
         return item->ComboList;
     const Header *h = mHeaders->at(column);
     return h ? h->ComboList : nullptr;

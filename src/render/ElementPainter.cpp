@@ -111,7 +111,7 @@ void ElementPainter::drawCell(const clsElement *cellTemplate, QImage &canvas, in
 ElementPainter::Frame ElementPainter::loadFrame(const QByteArray &reference, bool highlighted)
 {
     Frame frame;
-    frame.file = mContext.lookup.GetImageFile(reference);
+    frame.file = mContext.lookup.GetImageFile(reference, mContext.document.codec());
     // A sprite count of 0 ("#0") has no frame height: the picture is skipped.
     if (frame.file.spriteCount == 0)
         return frame;

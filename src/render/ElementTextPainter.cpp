@@ -15,12 +15,6 @@ using namespace SkinValues;
 
 namespace {
 
-// Skin text is 8-bit; each byte is shown as the character of that code.
-QString fromSkinText(const QByteArray &bytes)
-{
-    return QString::fromLatin1(bytes);
-}
-
 int widestLine(FontMeasure &measure, const CanvasFont &font, const QStringList &lines)
 {
     int widest = 0;
@@ -51,18 +45,21 @@ QByteArray ElementTextPainter::value(const char *name, const clsElement *element
 
 QString ElementTextPainter::caption(const clsKorviInterface &document, const clsElement *element)
 {
-    QByteArray text = document.GetElementValue("text", element);
-    text.replace("\\n", "\n");
+    // Decoded first: in a double-byte code page a backslash or a "|" may be the
+    // second byte of a character.
+    const SkinCodec &codec = document.codec();
+    QString text = codec.toText(document.GetElementValue("text", element));
+    text.replace(QLatin1String("\\n"), QLatin1String("\n"));
     if (text.isEmpty() && !element->IsText() && !element->IsTemplate() && !element->IsSlider())
         return {};
     if (text.isEmpty() && element->IsSlider()) {
-        const QByteArray sliderValue = document.GetElementValue("value", element);
-        const qsizetype bar = sliderValue.indexOf('|');
+        const QString sliderValue = codec.toText(document.GetElementValue("value", element));
+        const qsizetype bar = sliderValue.indexOf(QLatin1Char('|'));
         text = bar >= 0 ? sliderValue.left(bar) : sliderValue;
     }
     if (text.isEmpty())
-        text = "XXX";
-    return fromSkinText(text);
+        text = QStringLiteral("XXX");
+    return text;
 }
 
 int ElementTextPainter::sizeFor(const QByteArray &fontSize)
@@ -92,7 +89,7 @@ void ElementTextPainter::selectFont(const clsElement *element)
         name.chop(2);
     // An empty name cannot be set: the canvas keeps the family it had.
     if (!name.trimmed().isEmpty())
-        mContext.font.family = mContext.fonts.resolveFamily(fromSkinText(name));
+        mContext.font.family = mContext.fonts.resolveFamily(mContext.document.codec().toText(name));
     else if (mContext.font.family.isEmpty())
         mContext.font.family = mContext.fonts.resolveFamily(QStringLiteral("Verdana"));
     mContext.font.bold = bold;
@@ -121,6 +118,7 @@ void ElementTextPainter::draw(const clsElement *element, QImage &canvas, const E
     const int DY = vertical.offset;
     const bool slider = element->IsSlider();
 
+    mContext.fonts.reportMissingLetters(measure.font(font), text);
     const QStringList lines = text.split(QLatin1Char('\n'));
     QPainter painter(&canvas);
     painter.setPen(QColor(colour));

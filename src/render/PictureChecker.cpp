@@ -23,7 +23,6 @@
 #include <iterator>
 #include <utility>
 
-using ProblemText::shown;
 using namespace SkinValues;
 
 namespace {
@@ -55,9 +54,9 @@ QStringList probedPaths(const QString &report)
     return paths;
 }
 
-QString typeAndName(const clsElement &element)
+QString typeAndName(const SkinCodec &codec, const clsElement &element)
 {
-    return shown(element.ElementType()) + QLatin1Char(' ') + shown(element.strName());
+    return codec.toText(element.ElementType()) + QLatin1Char(' ') + codec.toText(element.strName());
 }
 
 // The values an object's place depends on.
@@ -177,6 +176,11 @@ PictureChecker::PictureChecker(const clsKorviInterface &document, const SkinCont
 
 PictureChecker::~PictureChecker() = default;
 
+QString PictureChecker::shown(QByteArrayView bytes) const
+{
+    return ProblemText::shown(mDocument.codec(), bytes);
+}
+
 PictureChecker::PlaceValues::PlaceValues(const clsElement &element, ChainValues &chains)
     : mChains(chains)
 {
@@ -264,11 +268,11 @@ const PictureChecker::Resolution &PictureChecker::resolve(QByteArrayView referen
         return *known;
     Resolution r;
     const QByteArray reference = referenceView.toByteArray();
-    const QString name = QFile::decodeName(reference);
+    const QString name = mDocument.codec().toText(reference);
     r.fileName = SkinFileNames::GetFileName(name, true);
     r.readable = isPictureFileName(r.fileName);
     mReport.clear();
-    r.file = mLookup.GetImageFile(reference);
+    r.file = mLookup.GetImageFile(name);
     r.probes = probedPaths(mReport.text());
     if (!r.file.path.isEmpty())
         mUsed.insert(cleanAbsolute(r.file.path));
@@ -451,7 +455,7 @@ void PictureChecker::checkOnScreen(const SkinElementWalk::Visit &visit)
         all = all.united(part);
     }
     add(visit, Problem::Severity::Warning, ProblemCodes::OffScreen, {},
-        typeAndName(visit.element) % QLatin1String(" lies wholly outside the ") % QString::number(mScreen.width())
+        typeAndName(mDocument.codec(), visit.element) % QLatin1String(" lies wholly outside the ") % QString::number(mScreen.width())
             % QLatin1String(" x ") % QString::number(mScreen.height()) % QLatin1String(" screen (x from ")
             % QString::number(all.left()) % QLatin1String(" to ") % QString::number(all.left() + all.width())
             % QLatin1String(", y from ") % QString::number(all.top()) % QLatin1String(" to ")

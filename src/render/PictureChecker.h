@@ -45,6 +45,8 @@ public:
     QVector<Problem> finish(bool wholeSkin);
 
 private:
+    // Skin text quoted in a message, in the skin's code page.
+    QString shown(QByteArrayView bytes) const;
     class PlaceValues;
     class ChainValues;
     struct Resolution

@@ -167,9 +167,9 @@ QString ResourceLookup::locate(const QString &reference, bool shared, bool &foun
     return candidate;
 }
 
-ImageFile ResourceLookup::GetImageFile(const QByteArray &reference) const
+ImageFile ResourceLookup::GetImageFile(const QByteArray &reference, const SkinCodec &codec) const
 {
-    return GetImageFile(QFile::decodeName(reference));
+    return GetImageFile(codec.toText(reference));
 }
 
 ImageFile ResourceLookup::GetImageFile(const QString &ref) const

@@ -3,6 +3,7 @@
 
 #include "ImageFile.h"
 #include "InfoSink.h"
+#include "SkinCodec.h"
 #include "SkinContext.h"
 
 #include <QByteArray>
@@ -42,9 +43,9 @@ public:
     // path is empty when nothing was found, or when the extension is none of
     // bmp, jpg and spr.
     ImageFile GetImageFile(const QString &reference) const;
-    // The same for a reference as it stands in a skin property (8-bit text,
-    // turned into a file name the way the host file system does).
-    ImageFile GetImageFile(const QByteArray &reference) const;
+    // The same for a reference as it stands in a skin property: 8-bit text in
+    // the skin's code page, the code page the skin's maker named the file in.
+    ImageFile GetImageFile(const QByteArray &reference, const SkinCodec &codec) const;
 
     // The canvas background: U/../background/default.bmp, else (D and R set)
     // D/R/background/default.bmp. Missing probes are reported under the file name

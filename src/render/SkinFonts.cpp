@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QFontMetrics>
 
 namespace {
 
@@ -124,6 +125,58 @@ bool SkinFonts::platformHasFamily(const QString &name)
             mKnownFamilies.insert(family.toLower());
     }
     return mKnownFamilies.contains(name.toLower());
+}
+
+namespace {
+
+QString scriptName(QChar::Script script)
+{
+    switch (script) {
+    case QChar::Script_Cyrillic:
+        return QStringLiteral("Cyrillic");
+    case QChar::Script_Greek:
+        return QStringLiteral("Greek");
+    case QChar::Script_Latin:
+        return QStringLiteral("Latin");
+    case QChar::Script_Arabic:
+        return QStringLiteral("Arabic");
+    case QChar::Script_Hebrew:
+        return QStringLiteral("Hebrew");
+    case QChar::Script_Han:
+        return QStringLiteral("Chinese");
+    case QChar::Script_Hiragana:
+    case QChar::Script_Katakana:
+        return QStringLiteral("Japanese");
+    case QChar::Script_Hangul:
+        return QStringLiteral("Korean");
+    default:
+        return QStringLiteral("some");
+    }
+}
+
+} // namespace
+
+void SkinFonts::reportMissingLetters(const QFont &font, const QString &text)
+{
+    if (!mSink)
+        return;
+    const QFontMetrics metrics(font);
+    const QString family = font.family();
+    for (const QChar c : text) {
+        // ASCII is in every font a skin names; only other letters can be missing.
+        if (c.unicode() < 0x80 || !c.isLetter())
+            continue;
+        const QPair<QString, int> key(family, int(c.script()));
+        // The first letter of a script tells for the script: a font has a
+        // script's alphabet or none of it.
+        if (mScriptsChecked.contains(key))
+            continue;
+        mScriptsChecked.insert(key);
+        if (metrics.inFont(c))
+            continue;
+        mSink->append(QStringLiteral("Font %1 has no %2 letters, drawn with the system's fallback font\r\n")
+                          .arg(font.family(), scriptName(c.script())));
+    }
 }
 
 QString SkinFonts::resolveFamily(const QString &name)

@@ -4,11 +4,13 @@
 #include "SkinContext.h"
 
 #include <QHash>
+#include <QPair>
 #include <QSet>
 #include <QString>
 #include <QStringList>
 
 class InfoSink;
+class QFont;
 
 // The fonts a skin is drawn with. A skin may bring its own font files in a folder
 // named "fonts" beside it; those are added to the application's fonts before
@@ -33,6 +35,11 @@ public:
     // has it (ASCII case ignored), else its fallback.
     QString resolveFamily(const QString &name);
 
+    // Tells the information sink, once per family and script, when `font`
+    // has no glyphs for letters of `text` (Cyrillic in a Latin-only font):
+    // the platform draws them with a fallback font of its own.
+    void reportMissingLetters(const QFont &font, const QString &text);
+
     // The metric-similar family used for a missing one.
     static QString fallbackFamily(const QString &name);
 
@@ -48,4 +55,5 @@ private:
     QSet<QString> mKnownFamilies; // lower case; empty until first needed
     QHash<QString, QString> mResolved; // lower-case name -> family
     QSet<QString> mReported; // lower-case names already told to the sink
+    QSet<QPair<QString, int>> mScriptsChecked; // family and script looked at
 };

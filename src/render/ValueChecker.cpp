@@ -10,7 +10,6 @@
 
 #include <cstring>
 
-using ProblemText::shown;
 
 namespace {
 
@@ -68,6 +67,11 @@ ValueChecker::ValueChecker(const clsKorviInterface &document, ProblemPlaces &pla
     : mDocument(document)
     , mPlaces(places)
 {
+}
+
+QString ValueChecker::shown(QByteArrayView bytes) const
+{
+    return ProblemText::shown(mDocument.codec(), bytes);
 }
 
 QVector<Problem> ValueChecker::check()

@@ -28,6 +28,8 @@ public:
     QVector<Problem> takeProblems() { return std::exchange(mProblems, {}); }
 
 private:
+    // Skin text quoted in a message, in the skin's code page.
+    QString shown(QByteArrayView bytes) const;
     void checkNumbers(const SkinElementWalk::Visit &visit);
     void checkColour(const SkinElementWalk::Visit &visit);
     void add(const SkinElementWalk::Visit &visit, const QString &code, QByteArrayView key, const QString &message);

@@ -60,6 +60,23 @@ private slots:
                  QString::fromLatin1("\"caf\xe9\""));
     }
 
+    // By default a byte is the character of its number; with a code page the
+    // skin's text is decoded.
+    void dumpIsByteExactUnlessGivenACodePage()
+    {
+        QTemporaryDir dir;
+        const QString file = writeFile(dir, "main.ui", "<LAYER ui_Main>\r\n\t<TEXT txtA text=\"\xc6\">\r\n</LAYER>\r\n");
+        const Run exact = korvi({ "dump", file });
+        QCOMPARE(exact.exitCode, 0);
+        QVERIFY2(exact.out.contains("[\"text\", \"\\\"\\u00c6\\\"\"]"), exact.out.constData());
+        const Run decoded = korvi({ "dump", "--code-page", "cp1251", file });
+        QCOMPARE(decoded.exitCode, 0);
+        QVERIFY2(decoded.out.contains("[\"text\", \"\\\"\\u0416\\\"\"]"), decoded.out.constData());
+        const QJsonDocument json = QJsonDocument::fromJson(decoded.out);
+        const QJsonArray property = json[QStringLiteral("Layers")][0][QStringLiteral("children")][0][QStringLiteral("properties")][0].toArray();
+        QCOMPARE(property.at(1).toString(), QString::fromUtf8("\"\xd0\x96\""));
+    }
+
     void dumpOfAFileThatStopsReportsTheLineAndTheDocumentSoFar()
     {
         QTemporaryDir dir;

@@ -116,6 +116,48 @@ private slots:
         QVERIFY(skin.untouched());
     }
 
+    // The terminal's text (UTF-8 here) is stored in the skin's code page.
+    void setStoresTheTerminalsTextInTheSkinsCodePage()
+    {
+        Skin skin;
+        const Run run = korvi({ "set", "--code-page", "WINDOWS-1251", skin.path, "Lui_Main|EbtnMap",
+                                QString::fromUtf8("text=\xd0\x9a\xd0\xb0\xd1\x80\xd1\x82\xd0\xb0") });
+        QCOMPARE(run.exitCode, 0);
+        QByteArray expected = kSkin;
+        expected.replace("text=Map", "text=\"\xca\xe0\xf0\xf2\xe0\"");
+        QCOMPARE(readTestFile(skin.path), expected);
+    }
+
+    void setOfACharacterTheCodePageLacksFailsAndLeavesTheFile()
+    {
+        Skin skin;
+        const Run run = korvi({ "set", "--code-page", "cp1252", skin.path, "Lui_Main|EbtnMap",
+                                QString::fromUtf8("text=\xd0\x96") });
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(QString::fromUtf8(run.err),
+                 QString::fromUtf8("korvi set: \xe2\x80\x9c\xd0\x96\xe2\x80\x9d cannot be written in Windows-1252, "
+                                   "the code page of this skin\n"));
+        QVERIFY(skin.untouched());
+    }
+
+    void aNameThatIsNoCodePageIsAUsageError()
+    {
+        Skin skin;
+        const Run run = korvi({ "set", "--code-page", "cyrillic-ish", skin.path, "Lui_Main|EbtnMap", "x=1" });
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains("is no code page"), run.err.constData());
+        QVERIFY(skin.untouched());
+    }
+
+    void aKeyWithOtherLettersIsRefusedWithTheReason()
+    {
+        Skin skin;
+        const Run run = korvi({ "set", skin.path, "Lui_Main|EbtnMap", QString::fromUtf8("\xd1\x82=1") });
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.err.contains("is not an ASCII letter"), run.err.constData());
+        QVERIFY(skin.untouched());
+    }
+
     void nodeKeyThatNamesNoElementFails()
     {
         Skin skin;

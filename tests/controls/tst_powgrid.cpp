@@ -249,10 +249,12 @@ private slots:
         PowGridItem *unknown = addRow(QStringLiteral("unknown"), QStringLiteral("zz"));
         QCOMPARE(grid->DisplayText(known, 1), QStringLiteral("Bee"));
         QCOMPARE(grid->DisplayText(unknown, 1), QStringLiteral("???"));
-        // An item combo (in a text column) looks in the row's own list, which
-        // this row lacks.
+        // An item combo (in a text column) looks in the row's own list, and
+        // in the column's while the row has none.
         grid->Headers()->Item(2)->ColumnDataType = dtText;
         known->DataType = dtItemCombo;
+        QCOMPARE(grid->DisplayText(known, 1), QStringLiteral("Bee"));
+        grid->Headers()->Item(2)->ComboList.reset();
         QCOMPARE(grid->DisplayText(known, 1), QStringLiteral("???"));
         known->ComboList = std::make_shared<clsComboList>();
         known->ComboList->Add(QStringLiteral("Own bee"), QStringLiteral("b"));
@@ -576,6 +578,27 @@ private slots:
         QVERIFY(!combo->isVisible());
         QCOMPARE(row->CellText(1), QStringLiteral("c"));
         QCOMPARE(grid->DisplayText(row, 1), QStringLiteral("Cat"));
+    }
+
+    void aComboColumnTakesTheRowsOwnListWhenItHasOne()
+    {
+        setUpColumns(dtCombo);
+        auto list = std::make_shared<clsComboList>();
+        list->Add(QStringLiteral("Ant"), QStringLiteral("a"));
+        grid->Headers()->Item(2)->ComboList = list;
+        PowGridItem *own = addRow(QStringLiteral("own"), QStringLiteral("x"));
+        own->ComboList = std::make_shared<clsComboList>();
+        own->ComboList->Add(QStringLiteral("Ex"), QStringLiteral("x"));
+        own->ComboList->Add(QStringLiteral("Why"), QStringLiteral("y"));
+        addRow(QStringLiteral("column's"), QStringLiteral("a"));
+        QCOMPARE(grid->DisplayText(own, 1), QStringLiteral("Ex"));
+        click(1, 1);
+        QCOMPARE(grid->cmbInput()->count(), 2);
+        QCOMPARE(grid->cmbInput()->currentText(), QStringLiteral("Ex"));
+        QTest::keyClick(grid->cmbInput(), Qt::Key_Escape);
+        click(2, 1);
+        QCOMPARE(grid->cmbInput()->count(), 1);
+        QCOMPARE(grid->cmbInput()->currentText(), QStringLiteral("Ant"));
     }
 
     void itemComboUsesTheRowsOwnList()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "NameWord.h"
+#include "SkinCodec.h"
 #include "UiFileReader.h"
 #include "ValueSpelling.h"
 #include "clsKorviInterface.h"
@@ -40,38 +41,38 @@ class TestValueSpelling : public QObject
 private slots:
     void plainValueIsStoredAsTyped()
     {
-        QCOMPARE(ValueSpelling::of("120").spelling, QByteArray("120"));
-        QCOMPARE(ValueSpelling::of("icons/a.bmp#6").spelling, QByteArray("icons/a.bmp#6"));
+        QCOMPARE(ValueSpelling::of("120", SkinCodec()).spelling, QByteArray("120"));
+        QCOMPARE(ValueSpelling::of("icons/a.bmp#6", SkinCodec()).spelling, QByteArray("icons/a.bmp#6"));
     }
 
     void valueWithABlankIsStoredInDoubleQuotes()
     {
-        QCOMPARE(ValueSpelling::of("Go home now").spelling, QByteArray("\"Go home now\""));
-        QCOMPARE(ValueSpelling::of("caf\xe9").spelling, QByteArray("\"caf\xe9\""));
-        QCOMPARE(ValueSpelling::of("65|0|100").spelling, QByteArray("\"65|0|100\""));
+        QCOMPARE(ValueSpelling::of("Go home now", SkinCodec()).spelling, QByteArray("\"Go home now\""));
+        QCOMPARE(ValueSpelling::of("caf\xe9", SkinCodec()).spelling, QByteArray("\"caf\xe9\""));
+        QCOMPARE(ValueSpelling::of("65|0|100", SkinCodec()).spelling, QByteArray("\"65|0|100\""));
         // The reader passes over a leading "." ("x=.5" reads 5).
-        QCOMPARE(ValueSpelling::of(".5").spelling, QByteArray("\".5\""));
-        QCOMPARE(ValueSpelling::of("").spelling, QByteArray("\"\""));
+        QCOMPARE(ValueSpelling::of(".5", SkinCodec()).spelling, QByteArray("\".5\""));
+        QCOMPARE(ValueSpelling::of("", SkinCodec()).spelling, QByteArray("\"\""));
     }
 
     void valueWithADoubleQuoteIsStoredInSingleQuotes()
     {
-        QCOMPARE(ValueSpelling::of("say \"hi\"").spelling, QByteArray("'say \"hi\"'"));
+        QCOMPARE(ValueSpelling::of("say \"hi\"", SkinCodec()).spelling, QByteArray("'say \"hi\"'"));
     }
 
     void valueWithNoSpellingThatReadsBackIsRefused()
     {
-        const ValueSpelling::Result both = ValueSpelling::of("it's \"x\"");
+        const ValueSpelling::Result both = ValueSpelling::of("it's \"x\"", SkinCodec());
         QVERIFY(!both.ok());
         QVERIFY(both.problem.contains(QStringLiteral("\u201cit's \"x\"\u201d")));
-        QVERIFY(!ValueSpelling::of("two\nlines").ok());
+        QVERIFY(!ValueSpelling::of("two\nlines", SkinCodec()).ok());
     }
 
     void aValueOverTwoLinesIsStoredInQuotes()
     {
         // As the reader reads a quoted value that runs on to the next line.
-        QCOMPARE(ValueSpelling::of("two\rlines").spelling, QByteArray("\"two\rlines\""));
-        QCOMPARE(ValueSpelling::of("'two\rlines'").spelling, QByteArray("'two\rlines'"));
+        QCOMPARE(ValueSpelling::of("two\rlines", SkinCodec()).spelling, QByteArray("\"two\rlines\""));
+        QCOMPARE(ValueSpelling::of("'two\rlines'", SkinCodec()).spelling, QByteArray("'two\rlines'"));
     }
 
     void everySpellingReadsBackThroughTheReader()
@@ -80,7 +81,7 @@ private slots:
         int refused = 0;
         for (int i = 0; i < 20000; ++i) {
             const QByteArray typed = randomText(rng);
-            const ValueSpelling::Result result = ValueSpelling::of(typed);
+            const ValueSpelling::Result result = ValueSpelling::of(typed, SkinCodec());
             if (!result.ok()) {
                 ++refused;
                 QVERIFY2(typed.contains('\n') || (typed.contains('"') && typed.contains('\'')), typed.constData());

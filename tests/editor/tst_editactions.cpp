@@ -9,14 +9,19 @@
 #include "ElementText.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
+#include "PowGridItem.h"
+#include "PropertyGridFiller.h"
 #include "SaveChanges.h"
 #include "SkinDocument.h"
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
+#include "clsPowGridItems.h"
 
 #include <QClipboard>
+#include <QDockWidget>
 #include <QMenu>
 #include <QMimeData>
+#include <QStatusBar>
 #include <QUndoStack>
 
 namespace {
@@ -176,10 +181,26 @@ private slots:
         f.select("Lui_Main|EtxtOne");
         f.dialogs.answerText(QStringLiteral("two words"));
         f.press(Qt::Key_F2);
-        QCOMPARE(f.lastAsked().kind, QStringLiteral("message"));
-        QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be a name")));
+        // The reason, then the prompt again with the typed text (cancelled here).
+        const QList<ScriptedDialogs::Asked> asked = f.dialogs.asked();
+        QCOMPARE(asked.size(), 3);
+        QCOMPARE(asked.at(1).kind, QStringLiteral("message"));
+        QVERIFY(asked.at(1).text.contains(QStringLiteral("cannot be a name")));
+        QCOMPARE(asked.at(2).kind, QStringLiteral("text"));
+        QCOMPARE(asked.at(2).value, QStringLiteral("two words"));
         QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
         QCOMPARE(f.stack().count(), 0);
+    }
+
+    void aRefusedNameCanBeCorrectedInTheReopenedPrompt()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.dialogs.answerText(QStringLiteral("two words"));
+        f.dialogs.answerText(QStringLiteral("two_words"));
+        f.press(Qt::Key_F2);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "two_words", "btnOk" }));
+        QCOMPARE(f.stack().count(), 1);
     }
 
     void saveChangesWritesTheNewNameInPlaceAndTheCopyBesideIt()
@@ -313,6 +334,72 @@ private slots:
         QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo", "txtOne" }));
         QCOMPARE(f.value("Lui_Other|EtxtOne|Px"), QByteArray("5"));
         QCOMPARE(f.value("Lui_Other|EtxtOne|Py"), QByteArray("5"));
+    }
+
+    // ---- Delete aims at what has the focus ---------------------------------------------
+
+    void deleteWithTheGridFocusedRemovesOnlyThePropertyOfItsRow()
+    {
+        EditFixture f;
+        // Room for the grid's rows beside the tree and above the Problems panel.
+        f.window->resize(1400, 1200);
+        QTest::qWait(20);
+        f.select("Lui_Main|EtxtOne");
+        PowGrid *grid = f.pgrProperty();
+        int row = 0;
+        for (int r = 1; r <= grid->Items()->Count(); ++r) {
+            if (grid->Items()->Item(r)->CellText(PropertyGridFiller::ColProperty) == QStringLiteral("text"))
+                row = r;
+        }
+        QVERIFY(row > 0);
+        const QRect cell = grid->cellRect(row, PropertyGridFiller::ColProperty);
+        QVERIFY(!cell.isEmpty());
+        QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier, cell.center());
+        QVERIFY(grid->hasFocus());
+        QCOMPARE(grid->SelRow(), row);
+        QVERIFY(grid->ShowSelectedRow());
+        QTest::keyClick(grid, Qt::Key_Delete);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+        QCOMPARE(f.value("Lui_Main|EtxtOne|Ptext"), QByteArray("(none)"));
+        QCOMPARE(f.value("Lui_Main|EtxtOne|Px"), QByteArray("5"));
+        QCOMPARE(f.stack().count(), 1);
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Main|EtxtOne|Ptext"), QByteArray("One"));
+    }
+
+    void deleteWithTheTreeFocusedRemovesTheNode()
+    {
+        EditFixture f;
+        f.select("Lui_Main|EtxtOne");
+        f.press(Qt::Key_Delete);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "btnOk" }));
+    }
+
+    void removingALayerWithObjectsSaysWhatWentAndUndoBringsItBack()
+    {
+        EditFixture f;
+        f.select("Lui_Main");
+        f.press(Qt::Key_Delete);
+        QVERIFY(!f.element("Lui_Main"));
+        QCOMPARE(f.control<QStatusBar>("stbMain")->currentMessage(),
+                 QStringLiteral("Removed layer ui_Main and its 2 objects (Undo brings them back)"));
+        f.press(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+    }
+
+    void viewProblemsBringsTheClosedPanelBack()
+    {
+        EditFixture f;
+        QDockWidget *dock = f.control<QDockWidget>("dockProblems");
+        QVERIFY(dock->features() & QDockWidget::DockWidgetClosable);
+        QVERIFY(dock->isVisible());
+        dock->close();
+        QVERIFY(!dock->isVisible());
+        QAction *problems = f.control<QAction>("mnuProblems");
+        QVERIFY(f.control<QMenu>("mnuView")->actions().contains(problems));
+        QVERIFY(!problems->isChecked());
+        problems->trigger();
+        QVERIFY(dock->isVisible());
     }
 
     // ---- Save Changes after structural edits ---------------------------------------------

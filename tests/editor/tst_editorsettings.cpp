@@ -112,6 +112,21 @@ class TestEditorSettings : public QObject
     Q_OBJECT
 
 private slots:
+    void theWindowsPlaceAndSizeAreKeptForTheNextRun()
+    {
+        SettingsFixture f;
+        f.window->resize(700, 500);
+        QTest::qWait(20);
+        // The window keeps its own least width.
+        const QSize left = f.window->size();
+        QCOMPARE(left.height(), 500);
+        QVERIFY(f.window->close());
+        QVERIFY(!EditorSettings(f.settings).windowGeometry().isEmpty());
+        QVERIFY(!EditorSettings(f.settings).windowState().isEmpty());
+        frmEditor next(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
+        QCOMPARE(next.size(), left);
+    }
+
     // ---- inherited values ---------------------------------------------------------------------
 
     void inheritedValuesAreListedOnAFirstStart()

@@ -549,7 +549,8 @@ private slots:
         SaveFixture f;
         f.window->openSkinFile(f.skin.mainFile());
         f.typeValue("Lui_Main|EtxtTitle|Ptext", QString::fromUtf8("\xe2\x86\x92 Home"));
-        QVERIFY(f.lastAsked().text.contains(QStringLiteral("cannot be stored")));
+        QCOMPARE(f.lastAsked().text,
+                 QString::fromUtf8("\xe2\x80\x9c\xe2\x86\x92\xe2\x80\x9d cannot be written in Windows-1252, the code page of this skin"));
         QCOMPARE(f.value("Lui_Main|EtxtTitle|Ptext"), QByteArray("Title"));
     }
 

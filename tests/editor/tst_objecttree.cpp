@@ -153,10 +153,10 @@ private slots:
         clsKorviInterface doc;
         readText(doc, "<LAYER l>\n\t<TEXT t hide x=5 x=6>\n</LAYER>\n");
         const clsProperties &props = doc.Layers().at(0)->SubElements().at(0)->Properties();
-        QCOMPARE(NodeKey::propertyText(props.Item("hide")), QStringLiteral("hide"));
-        QCOMPARE(NodeKey::propertyText(props.Item("x")), QStringLiteral("x=5"));
+        QCOMPARE(NodeKey::propertyText(props.Item("hide"), SkinCodec()), QStringLiteral("hide"));
+        QCOMPARE(NodeKey::propertyText(props.Item("x"), SkinCodec()), QStringLiteral("x=5"));
         // A repeated key shows its plain name.
-        QCOMPARE(NodeKey::propertyText(props.Item("x[0]")), QStringLiteral("x=6"));
+        QCOMPARE(NodeKey::propertyText(props.Item("x[0]"), SkinCodec()), QStringLiteral("x=6"));
     }
 
     void headerVariablesResolveThroughTheHeadersNode()
@@ -402,9 +402,9 @@ private:
             if (model.nodeKind(node) == ObjectTreeNode::Headers)
                 QVERIFY(!model.resolve(node).element);
             else if (model.nodeKind(node) == ObjectTreeNode::Property)
-                QCOMPARE(NodeKey::propertyText(model.resolve(node).property), model.nodeText(node));
+                QCOMPARE(NodeKey::propertyText(model.resolve(node).property, SkinCodec()), model.nodeText(node));
             else if (NodeKey::ownLetterOf(model.nodeKey(node)) != 'U')
-                QCOMPARE(NodeKey::elementText(*model.resolve(node).element), model.nodeText(node));
+                QCOMPARE(NodeKey::elementText(*model.resolve(node).element, SkinCodec()), model.nodeText(node));
             checkEveryNodeResolves(model, node);
         }
     }

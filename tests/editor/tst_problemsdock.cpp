@@ -2,6 +2,7 @@
 #include "ShownNode.h"
 #include "EditorFixture.h"
 #include "ObjectTreeModel.h"
+#include "ElementCommands.h"
 #include "ProblemListModel.h"
 #include "ProblemsController.h"
 #include "ProblemsPanel.h"
@@ -10,6 +11,7 @@
 
 #include <QDockWidget>
 #include <QLabel>
+#include <QUndoStack>
 
 // The Problems panel in the window: filled when a skin is opened and again
 // after the user pauses from editing; a double-click on a problem shows its
@@ -73,6 +75,31 @@ private slots:
                                  .arg(f.panel()->errorCount() == 1 ? "error" : "errors")
                                  .arg(f.panel()->warningCount())
                                  .arg(f.panel()->warningCount() == 1 ? "warning" : "warnings"));
+    }
+
+    void removingALayerDropsItsProblemsAtOnce()
+    {
+        ProblemsWindow f;
+        f.window->openSkinFile(f.skin.mainFile());
+        const QAbstractItemModel *model = f.panel()->view()->model();
+        const auto keys = [model] {
+            QList<QByteArray> keys;
+            for (int row = 0; row < model->rowCount(); ++row)
+                keys << model->index(row, 0).data(ProblemListModel::NodeKeyRole).toByteArray();
+            return keys;
+        };
+        QByteArray layer;
+        for (const QByteArray &key : keys()) {
+            if (key.startsWith('L') && layer.isEmpty())
+                layer = key.left(key.indexOf('|') < 0 ? key.size() : key.indexOf('|'));
+        }
+        QVERIFY2(!layer.isEmpty(), "no problem of a layer to remove");
+        SkinDocument &doc = f.window->skinDocument();
+        doc.undoStack().push(new RemoveElementCommand(doc, layer));
+        QVERIFY(!doc.elementAt(layer));
+        // At once, before the next check.
+        for (const QByteArray &key : keys())
+            QVERIFY2(key != layer && !key.startsWith(layer + '|'), key.constData());
     }
 
     void readingErrorsOfTheOpenAreProblems()

@@ -106,7 +106,8 @@ private slots:
         const QStringList errors { ProblemCodes::MissingPicture, ProblemCodes::BadPicture, ProblemCodes::UnknownTemplate,
                                    ProblemCodes::UnknownFontType, ProblemCodes::UnknownElementTemplate,
                                    ProblemCodes::MissingUsedLayer, ProblemCodes::TemplateCycle,
-                                   ProblemCodes::UnclosedScript, ProblemCodes::ReadingError };
+                                   ProblemCodes::UnclosedScript, ProblemCodes::ReadingError,
+                                   ProblemCodes::NonAsciiName };
         for (const QString &code : ProblemCodes::all()) {
             Checked checked;
             check(checked, SkinOpenPlan::forFolder(kLintData + '/' + code + "/bad/ui"));
@@ -133,6 +134,35 @@ private slots:
         QCOMPARE(keyOf(ProblemCodes::TemplateCycle), QVector<QByteArray>({ "TtplA", "" }));
         // A closing tag that closed nothing belongs to no element.
         QCOMPARE(keyOf(ProblemCodes::OrphanClosingTag).first(), QByteArray());
+    }
+
+    // Letters outside ASCII, quoted in the skin's own code page.
+    void unquotedTextShowsTheTextAndTheFixInTheSkinsCodePage()
+    {
+        Checked checked;
+        checked.document.setCodec(*SkinCodec::named(u"windows-1251"));
+        check(checked, SkinOpenPlan::forFolder(kLintData + "/unquoted-text/bad/ui"));
+        QCOMPARE(checked.problems.size(), 3);
+        QCOMPARE(checked.problems.at(0).message,
+                 QStringLiteral("text=Настройки reads as text=iconphase: letters outside ASCII end a value that is "
+                                "not in quotes; write text=\"Настройки\""));
+        QCOMPARE(checked.problems.at(2).message,
+                 QStringLiteral("text=GPSприёмник reads as text=GPS: letters outside ASCII end a value that is not in "
+                                "quotes; write text=\"GPSприёмник\""));
+        QVERIFY(!checked.problems.at(0).isError());
+    }
+
+    void aNameWithOtherLettersIsAnError()
+    {
+        Checked checked;
+        checked.document.setCodec(*SkinCodec::named(u"windows-1251"));
+        check(checked, SkinOpenPlan::forFolder(kLintData + "/non-ascii-name/bad/ui"));
+        QCOMPARE(checked.problems.size(), 2);
+        QCOMPARE(checked.problems.at(0).message,
+                 QStringLiteral("the name \u201cui_Карта\u201d reads as \u201cui_\u201d: a name is written with the ASCII "
+                                "letters A-Z and a-z, digits, _ and / only"));
+        QVERIFY(checked.problems.at(0).isError());
+        QVERIFY(checked.problems.at(1).message.startsWith(QStringLiteral("the name \u201cКнопка\u201d reads as \u201cx\u201d")));
     }
 
     void messagesNameTheFix()

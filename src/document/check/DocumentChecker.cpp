@@ -21,7 +21,6 @@
 #include <limits>
 #include <utility>
 
-using ProblemText::shown;
 using Severity = Problem::Severity;
 
 namespace {
@@ -92,6 +91,24 @@ QByteArrayView tagWord(const char *lt, const char *end)
     return QByteArrayView(word, p - word);
 }
 
+bool isNonAscii(char c)
+{
+    return static_cast<unsigned char>(c) >= 0x80;
+}
+
+bool hasNonAscii(QByteArrayView bytes)
+{
+    return std::any_of(bytes.begin(), bytes.end(), isNonAscii);
+}
+
+// The end of the word that begins at `at`: the first blank, "<" or ">".
+qsizetype wordEndFrom(const QByteArray &bytes, qsizetype at, qsizetype end)
+{
+    while (at < end && !isBlank(bytes.at(at)) && bytes.at(at) != '<' && bytes.at(at) != '>')
+        ++at;
+    return at;
+}
+
 bool isPictureKey(const QByteArray &key)
 {
     return key == "bmp" || key == "sprind" || key == "iconspr";
@@ -104,9 +121,9 @@ QByteArray quoted(const QByteArray &value)
     return quote + value + quote;
 }
 
-QString typeAndName(const clsElement &element)
+QString typeAndName(const SkinCodec &codec, const clsElement &element)
 {
-    return shown(element.ElementType()) + QLatin1Char(' ') + shown(element.strName());
+    return codec.toText(element.ElementType()) + QLatin1Char(' ') + codec.toText(element.strName());
 }
 
 } // namespace
@@ -118,6 +135,11 @@ DocumentChecker::DocumentChecker(const clsKorviInterface &document, ProblemPlace
 }
 
 DocumentChecker::~DocumentChecker() = default;
+
+QString DocumentChecker::shown(QByteArrayView bytes) const
+{
+    return ProblemText::shown(mDocument.codec(), bytes);
+}
 
 QVector<Problem> DocumentChecker::check(const QVector<SkinReadError> &readingErrors)
 {
@@ -317,8 +339,8 @@ void DocumentChecker::checkRepeatedKey(const SkinElementWalk::Visit &visit, int 
         return;
     Problem &problem = add(Severity::Warning, ProblemCodes::DuplicateName, visit.nodeKey,
                            QStringLiteral("%1 is written more than once on this tag: %2 is used, %3 never is; remove one")
-                               .arg(shown(plain), NodeKey::propertyText(first),
-                                    NodeKey::propertyText(clsProperty(&props, index))));
+                               .arg(shown(plain), NodeKey::propertyText(first, mDocument.codec()),
+                                    NodeKey::propertyText(clsProperty(&props, index), mDocument.codec())));
     mPlaces.placeAtElement(problem, visit.element, key);
 }
 
@@ -336,7 +358,7 @@ void DocumentChecker::checkDuplicateName(const SkinElementWalk::Visit &visit)
         return;
     Problem &problem = add(Severity::Warning, ProblemCodes::DuplicateName, visit.nodeKey,
                            QStringLiteral("%1 is named like %2 at %3 in the same place: it is kept as %4, and a name finds only the first; rename one")
-                               .arg(typeAndName(element), typeAndName(*first), mPlaces.whereIs(*first),
+                               .arg(typeAndName(mDocument.codec(), element), typeAndName(mDocument.codec(), *first), mPlaces.whereIs(*first),
                                     shown(element.ElementKey())));
     mPlaces.placeAtElement(problem, element);
 }
@@ -370,7 +392,7 @@ void DocumentChecker::checkClosingTag(const SkinElementWalk::Visit &visit)
         return;
     Problem &problem = add(Severity::Warning, ProblemCodes::OrphanClosingTag, visit.nodeKey,
                            QStringLiteral("<%1> closes %2: write </%3>")
-                               .arg(shown(word), typeAndName(element), shown(element.ElementType())));
+                               .arg(shown(word), typeAndName(mDocument.codec(), element), shown(element.ElementType())));
     mPlaces.placeAt(problem, element.sourceFile(), line.wordBegin > 0 ? line.wordBegin - 1 : line.begin);
 }
 
@@ -448,6 +470,7 @@ bool DocumentChecker::scanFile(qsizetype budget)
         if (needsExactScan(first, end)) {
             const SourceScan::Line line = SourceScan::scanLine(bytes, at);
             word = QByteArrayView(bytes).sliced(line.wordBegin, line.wordEnd - line.wordBegin);
+            checkNameLetters(fileNumber, line);
             checkSplitValues(fileNumber, line);
             next = line.next;
         } else {
@@ -484,7 +507,7 @@ void DocumentChecker::checkSplitValues(int fileNumber, const SourceScan::Line &l
     const std::vector<SourceScan::Attribute> &attributes = line.attributes;
     for (size_t i = 0; i < attributes.size(); ++i) {
         const SourceScan::Attribute &a = attributes[i];
-        if (!a.hasValue)
+        if (!a.hasValue || checkUnquotedText(fileNumber, line, a))
             continue;
         const qsizetype equals = bytes.indexOf('=', a.keyEnd);
         if (equals < 0 || equals >= a.valueBegin)
@@ -530,9 +553,69 @@ void DocumentChecker::checkSplitValues(int fileNumber, const SourceScan::Line &l
         const bool leadingPoint = meant.size() > 1 && meant.at(0) == '.' && meant.at(1) >= '0' && meant.at(1) <= '9'
             && flags.isEmpty();
         const QByteArray fix = leadingPoint ? '0' + meant : quoted(meant);
+        // Letters outside ASCII are no value characters: only quotes keep them.
+        if (hasNonAscii(meant)) {
+            addOnLine(fileNumber, line.begin, a.keyBegin, Severity::Warning, ProblemCodes::UnquotedText,
+                      QStringLiteral("%1 reads as %2: letters outside ASCII end a value that is not in quotes; write %3=%4")
+                          .arg(written, reads, shown(a.key), shown(fix)));
+            continue;
+        }
         addOnLine(fileNumber, line.begin, a.keyBegin, Severity::Warning, ProblemCodes::SplitValue,
                   QStringLiteral("%1 reads as %2: write %3=%4").arg(written, reads, shown(a.key), shown(fix)));
     }
+}
+
+// Text such as "text=Настройки iconphase=2": the letters after the "=" start
+// no token, so the reader passes over them as blanks and reads "text=iconphase"
+// (or an empty value at the end of the line). The meant text is the word after
+// the "=". True when the attribute was such a one.
+bool DocumentChecker::checkUnquotedText(int fileNumber, const SourceScan::Line &line, const SourceScan::Attribute &a)
+{
+    const QByteArray &bytes = mDocument.Sources().file(fileNumber)->bytes();
+    qsizetype at = bytes.indexOf('=', a.keyEnd);
+    if (at < 0 || at >= line.end)
+        return false;
+    ++at;
+    while (at < line.end && isBlank(bytes.at(at)))
+        ++at;
+    if (at >= line.end || !isNonAscii(bytes.at(at)))
+        return false;
+    const qsizetype meantEnd = wordEndFrom(bytes, at, line.end);
+    const QByteArray meant = bytes.mid(at, meantEnd - at);
+    const QString written = shown(bytes.mid(a.keyBegin, meantEnd - a.keyBegin));
+    const QString reads = a.value.isEmpty() || a.value == kNoValue
+        ? QStringLiteral("%1 with no value").arg(shown(a.key))
+        : QStringLiteral("%1=%2").arg(shown(a.key), shown(a.value));
+    addOnLine(fileNumber, line.begin, a.keyBegin, Severity::Warning, ProblemCodes::UnquotedText,
+              QStringLiteral("%1 reads as %2: letters outside ASCII end a value that is not in quotes; write %3=%4")
+                  .arg(written, reads, shown(a.key), shown(quoted(meant))));
+    return true;
+}
+
+// "<LAYER ui_Карта>" names the layer "ui_": the reader's letters are the ASCII
+// ones. A name word that runs on into other letters, or that stands after
+// them ("<TEXT Кнопка x=1>" names the element "x"), is such a name.
+void DocumentChecker::checkNameLetters(int fileNumber, const SourceScan::Line &line)
+{
+    if (!line.isTag)
+        return;
+    const QByteArray &bytes = mDocument.Sources().file(fileNumber)->bytes();
+    qsizetype from = line.wordEnd;
+    while (from < line.end && isBlank(bytes.at(from)))
+        ++from;
+    if (from >= line.end || bytes.at(from) == '>')
+        return;
+    const qsizetype end = wordEndFrom(bytes, from, line.end);
+    const QByteArray written = bytes.mid(from, end - from);
+    if (!hasNonAscii(written.left(written.indexOf('=') < 0 ? written.size() : written.indexOf('='))))
+        return;
+    const QString reads = line.nameEnd > line.nameBegin
+        ? QStringLiteral("\u201c%1\u201d").arg(shown(bytes.mid(line.nameBegin, line.nameEnd - line.nameBegin)))
+        : QStringLiteral("no name");
+    addOnLine(fileNumber, line.begin, from, Severity::Error, ProblemCodes::NonAsciiName,
+              QStringLiteral("the name \u201c%1\u201d reads as %2: a name is written with the ASCII letters A-Z and a-z, "
+                             "digits, _ and / only")
+                  .arg(shown(written), reads));
 }
 
 void DocumentChecker::giveLineProblemsNodeKeys(const SkinElementWalk::Visit &visit)

@@ -14,7 +14,7 @@ class clsElement;
 class clsElements;
 class clsKorviInterface;
 namespace SkinElementWalk { struct Visit; }
-namespace SourceScan { struct Line; }
+namespace SourceScan { struct Attribute; struct Line; }
 
 // The checks of a skin that need only its document and the bytes of the files
 // it was read from: names that find nothing (templates, font types, element
@@ -44,6 +44,8 @@ public:
     QVector<Problem> finish(const QVector<SkinReadError> &readingErrors);
 
 private:
+    // Skin text quoted in a message, in the skin's code page.
+    QString shown(QByteArrayView bytes) const;
     void checkElement(const SkinElementWalk::Visit &visit);
     void checkProperties(const SkinElementWalk::Visit &visit);
     void checkLink(const SkinElementWalk::Visit &visit, int index, QByteArrayView linkKey, const clsElements &targets,
@@ -58,6 +60,8 @@ private:
     void startFile(int fileNumber);
     bool scanFile(qsizetype budget);
     void checkSplitValues(int fileNumber, const SourceScan::Line &line);
+    bool checkUnquotedText(int fileNumber, const SourceScan::Line &line, const SourceScan::Attribute &a);
+    void checkNameLetters(int fileNumber, const SourceScan::Line &line);
     void giveLineProblemsNodeKeys(const SkinElementWalk::Visit &visit);
 
     Problem &add(Problem::Severity severity, const QString &code, const QByteArray &nodeKey,

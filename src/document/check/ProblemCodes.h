@@ -14,6 +14,8 @@ inline const QString UnknownElementTemplate = QStringLiteral("unknown-element-te
 inline const QString MissingUsedLayer = QStringLiteral("missing-used-layer");
 inline const QString TemplateCycle = QStringLiteral("template-cycle");
 inline const QString SplitValue = QStringLiteral("split-value");
+inline const QString UnquotedText = QStringLiteral("unquoted-text");
+inline const QString NonAsciiName = QStringLiteral("non-ascii-name");
 inline const QString LostSharedMarker = QStringLiteral("lost-shared-marker");
 inline const QString NotANumber = QStringLiteral("not-a-number");
 inline const QString BadColour = QStringLiteral("bad-colour");
@@ -28,7 +30,7 @@ inline const QString ReadingError = QStringLiteral("reading-error");
 inline QStringList all()
 {
     return { MissingPicture, BadPicture, UnknownTemplate, UnknownFontType, UnknownElementTemplate, MissingUsedLayer,
-             TemplateCycle, SplitValue, LostSharedMarker, NotANumber, BadColour, UnclosedScript,
+             TemplateCycle, SplitValue, UnquotedText, NonAsciiName, LostSharedMarker, NotANumber, BadColour, UnclosedScript,
              OrphanClosingTag, DuplicateName, OffScreen, ZeroSpriteCount, UnusedPicture, ReadingError };
 }
 

@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "SkinCodec.h"
+
 #include <QByteArrayView>
 #include <QString>
 #include <QStringList>
 
-// Skin text quoted in a problem's message: as UTF-8 when it is valid UTF-8 (as
-// most skins written today are), else byte for byte as Latin-1, as the tree
-// shows skin text.
 namespace ProblemText {
 
-inline QString shown(QByteArrayView bytes)
+// Skin text quoted in a problem's message, in the skin's code page.
+inline QString shown(const SkinCodec &codec, QByteArrayView bytes)
 {
-    if (bytes.isValidUtf8())
-        return QString::fromUtf8(bytes.data(), bytes.size());
-    return QString::fromLatin1(bytes.data(), bytes.size());
+    return codec.toText(bytes);
 }
 
 // "a", "a and b", "a, b and c".

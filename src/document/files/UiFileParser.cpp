@@ -286,7 +286,7 @@ clsElements *UiFileParser::openElement(const TagWord &tag)
         return &mDocument.Fonts();
     case TagKind::Child:
         if (!mCurrentBlock)
-            fail(QStringLiteral("the tag <%1> stands outside any block").arg(QString::fromLatin1(tag.type)));
+            fail(QStringLiteral("the tag <%1> stands outside any block").arg(SkinCodec::wordText(tag.type)));
         return &mCurrentBlock->SubElements();
     }
     return nullptr;

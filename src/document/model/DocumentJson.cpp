@@ -6,7 +6,13 @@
 
 namespace {
 
-void appendElements(QByteArray &out, const clsElements &elements, int depth);
+void appendElements(QByteArray &out, const clsElements &elements, int depth, const SkinCodec *codec);
+
+// Skin bytes as a JSON string: byte for byte, or decoded in `codec`.
+QByteArray jsonString(QByteArrayView bytes, const SkinCodec *codec)
+{
+    return codec ? JsonStringFromText(codec->toText(bytes)) : JsonStringFromBytes(bytes);
+}
 
 void appendIndent(QByteArray &out, int depth)
 {
@@ -14,36 +20,35 @@ void appendIndent(QByteArray &out, int depth)
     out.append(qsizetype(depth), ' ');
 }
 
-void appendProperties(QByteArray &out, const clsProperties &props)
+void appendProperties(QByteArray &out, const clsProperties &props, const SkinCodec *codec)
 {
     out += '[';
     for (int i = 0; i < props.Count(); ++i) {
         if (i > 0)
             out += ", ";
-        out += '[' + JsonStringFromBytes(props.keyAt(i)) + ", "
-            + JsonStringFromBytes(props.valueAt(i)) + ']';
+        out += '[' + jsonString(props.keyAt(i), codec) + ", " + jsonString(props.valueAt(i), codec) + ']';
     }
     out += ']';
 }
 
-void appendElement(QByteArray &out, const clsElement &e, int depth)
+void appendElement(QByteArray &out, const clsElement &e, int depth, const SkinCodec *codec)
 {
-    out += "{\"key\": " + JsonStringFromBytes(e.ElementKey());
-    out += ", \"type\": " + JsonStringFromBytes(e.ElementType());
-    out += ", \"name\": " + JsonStringFromBytes(e.strName());
+    out += "{\"key\": " + jsonString(e.ElementKey(), codec);
+    out += ", \"type\": " + jsonString(e.ElementType(), codec);
+    out += ", \"name\": " + jsonString(e.strName(), codec);
     out += ", \"imported\": ";
     out += e.IsImported ? "true" : "false";
     out += ", \"properties\": ";
-    appendProperties(out, e.Properties());
+    appendProperties(out, e.Properties(), codec);
     out += ", \"children\": ";
     if (e.subElementCount() > 0)
-        appendElements(out, e.SubElements(), depth + 1);
+        appendElements(out, e.SubElements(), depth + 1, codec);
     else
         out += "[]";
     out += '}';
 }
 
-void appendElements(QByteArray &out, const clsElements &elements, int depth)
+void appendElements(QByteArray &out, const clsElements &elements, int depth, const SkinCodec *codec)
 {
     if (elements.isEmpty()) {
         out += "[]";
@@ -56,7 +61,7 @@ void appendElements(QByteArray &out, const clsElements &elements, int depth)
             out += ',';
         first = false;
         appendIndent(out, depth + 1);
-        appendElement(out, *e, depth + 1);
+        appendElement(out, *e, depth + 1, codec);
     }
     appendIndent(out, depth);
     out += ']';
@@ -98,7 +103,30 @@ QByteArray JsonStringFromBytes(QByteArrayView bytes)
     return out;
 }
 
-QByteArray DocumentToJson(const clsKorviInterface &document, const SkinReadError *error)
+QByteArray JsonStringFromText(QStringView text)
+{
+    static const char hex[] = "0123456789abcdef";
+    QByteArray out;
+    out.reserve(text.size() + 2);
+    out += '"';
+    for (const QChar ch : text) {
+        const char16_t c = ch.unicode();
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += char(c);
+        } else if (c >= 0x20 && c < 0x7f) {
+            out += char(c);
+        } else {
+            out += "\\u";
+            for (int shift = 12; shift >= 0; shift -= 4)
+                out += hex[(c >> shift) & 15];
+        }
+    }
+    out += '"';
+    return out;
+}
+
+QByteArray DocumentToJson(const clsKorviInterface &document, const SkinReadError *error, const SkinCodec *codec)
 {
     QByteArray out = "{";
     const std::pair<const char *, const clsElements *> sections[] = {
@@ -109,7 +137,7 @@ QByteArray DocumentToJson(const clsKorviInterface &document, const SkinReadError
     };
     for (const auto &[name, elements] : sections) {
         out += "\n \"" + QByteArray(name) + "\": ";
-        appendElements(out, *elements, 1);
+        appendElements(out, *elements, 1, codec);
         out += ',';
     }
     out += "\n \"error\": ";

@@ -8,9 +8,9 @@
 
 namespace {
 
-QString described(const clsElement &element)
+QString described(const SkinCodec &codec, const clsElement &element)
 {
-    return QStringLiteral("%1 %2").arg(QString::fromLatin1(element.ElementType()), QString::fromLatin1(element.strName()));
+    return QStringLiteral("%1 %2").arg(codec.toText(element.ElementType()), codec.toText(element.strName()));
 }
 
 } // namespace
@@ -27,10 +27,10 @@ bool ElementText::opensBlock(const QByteArray &type)
     return type == "LAYER" || type == "ELEMENT_TEMPLATE" || type == "OBSERVER" || type == "STATE" || type == "SCRIPT";
 }
 
-QByteArray ElementText::attribute(QByteArrayView key, QByteArrayView value, QString &problem)
+QByteArray ElementText::attribute(QByteArrayView key, QByteArrayView value, const SkinCodec &codec, QString &problem)
 {
     const QByteArray plainKey = clsProperty::idKeyOf(key);
-    const QString keyProblem = NameWord::problemWithKey(QString::fromLatin1(plainKey));
+    const QString keyProblem = NameWord::problemWithKey(codec.toText(plainKey));
     if (!keyProblem.isEmpty()) {
         problem = keyProblem;
         return {};
@@ -39,8 +39,7 @@ QByteArray ElementText::attribute(QByteArrayView key, QByteArrayView value, QStr
         return ' ' + plainKey;
     const QByteArray bytes = value.toByteArray();
     if (!ValueSpelling::readsBack(bytes)) {
-        problem = QStringLiteral("the value %1 of %2 does not read back as it is").arg(QString::fromLatin1(bytes),
-                                                                                      QString::fromLatin1(plainKey));
+        problem = QStringLiteral("the value %1 of %2 does not read back as it is").arg(codec.toText(bytes), codec.toText(plainKey));
         return {};
     }
     return ' ' + plainKey + '=' + bytes;
@@ -51,8 +50,8 @@ void ElementText::append(QByteArray &out, const clsElement &element, const QByte
     const QByteArray type = element.ElementType();
     const QByteArray name = element.strName();
     if (!NameWord::isNameWord(type) || type.contains('/')
-        || (!name.isEmpty() && !NameWord::problemWithName(QString::fromLatin1(name)).isEmpty())) {
-        problem = QStringLiteral("%1 cannot be written: its type or name is not one word").arg(described(element));
+        || (!name.isEmpty() && !NameWord::problemWithName(mCodec.toText(name)).isEmpty())) {
+        problem = QStringLiteral("%1 cannot be written: its type or name is not one word").arg(described(mCodec, element));
         return;
     }
     const bool isScript = type == "SCRIPT";
@@ -63,7 +62,7 @@ void ElementText::append(QByteArray &out, const clsElement &element, const QByte
     const clsProperties &props = element.Properties();
     if (!isScript) {
         for (int i = 0; i < props.Count() && problem.isEmpty(); ++i)
-            out += attribute(props.keyAt(i), props.valueAt(i), problem);
+            out += attribute(props.keyAt(i), props.valueAt(i), mCodec, problem);
     }
     // A used layer's tag ends in "/>" as the skins write it; a blank keeps
     // the "/" out of a last value.
@@ -76,12 +75,12 @@ void ElementText::append(QByteArray &out, const clsElement &element, const QByte
         for (int i = 0; i < props.Count() && problem.isEmpty(); ++i) {
             const QByteArray line = props.valueAt(i).toByteArray();
             if (!ValueSpelling::readsBackAsScriptLine(line) || AsciiCase::lowered(clsProperty::idKeyOf(props.keyAt(i))) != "scriptline")
-                problem = QStringLiteral("%1 cannot be written: a script line does not read back as it is").arg(described(element));
+                problem = QStringLiteral("%1 cannot be written: a script line does not read back as it is").arg(described(mCodec, element));
             out += indent + '\t' + line + mLineEnd;
         }
     }
     if (element.subElementCount() > 0 && !opensBlock(type)) {
-        problem = QStringLiteral("%1 cannot be written: only blocks hold elements").arg(described(element));
+        problem = QStringLiteral("%1 cannot be written: only blocks hold elements").arg(described(mCodec, element));
         return;
     }
     for (const clsElement *child : element.SubElements()) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "SkinCodec.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -14,7 +16,11 @@ class ElementText
 public:
     // `lineEnd` ends every line; `indent` begins the element's own lines and
     // one tab more its children's.
-    ElementText(const QByteArray &lineEnd, const QByteArray &indent) : mLineEnd(lineEnd), mIndent(indent) { }
+    // Problems quote the element's text in `codec`.
+    ElementText(const QByteArray &lineEnd, const QByteArray &indent, const SkinCodec &codec)
+        : mLineEnd(lineEnd), mIndent(indent), mCodec(codec)
+    {
+    }
 
     // The text, or empty with `problem` set when some part of the element
     // cannot be written so that it reads back.
@@ -22,7 +28,7 @@ public:
 
     // " key=value" (" key" for a flag) as an attribute is added to a tag
     // line, or empty with `problem` set.
-    static QByteArray attribute(QByteArrayView key, QByteArrayView value, QString &problem);
+    static QByteArray attribute(QByteArrayView key, QByteArrayView value, const SkinCodec &codec, QString &problem);
     // Whether a tag of this type opens a block that a closing tag ends.
     static bool opensBlock(const QByteArray &type);
 
@@ -31,4 +37,5 @@ private:
 
     QByteArray mLineEnd;
     QByteArray mIndent;
+    SkinCodec mCodec;
 };

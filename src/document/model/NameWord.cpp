@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "NameWord.h"
 
+#include "SkinCodec.h"
 #include "UiLineScanner.h"
 
 namespace NameWord {
@@ -9,6 +10,12 @@ namespace {
 
 QString notAName(const QString &name)
 {
+    // The reader's letters are the ASCII ones: "ui_Карта" would read as "ui_".
+    const QChar other = SkinCodec::firstNonAscii(name);
+    if (!other.isNull())
+        return QStringLiteral("\u201c%1\u201d cannot be a name: \u201c%2\u201d is not an ASCII letter, and a name is "
+                              "written with the letters A-Z and a-z, digits, _ and / only")
+            .arg(name, QString(other));
     return QStringLiteral("\u201c%1\u201d cannot be a name: use letters, digits, _ and /").arg(name);
 }
 
@@ -27,8 +34,7 @@ bool isNameWord(QByteArrayView word)
 
 QString problemWithName(const QString &name)
 {
-    // Only ASCII characters are name characters: any other becomes "?" here.
-    if (!isNameWord(name.toLatin1()))
+    if (!SkinCodec::firstNonAscii(name).isNull() || !isNameWord(SkinCodec::wordBytes(name)))
         return notAName(name);
     if (name.endsWith(QLatin1Char('/')))
         return QStringLiteral("\u201c%1\u201d cannot be a name: it cannot end with /").arg(name);
@@ -37,8 +43,8 @@ QString problemWithName(const QString &name)
 
 QString problemWithKey(const QString &key)
 {
-    const QByteArray bytes = key.toLatin1();
-    if (!isNameWord(bytes) || bytes == "/")
+    const QByteArray bytes = SkinCodec::wordBytes(key);
+    if (!SkinCodec::firstNonAscii(key).isNull() || !isNameWord(bytes) || bytes == "/")
         return notAName(key);
     return {};
 }

@@ -7,13 +7,6 @@
 
 namespace {
 
-// Skin text reaches the screen as Latin-1: every byte keeps a character of its
-// own, so nothing is lost or merged on the way there and back.
-QString shown(QByteArrayView bytes)
-{
-    return QString::fromLatin1(bytes.data(), bytes.size());
-}
-
 struct Walk
 {
     const clsKorviInterface &document;
@@ -211,18 +204,18 @@ NodeTarget NodeKey::ResolveHeaderNodeKey(const clsKorviInterface &document, QByt
     return walkSegments(walk, bar < 0 ? QByteArrayView() : key.sliced(bar + 1));
 }
 
-QString NodeKey::elementText(const clsElement &element)
+QString NodeKey::elementText(const clsElement &element, const SkinCodec &codec)
 {
-    return shown(element.ElementType()) + QLatin1Char(':') + shown(element.strName());
+    return codec.toText(element.ElementType()) + QLatin1Char(':') + codec.toText(element.strName());
 }
 
-QString NodeKey::propertyText(const clsProperty &property)
+QString NodeKey::propertyText(const clsProperty &property, const SkinCodec &codec)
 {
     const QByteArray name = property.IDKey();
     const QByteArrayView value = property.valueView();
     if (value == clsProperty::noValue())
-        return shown(name);
-    return shown(name) + QLatin1Char('=') + shown(value);
+        return codec.toText(name);
+    return codec.toText(name) + QLatin1Char('=') + codec.toText(value);
 }
 
 char NodeKey::letterOf(QByteArrayView key)

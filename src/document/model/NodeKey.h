@@ -10,6 +10,7 @@
 
 class clsElement;
 class clsKorviInterface;
+class SkinCodec;
 
 // A tree node key: "|"-joined segments, each one letter and a collection key,
 // root first. "T" a template, "L" a block of Layers other than a state, "S" a
@@ -87,10 +88,11 @@ public:
     static QString problemWith(QByteArrayView key);
 
     // ---- node texts -------------------------------------------------------------
-    // "LAYER:ui_Main": the element's type, ":" and its name.
-    static QString elementText(const clsElement &element);
+    // "LAYER:ui_Main": the element's type, ":" and its name, in the skin's
+    // code page.
+    static QString elementText(const clsElement &element, const SkinCodec &codec);
     // "x=10", or just "hide" for a property written as a bare flag.
-    static QString propertyText(const clsProperty &property);
+    static QString propertyText(const clsProperty &property, const SkinCodec &codec);
 
     // The first letter of a key, 0 for an empty key.
     static char letterOf(QByteArrayView key);

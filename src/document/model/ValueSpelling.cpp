@@ -28,11 +28,6 @@ bool readsBackIn(const QByteArray &line, const QByteArray &value, int attributes
     return pack.count() == attributes && pack.keyAt(0) == "k" && pack.valueAt(0) == value;
 }
 
-QString shown(const QByteArray &typed)
-{
-    return QString::fromLatin1(typed);
-}
-
 } // namespace
 
 bool ValueSpelling::readsBack(const QByteArray &value)
@@ -55,8 +50,9 @@ bool ValueSpelling::readsBackAsScriptLine(const QByteArray &text)
     return true;
 }
 
-ValueSpelling::Result ValueSpelling::of(const QByteArray &typed)
+ValueSpelling::Result ValueSpelling::of(const QByteArray &typed, const SkinCodec &codec)
 {
+    const auto shown = [&codec](const QByteArray &bytes) { return codec.toText(bytes); };
     // A quoted value that runs on to the next line is read with a CR where
     // the line ended, so a CR inside quotes reads back (the value is stored
     // over several lines); the reader never keeps a line feed.
@@ -72,4 +68,12 @@ ValueSpelling::Result ValueSpelling::of(const QByteArray &typed)
             return { quoted, {} };
     }
     return { {}, QStringLiteral("\u201c%1\u201d cannot be stored: a value cannot hold both \" and '").arg(shown(typed)) };
+}
+
+ValueSpelling::Result ValueSpelling::ofText(const QString &typed, const SkinCodec &codec)
+{
+    const std::optional<QByteArray> bytes = codec.toBytes(typed);
+    if (!bytes)
+        return { {}, codec.refusal(typed) };
+    return of(*bytes, codec);
 }

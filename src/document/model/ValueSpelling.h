@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "SkinCodec.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -20,7 +22,11 @@ public:
         QString problem;
         bool ok() const { return problem.isEmpty(); }
     };
-    static Result of(const QByteArray &typed);
+    // Problems quote the value in `codec`, the skin's code page.
+    static Result of(const QByteArray &typed, const SkinCodec &codec);
+    // The same for text typed by the user: written in `codec` first, or
+    // refused when a character of it has no byte there.
+    static Result ofText(const QString &typed, const SkinCodec &codec);
 
     // Whether the reader reads "key=VALUE" back as exactly `value`, at the end
     // of a line and before another attribute.

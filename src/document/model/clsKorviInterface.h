@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "SkinCodec.h"
 #include "SkinSources.h"
 #include "clsElements.h"
 
@@ -33,6 +34,12 @@ public:
     // when nothing is found.
     QByteArray GetElementValue(QByteArrayView name, const clsElement *element) const;
 
+    // The code page the skin's text is in: every value, name and picture name
+    // becomes text, and typed text becomes bytes, through it. Clear() keeps
+    // it: it belongs to the skin's folder, not to what was read.
+    const SkinCodec &codec() const { return mCodec; }
+    void setCodec(const SkinCodec &codec) { mCodec = codec; }
+
     void Clear();
     qsizetype memoryUsed() const;
 
@@ -45,4 +52,5 @@ private:
     clsElements mFonts;
     clsElements mHeaders;
     SkinSources mSources;
+    SkinCodec mCodec;
 };

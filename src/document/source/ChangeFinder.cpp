@@ -26,9 +26,9 @@ bool endsWithLineEnd(const QByteArray &bytes)
     return !bytes.isEmpty() && (bytes.endsWith('\n') || bytes.endsWith('\r'));
 }
 
-QString described(const clsElement &element)
+QString described(const SkinCodec &codec, const clsElement &element)
 {
-    return QStringLiteral("%1 %2").arg(QString::fromLatin1(element.ElementType()), QString::fromLatin1(element.strName()));
+    return QStringLiteral("%1 %2").arg(codec.toText(element.ElementType()), codec.toText(element.strName()));
 }
 
 // Where an attribute added to a tag line goes: after its last attribute,
@@ -293,7 +293,7 @@ void ChangeFinder::writeAnew(const clsElement &element, int file, qsizetype at, 
     at = qMin(at, bytes.size());
     const QByteArray &lineEnd = lineEndOf(file);
     QString problem;
-    const QByteArray text = lineBreakBefore(bytes, at, lineEnd) + ElementText(lineEnd, indent).of(element, problem);
+    const QByteArray text = lineBreakBefore(bytes, at, lineEnd) + ElementText(lineEnd, indent, mDocument.codec()).of(element, problem);
     if (!problem.isEmpty())
         changes.problems << problem;
     noteMoved(element);
@@ -339,7 +339,7 @@ void ChangeFinder::compareTag(const clsElement &element, const SourceElement &re
     if (AsciiCase::uppered(word) != element.ElementType()) {
         changes.onlyTagLines = false;
         if (!NameWord::isNameWord(element.ElementType()))
-            changes.problems << QStringLiteral("%1: the type is not one word").arg(described(element));
+            changes.problems << QStringLiteral("%1: the type is not one word").arg(described(mDocument.codec(), element));
         changes.edits.replace(read.tag.wordBegin, read.tag.wordEnd, element.ElementType());
         ++changes.changeCount;
     }
@@ -349,7 +349,7 @@ void ChangeFinder::compareTag(const clsElement &element, const SourceElement &re
     if (name == element.strName())
         return;
     changes.onlyTagLines = false;
-    const QString problem = NameWord::problemWithName(QString::fromLatin1(element.strName()));
+    const QString problem = NameWord::problemWithName(mDocument.codec().toText(element.strName()));
     if (!problem.isEmpty())
         changes.problems << problem;
     if (read.tag.nameBegin == read.tag.nameEnd)
@@ -433,7 +433,7 @@ void ChangeFinder::changeValue(const SourceElement &read, size_t index, const QB
     ++changes.changeCount;
     if (property.isScriptLine) {
         if (!ValueSpelling::readsBackAsScriptLine(value))
-            changes.problems << QStringLiteral("the script line %1 does not read back as it is").arg(QString::fromLatin1(value));
+            changes.problems << QStringLiteral("the script line %1 does not read back as it is").arg(mDocument.codec().toText(value));
         changes.edits.replace(property.line.textBegin, property.line.textEnd, value);
         return;
     }
@@ -445,7 +445,7 @@ void ChangeFinder::changeValue(const SourceElement &read, size_t index, const QB
     }
     if (!ValueSpelling::readsBack(value)) {
         changes.problems << QStringLiteral("the value %1 of %2 does not read back as it is")
-                                .arg(QString::fromLatin1(value), QString::fromLatin1(property.key));
+                                .arg(mDocument.codec().toText(value), mDocument.codec().toText(property.key));
     }
     // A value that does not end in a quote ends at the first byte that is no
     // value character: one that would go on is kept apart by a blank.
@@ -502,7 +502,7 @@ void ChangeFinder::addProperties(const clsElement &element, const SourceElement 
         for (const int i : added) {
             const QByteArray line = props.valueAt(i).toByteArray();
             if (!ValueSpelling::readsBackAsScriptLine(line) || AsciiCase::lowered(clsProperty::idKeyOf(props.keyAt(i))) != "scriptline")
-                problem = QStringLiteral("%1: the script line %2 does not read back as it is").arg(described(element), QString::fromLatin1(line));
+                problem = QStringLiteral("%1: the script line %2 does not read back as it is").arg(described(mDocument.codec(), element), mDocument.codec().toText(line));
             text += indent + line + lineEnd;
         }
         if (!problem.isEmpty())
@@ -519,9 +519,9 @@ void ChangeFinder::addProperties(const clsElement &element, const SourceElement 
         at = attributeInsertionPoint(bytes, line);
     }
     for (const int i : added) {
-        text += ElementText::attribute(props.keyAt(i), props.valueAt(i), problem);
+        text += ElementText::attribute(props.keyAt(i), props.valueAt(i), mDocument.codec(), problem);
         if (!problem.isEmpty()) {
-            changes.problems << QStringLiteral("%1: %2").arg(described(element), problem);
+            changes.problems << QStringLiteral("%1: %2").arg(described(mDocument.codec(), element), problem);
             return;
         }
     }
@@ -556,7 +556,7 @@ qsizetype ChangeFinder::endOfContent(const clsElement &element, int file) const
 void ChangeFinder::addTopLevel(const clsElement &element, Collection collection, int file)
 {
     if (!mDocument.Sources().file(file)) {
-        mChanges.front().problems << QStringLiteral("%1 is new, and no file is to receive it").arg(described(element));
+        mChanges.front().problems << QStringLiteral("%1 is new, and no file is to receive it").arg(described(mDocument.codec(), element));
         return;
     }
     FileChanges &changes = changesOf(file);
@@ -567,9 +567,9 @@ void ChangeFinder::addTopLevel(const clsElement &element, Collection collection,
     ++changes.changeCount;
     changes.onlyTagLines = false;
     if (collection == Collection::Headers) {
-        mNewHeaders += ElementText(lineEnd, "\t").of(element, problem);
+        mNewHeaders += ElementText(lineEnd, "\t", mDocument.codec()).of(element, problem);
     } else {
-        const QByteArray text = ElementText(lineEnd, {}).of(element, problem);
+        const QByteArray text = ElementText(lineEnd, {}, mDocument.codec()).of(element, problem);
         changes.edits.insert(bytes.size(), lineBreakBefore(bytes, bytes.size(), lineEnd) + text);
     }
     if (!problem.isEmpty())

@@ -2,6 +2,7 @@
 #include "DocumentMatch.h"
 
 #include "KeyIndex.h"
+#include "SkinCodec.h"
 #include "clsKorviInterface.h"
 
 #include <vector>
@@ -92,10 +93,11 @@ std::vector<clsElement *> written(const clsElements &elements)
 
 QString described(const clsElement &element)
 {
-    return QStringLiteral("%1 %2").arg(QString::fromLatin1(element.ElementType()), QString::fromLatin1(element.strName()));
+    return QStringLiteral("%1 %2").arg(SkinCodec::wordText(element.ElementType()), SkinCodec::wordText(element.strName()));
 }
 
-QString differenceIn(const clsElement &a, const clsElement &b, const QString &path)
+// Values are quoted as the skin's code page shows them.
+QString differenceIn(const SkinCodec &codec, const clsElement &a, const clsElement &b, const QString &path)
 {
     const QString here = path.isEmpty() ? described(a) : path + QStringLiteral(" > ") + described(a);
     if (a.ElementType() != b.ElementType() || a.strName() != b.strName())
@@ -106,16 +108,14 @@ QString differenceIn(const clsElement &a, const clsElement &b, const QString &pa
         if (!KeyIndex::sameKey(clsProperty::idKeyView(pa.keyAt(i)), clsProperty::idKeyView(pb.keyAt(i)))
             || pa.valueAt(i) != pb.valueAt(i)) {
             return QStringLiteral("%1: %2=%3 would read back as %4=%5")
-                .arg(here, QString::fromLatin1(clsProperty::idKeyView(pa.keyAt(i)).toByteArray()),
-                     QString::fromLatin1(pa.valueAt(i).toByteArray()),
-                     QString::fromLatin1(clsProperty::idKeyView(pb.keyAt(i)).toByteArray()),
-                     QString::fromLatin1(pb.valueAt(i).toByteArray()));
+                .arg(here, SkinCodec::wordText(clsProperty::idKeyView(pa.keyAt(i))), codec.toText(pa.valueAt(i)),
+                     SkinCodec::wordText(clsProperty::idKeyView(pb.keyAt(i))), codec.toText(pb.valueAt(i)));
         }
     }
     if (pa.Count() != pb.Count())
         return QStringLiteral("%1: its %2 properties would read back as %3").arg(here).arg(pa.Count()).arg(pb.Count());
     for (int i = 0; i < qMin(a.subElementCount(), b.subElementCount()); ++i) {
-        const QString inside = differenceIn(*a.SubElements().at(i), *b.SubElements().at(i), here);
+        const QString inside = differenceIn(codec, *a.SubElements().at(i), *b.SubElements().at(i), here);
         if (!inside.isEmpty())
             return inside;
     }
@@ -156,7 +156,7 @@ QString firstDifference(const clsKorviInterface &document, int file, bool receiv
     for (const auto &[mine, theirs] : pairs) {
         const std::vector<clsElement *> own = ofFile(document, *mine, file, receivesNew);
         for (int i = 0; i < qMin(int(own.size()), theirs->Count()); ++i) {
-            const QString difference = differenceIn(*own[size_t(i)], *theirs->at(i), {});
+            const QString difference = differenceIn(document.codec(), *own[size_t(i)], *theirs->at(i), {});
             if (!difference.isEmpty())
                 return difference;
         }

@@ -524,6 +524,8 @@ int SaveChanges::filesOfWrittenElements() const
 
 bool SaveChanges::takeWholeDocumentAt(const QString &path)
 {
+    mFound.reset();
+    mRewritten.reset();
     QByteArray bytes;
     if (!bytesOnDisk(path, bytes))
         return false;

@@ -8,6 +8,7 @@
 #include "ObjectTreeModel.h"
 #include "RenderSetup.h"
 #include "SkinCanvas.h"
+#include "SkinCodec.h"
 #include "SkinDocument.h"
 #include "clsElement.h"
 
@@ -86,7 +87,7 @@ void ShownNode::showTopLevel(const QByteArray &key, clsElement *element, bool is
     else
         DrawLayer(element);
     emit nodeTextChanged(nodeText(key));
-    emit layerNameChanged(QString::fromLatin1(element->strName()));
+    emit layerNameChanged(SkinCodec::wordText(element->strName()));
     refillGrid();
     emit shown();
 }

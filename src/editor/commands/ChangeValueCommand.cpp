@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "SkinCodec.h"
 #include "ChangeValueCommand.h"
 
 #include "NodeKey.h"
@@ -122,7 +123,7 @@ SetPropertyValueCommand::SetPropertyValueCommand(SkinDocument &document, const Q
     : ChangeValueCommand(document, NodeKey(propertyNodeKey).parent(),
                          { { NodeKey(propertyNodeKey).propertyKey(), newValue } }, shownKey, setValueOptions())
 {
-    setText(QStringLiteral("Set %1").arg(QString::fromLatin1(NodeKey(propertyNodeKey).propertyKey())));
+    setText(QStringLiteral("Set %1").arg(SkinCodec::wordText(NodeKey(propertyNodeKey).propertyKey())));
 }
 
 MoveElementCommand::MoveElementCommand(SkinDocument &document, const QByteArray &elementNodeKey,
@@ -132,5 +133,5 @@ MoveElementCommand::MoveElementCommand(SkinDocument &document, const QByteArray 
                          { UndoCommandId::MoveElement, true, MergeWindowMs, timeMs })
 {
     const clsElement *element = document.elementAt(elementNodeKey);
-    setText(QStringLiteral("Move %1").arg(element ? QString::fromLatin1(element->strName()) : QString()));
+    setText(QStringLiteral("Move %1").arg(element ? SkinCodec::wordText(element->strName()) : QString()));
 }

@@ -97,10 +97,10 @@ bool readPrivateForm(const QByteArray &bytes, ElementClipboard::Pasted &pasted)
 
 // The lines a skin file would hold: those that read back as the element when
 // it can be written so, else what Save writes for it.
-QByteArray textOf(const clsElement &element)
+QByteArray textOf(const clsElement &element, const SkinCodec &codec)
 {
     QString problem;
-    const QByteArray exact = ElementText(kLineEnd, {}).of(element, problem);
+    const QByteArray exact = ElementText(kLineEnd, {}, codec).of(element, problem);
     if (problem.isEmpty())
         return exact;
     clsKorviInterface scratch;
@@ -145,22 +145,29 @@ std::unique_ptr<clsElement> ElementClipboard::copyOf(const clsElement &element)
     return readElement(in, 0);
 }
 
-std::unique_ptr<QMimeData> ElementClipboard::dataFor(const clsElement &element, bool isBlock)
+std::unique_ptr<QMimeData> ElementClipboard::dataFor(const clsElement &element, bool isBlock, const SkinCodec &codec)
 {
     auto data = std::make_unique<QMimeData>();
     data->setData(kMimeType, privateForm(element, isBlock));
-    data->setText(QString::fromLatin1(textOf(element)));
+    data->setText(codec.toText(textOf(element, codec)));
     return data;
 }
 
-ElementClipboard::Pasted ElementClipboard::elementsIn(const QMimeData &data)
+ElementClipboard::Pasted ElementClipboard::elementsIn(const QMimeData &data, const SkinCodec &codec)
 {
     Pasted pasted;
     if (data.hasFormat(kMimeType) && readPrivateForm(data.data(kMimeType), pasted))
         return pasted;
     pasted = Pasted();
-    if (data.hasText())
-        readText(data.text().toLatin1(), pasted);
+    if (data.hasText()) {
+        const QString text = data.text();
+        const std::optional<QByteArray> bytes = codec.toBytes(text);
+        if (!bytes) {
+            pasted.problem = codec.refusal(text);
+            return pasted;
+        }
+        readText(*bytes, pasted);
+    }
     if (pasted.problem.isEmpty() && pasted.blocks.empty() && pasted.objects.empty())
         pasted.problem = QStringLiteral("The clipboard holds no layers or objects.");
     return pasted;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "SkinCodec.h"
 #include "ElementCommands.h"
 
 #include "NodeKey.h"
@@ -13,7 +14,7 @@ AddElementCommand::AddElementCommand(SkinDocument &document, const QByteArray &p
     , mType(type)
     , mShownBefore(document.currentKey())
 {
-    setText(QStringLiteral("Add %1 %2").arg(QString::fromLatin1(type), QString::fromLatin1(name)));
+    setText(QStringLiteral("Add %1 %2").arg(SkinCodec::wordText(type), SkinCodec::wordText(name)));
 }
 
 AddElementCommand::~AddElementCommand() = default;
@@ -54,7 +55,7 @@ RemoveElementCommand::RemoveElementCommand(SkinDocument &document, const QByteAr
     if (!element || !collection)
         return;
     mIndex = collection->positionOf(element);
-    setText(QStringLiteral("Remove %1").arg(QString::fromLatin1(element->strName())));
+    setText(QStringLiteral("Remove %1").arg(SkinCodec::wordText(element->strName())));
 }
 
 RemoveElementCommand::~RemoveElementCommand() = default;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "SkinCodec.h"
 #include "PropertyCommands.h"
 
 #include "NodeKey.h"
@@ -13,7 +14,7 @@ AddPropertyCommand::AddPropertyCommand(SkinDocument &document, const QByteArray 
     , mValue(value)
     , mShownBefore(document.currentKey())
 {
-    setText(QStringLiteral("Add property %1").arg(QString::fromLatin1(name)));
+    setText(QStringLiteral("Add property %1").arg(SkinCodec::wordText(name)));
 }
 
 void AddPropertyCommand::redo()
@@ -50,7 +51,7 @@ RemovePropertyCommand::RemovePropertyCommand(SkinDocument &document, const QByte
     mKey = target.property.Key();
     mValue = target.property.value();
     mIndex = target.property.position();
-    setText(QStringLiteral("Remove property %1").arg(QString::fromLatin1(mKey)));
+    setText(QStringLiteral("Remove property %1").arg(SkinCodec::wordText(mKey)));
 }
 
 void RemovePropertyCommand::redo()

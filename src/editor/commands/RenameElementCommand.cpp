@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "SkinCodec.h"
 #include "RenameElementCommand.h"
 
 #include "NodeKey.h"
@@ -18,7 +19,7 @@ RenameElementCommand::RenameElementCommand(SkinDocument &document, const QByteAr
         return;
     mOldName = element->strName();
     mOldKey = element->ElementKey();
-    setText(QStringLiteral("Rename %1 to %2").arg(QString::fromLatin1(mOldName), QString::fromLatin1(name)));
+    setText(QStringLiteral("Rename %1 to %2").arg(SkinCodec::wordText(mOldName), SkinCodec::wordText(name)));
 }
 
 void RenameElementCommand::redo()

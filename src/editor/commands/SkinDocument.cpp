@@ -202,6 +202,16 @@ void SkinDocument::endBatch()
     emit changed();
 }
 
+void SkinDocument::setCodec(const SkinCodec &codec)
+{
+    if (codec == mDocument.codec())
+        return;
+    mDocument.setCodec(codec);
+    emit codecChanged();
+    // What is drawn and checked reads the text again.
+    emit contextChanged();
+}
+
 void SkinDocument::setContext(const SkinContext &context)
 {
     if (context.UiFilePath == mContext.UiFilePath && context.SkinDirectory == mContext.SkinDirectory

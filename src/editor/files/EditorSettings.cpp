@@ -14,6 +14,10 @@ const QString kRecentFiles = QStringLiteral("RecentFiles/Entries");
 const QString kPropertyColumnWidths = QStringLiteral("PropertyGrid/ColumnWidths");
 const QString kShowInherited = QStringLiteral("PropertyGrid/ShowInherited");
 const QString kGridStep = QStringLiteral("Canvas/GridStep");
+// One entry per skin folder: "NAME=FOLDER" (no code page name holds a "=").
+const QString kCodePages = QStringLiteral("CodePages/Folders");
+const QString kWindowGeometry = QStringLiteral("Window/Geometry");
+const QString kWindowState = QStringLiteral("Window/State");
 
 // Where earlier versions kept the recent files: one path a line, in UTF-8.
 const QString kFormerRecentFiles = QStringLiteral("RecentFiles.txt");
@@ -95,6 +99,30 @@ void EditorSettings::setGridStep(int step) const
     write(kGridStep, step > 0 ? step : 0);
 }
 
+QString EditorSettings::codePageFor(const QString &skinFolder) const
+{
+    const QString folder = QDir::cleanPath(skinFolder);
+    for (const QString &entry : read(kCodePages).toStringList()) {
+        const qsizetype equals = entry.indexOf(QLatin1Char('='));
+        if (equals > 0 && QDir::cleanPath(entry.mid(equals + 1)) == folder)
+            return entry.left(equals);
+    }
+    return {};
+}
+
+void EditorSettings::setCodePageFor(const QString &skinFolder, const QString &codePage) const
+{
+    const QString folder = QDir::cleanPath(skinFolder);
+    QStringList entries;
+    for (const QString &entry : read(kCodePages).toStringList()) {
+        const qsizetype equals = entry.indexOf(QLatin1Char('='));
+        if (equals > 0 && QDir::cleanPath(entry.mid(equals + 1)) != folder)
+            entries << entry;
+    }
+    entries << codePage + QLatin1Char('=') + folder;
+    write(kCodePages, entries);
+}
+
 QVariant EditorSettings::read(const QString &key, const QVariant &absent) const
 {
     const QSettings settings(mPath, QSettings::IniFormat);
@@ -106,4 +134,24 @@ void EditorSettings::write(const QString &key, const QVariant &value) const
     QDir().mkpath(QFileInfo(mPath).absolutePath());
     QSettings settings(mPath, QSettings::IniFormat);
     settings.setValue(key, value);
+}
+
+QByteArray EditorSettings::windowGeometry() const
+{
+    return read(kWindowGeometry).toByteArray();
+}
+
+void EditorSettings::setWindowGeometry(const QByteArray &geometry) const
+{
+    write(kWindowGeometry, geometry);
+}
+
+QByteArray EditorSettings::windowState() const
+{
+    return read(kWindowState).toByteArray();
+}
+
+void EditorSettings::setWindowState(const QByteArray &state) const
+{
+    write(kWindowState, state);
 }

@@ -36,7 +36,11 @@ PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &docu
 {
     setObjectName(QStringLiteral("PropertyGridController"));
     PropertyGridFiller::setUpColumns(grid);
+    // The row Delete acts on is always seen.
+    grid.setShowSelectedRow(true);
     connect(&grid, &PowGrid::ItemChanged, this, &PropertyGridController::itemChanged);
+    // Another code page shows the same bytes as other text.
+    connect(&document, &SkinDocument::codecChanged, this, &PropertyGridController::rowsWanted);
 }
 
 void PropertyGridController::fill(const clsElement &element, const QByteArray &nodeKey)
@@ -111,7 +115,7 @@ void PropertyGridController::itemChanged(PowGridItem *item, int column)
     }
     if (column != PropertyGridFiller::ColButton)
         return;
-    switch (PropertyKinds::chooserOf(item->CellText(PropertyGridFiller::ColProperty).toLatin1())) {
+    switch (PropertyKinds::chooserOf(SkinCodec::wordBytes(item->CellText(PropertyGridFiller::ColProperty)))) {
     case PropertyKinds::Chooser::Colour:
         chooseColour(item);
         break;
@@ -125,7 +129,7 @@ void PropertyGridController::itemChanged(PowGridItem *item, int column)
 
 void PropertyGridController::valueCommitted(PowGridItem *item)
 {
-    const QByteArray key = item->CellText(PropertyGridFiller::ColNodeKey).toLatin1();
+    const QByteArray key = SkinCodec::wordBytes(item->CellText(PropertyGridFiller::ColNodeKey));
     if (PropertyGridFiller::isInherited(*item)) {
         inheritedValueCommitted(item);
         return;
@@ -135,10 +139,12 @@ void PropertyGridController::valueCommitted(PowGridItem *item)
         return;
     const QString typed = item->CellText(PropertyGridFiller::ColValue);
     const QByteArray old = target.property.value();
-    // A flag shows an empty value; leaving it empty keeps the flag.
-    if (typed.toLatin1() == old || (old == clsProperty::noValue() && typed.isEmpty()))
+    const SkinCodec &codec = mDocument.document().codec();
+    // A flag shows an empty value; leaving it empty keeps the flag. A value
+    // shown as it is kept stays as it is, however it is spelled.
+    if (typed == codec.toText(old) || (old == clsProperty::noValue() && typed.isEmpty()))
         return;
-    const std::optional<QByteArray> value = TypedText::value(mDialogs, typed);
+    const std::optional<QByteArray> value = TypedText::value(mDialogs, typed, codec);
     if (!value) {
         // The cell shows the value kept, not the one refused.
         emit rowsWanted();
@@ -155,44 +161,71 @@ void PropertyGridController::valueCommitted(PowGridItem *item)
 // and set in one step; the value it inherits is left alone.
 void PropertyGridController::inheritedValueCommitted(PowGridItem *item)
 {
-    const NodeKey propertyKey(item->CellText(PropertyGridFiller::ColNodeKey).toLatin1());
+    const NodeKey propertyKey(SkinCodec::wordBytes(item->CellText(PropertyGridFiller::ColNodeKey)));
     const QByteArray ownerKey = propertyKey.parent().bytes();
     const clsElement *owner = mDocument.elementAt(ownerKey);
     if (!owner)
         return;
-    const QByteArray name = item->CellText(PropertyGridFiller::ColProperty).toLatin1();
-    const QByteArray value = item->CellText(PropertyGridFiller::ColValue).toLatin1();
+    const QByteArray name = SkinCodec::wordBytes(item->CellText(PropertyGridFiller::ColProperty));
+    const QString typed = item->CellText(PropertyGridFiller::ColValue);
     const QByteArray inherited = mDocument.document().GetElementValue(name, owner);
-    if (value == inherited || (inherited == clsProperty::noValue() && value.isEmpty()))
+    const SkinCodec &codec = mDocument.document().codec();
+    if (typed == codec.toText(inherited) || (inherited == clsProperty::noValue() && typed.isEmpty()))
         return;
+    const std::optional<QByteArray> value = TypedText::value(mDialogs, typed, codec);
+    if (!value) {
+        emit rowsWanted();
+        return;
+    }
     const QByteArray shown = mDocument.currentKey().isEmpty() ? ownerKey : mDocument.currentKey();
     ChangeValueCommand::Options options;
     options.id = UndoCommandId::SetPropertyValue;
     options.addMissing = true;
-    auto *command = new ChangeValueCommand(mDocument, ownerKey, { { name, value } }, shown, options);
-    command->setText(QStringLiteral("Set %1").arg(QString::fromLatin1(name)));
+    auto *command = new ChangeValueCommand(mDocument, ownerKey, { { name, *value } }, shown, options);
+    command->setText(QStringLiteral("Set %1").arg(SkinCodec::wordText(name)));
     mDocument.undoStack().push(command);
 }
 
 void PropertyGridController::chooseColour(PowGridItem *item)
 {
-    const QByteArray value = item->CellText(PropertyGridFiller::ColValue).toLatin1();
+    // A colour is ASCII: anything else presets black, as an unreadable one does.
+    const QByteArray value = SkinCodec::wordBytes(item->CellText(PropertyGridFiller::ColValue));
     const std::optional<QColor> chosen = mDialogs.color(ColorValueText::presetFor(value));
     if (!chosen)
         return;
-    item->setCellText(PropertyGridFiller::ColValue, QString::fromLatin1(ColorValueText::valueFor(*chosen)));
+    item->setCellText(PropertyGridFiller::ColValue, SkinCodec::wordText(ColorValueText::valueFor(*chosen)));
     valueCommitted(item);
 }
 
 void PropertyGridController::chooseImage(PowGridItem *item)
 {
-    const QByteArray value = clsProperty::stringValueOf(item->CellText(PropertyGridFiller::ColValue).toLatin1());
+    // The picture name as the cell shows it, in the skin's code page.
+    const SkinCodec &codec = mDocument.document().codec();
+    const QString cell = item->CellText(PropertyGridFiller::ColValue);
+    const std::optional<QByteArray> bytes = codec.toBytes(cell);
+    const QString value = bytes ? codec.toText(clsProperty::stringValueOf(*bytes)) : cell;
     QString start = mLookup.GetImageFile(value).path;
     if (start.isEmpty())
-        start = mLookup.LocateSkinFile(QString::fromLatin1(value), false);
+        start = mLookup.LocateSkinFile(value, false);
     const QString chosen = mDialogs.openFileName(QStringLiteral("Select Image"), start, kImageFilter);
     if (chosen.isEmpty())
         return;
     item->setCellText(PropertyGridFiller::ColValue, QFileInfo(chosen).fileName());
     valueCommitted(item);
+}
+
+bool PropertyGridController::hasFocus() const
+{
+    return mGrid.hasFocus();
+}
+
+QByteArray PropertyGridController::selectedPropertyKey() const
+{
+    const int row = mGrid.SelRow();
+    if (row < 1 || row > mGrid.Items()->Count())
+        return {};
+    const PowGridItem *item = mGrid.Items()->Item(row);
+    if (item->TitleLine || PropertyGridFiller::isInherited(*item))
+        return {};
+    return SkinCodec::wordBytes(item->CellText(PropertyGridFiller::ColNodeKey));
 }

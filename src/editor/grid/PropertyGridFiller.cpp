@@ -11,9 +11,10 @@
 
 namespace {
 
+// Names, keys and node keys: ASCII words.
 QString shown(QByteArrayView bytes)
 {
-    return QString::fromLatin1(bytes.data(), bytes.size());
+    return SkinCodec::wordText(bytes);
 }
 
 // The names of a collection's entries, in document order, as drop-down choices.
@@ -102,7 +103,7 @@ void PropertyGridFiller::fill(PowGrid &grid, const clsElement &element,
         const QByteArrayView value = property.valueView();
         PowGridItem *row = grid.Items()->Add();
         row->setCellText(ColProperty, shown(name));
-        row->setCellText(ColValue, value == clsProperty::noValue() ? QString() : shown(value));
+        row->setCellText(ColValue, value == clsProperty::noValue() ? QString() : document.codec().toText(value));
         row->setCellText(ColIDKey, shown(property.Key()));
         row->setCellText(ColNodeKey, shown(NodeKey::property(NodeKey(ownerNodeKey), property.keyView()).bytes()));
         setValueCell(*row, name, document, choices);
@@ -124,7 +125,8 @@ void PropertyGridFiller::addInherited(PowGrid &grid, const clsElement &element,
         row->Dimmed = true;
         row->ToolTip = QStringLiteral("From \"%1\"").arg(shown(inherited.from));
         row->setCellText(ColProperty, shown(inherited.name));
-        row->setCellText(ColValue, inherited.value == clsProperty::noValue() ? QString() : shown(inherited.value));
+        row->setCellText(ColValue, inherited.value == clsProperty::noValue() ? QString()
+                                                                              : document.codec().toText(inherited.value));
         row->setCellText(ColNodeKey, shown(NodeKey::property(NodeKey(ownerNodeKey), inherited.name).bytes()));
         setValueCell(*row, inherited.name, document, choices);
     }

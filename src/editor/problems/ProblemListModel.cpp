@@ -87,5 +87,5 @@ QVariant ProblemListModel::headerData(int section, Qt::Orientation orientation, 
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     static const char *const titles[] = { "Severity", "Code", "File", "Line", "Message" };
-    return section >= 0 && section < ColumnCount ? QString::fromLatin1(titles[section]) : QVariant();
+    return section >= 0 && section < ColumnCount ? QString(QLatin1String(titles[section])) : QVariant();
 }

@@ -3,7 +3,9 @@
 
 #include "ProblemsPanel.h"
 #include "SkinChecker.h"
+#include "NodeKey.h"
 #include "SkinDocument.h"
+#include "clsElements.h"
 
 #include <QDockWidget>
 #include <QElapsedTimer>
@@ -26,7 +28,7 @@ constexpr int kSliceMs = 25;
 
 QString counted(int count, const char *one, const char *many)
 {
-    return QStringLiteral("%1 %2").arg(count).arg(QString::fromLatin1(count == 1 ? one : many));
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
 } // namespace
@@ -44,7 +46,9 @@ ProblemsController::ProblemsController(SkinDocument &document, QMainWindow &wind
     mDock->setObjectName(QStringLiteral("dockProblems"));
     mPanel->setObjectName(QStringLiteral("problemsPanel"));
     mDock->setWidget(mPanel);
-    mDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    // Closed, it comes back from View > Problems.
+    mDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable
+                       | QDockWidget::DockWidgetClosable);
     window.addDockWidget(Qt::BottomDockWidgetArea, mDock);
 
     mCounts->setObjectName(QStringLiteral("stbProblemCounts"));
@@ -73,9 +77,9 @@ ProblemsController::ProblemsController(SkinDocument &document, QMainWindow &wind
     connect(&mDocument, &SkinDocument::contextChanged, this, &ProblemsController::documentChanged);
     connect(&mDocument, &SkinDocument::aboutToBeReset, this, &ProblemsController::forgetSkin);
     for (const auto change : { &SkinDocument::propertyChanged, &SkinDocument::propertyAdded,
-                               &SkinDocument::propertyAboutToBeRemoved, &SkinDocument::elementInserted,
-                               &SkinDocument::elementAboutToBeRemoved })
+                               &SkinDocument::propertyAboutToBeRemoved, &SkinDocument::elementInserted })
         connect(&mDocument, change, this, &ProblemsController::dropCheck);
+    connect(&mDocument, &SkinDocument::elementAboutToBeRemoved, this, &ProblemsController::elementGoing);
     connect(mPanel, &ProblemsPanel::problemActivated, this, &ProblemsController::jumpTo);
     connect(mPanel, &ProblemsPanel::countsChanged, this, &ProblemsController::showCounts);
 }
@@ -108,6 +112,26 @@ void ProblemsController::documentChanged()
     dropCheck();
     if (mSkinOpen)
         mPause.start();
+}
+
+// The problems of a removed element (and of everything in it) go at once:
+// the panel never points at what is no longer there while the next check
+// waits for the user's pause.
+void ProblemsController::elementGoing(const QByteArray &parentKey, int index)
+{
+    dropCheck();
+    const clsElements *children = mDocument.childrenOf(parentKey);
+    if (!children || index < 0 || index >= children->Count())
+        return;
+    const clsElement &element = *children->at(index);
+    const QByteArray key = parentKey.isEmpty() ? NodeKey::block(element).bytes() : NodeKey(parentKey).child(element).bytes();
+    const auto within = [&key](const Problem &problem) {
+        return problem.nodeKey == key || problem.nodeKey.startsWith(key + '|');
+    };
+    const auto before = mChecked.size();
+    mChecked.erase(std::remove_if(mChecked.begin(), mChecked.end(), within), mChecked.end());
+    if (mChecked.size() != before)
+        showProblems();
 }
 
 void ProblemsController::dropCheck()

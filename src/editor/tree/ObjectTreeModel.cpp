@@ -45,6 +45,11 @@ ObjectTreeModel::ObjectTreeModel(SkinDocument &document, QObject *parent)
             &ObjectTreeModel::elementAboutToBeRemoved);
     connect(&document, &SkinDocument::aboutToBeReset, this, &ObjectTreeModel::clear);
     connect(&document, &SkinDocument::reset, this, [this] { BuildObjectTree(mLayersOnly); });
+    // The same nodes, their texts read in another code page.
+    connect(&document, &SkinDocument::codecChanged, this, [this] {
+        emit layoutAboutToBeChanged();
+        emit layoutChanged();
+    });
 }
 
 ObjectTreeModel::~ObjectTreeModel() = default;
@@ -308,14 +313,14 @@ QString ObjectTreeModel::nodeText(const QModelIndex &index) const
         return {};
     switch (node->kind) {
     case ObjectTreeNode::Headers:
-        return QString::fromLatin1(kHeadersText);
+        return QLatin1String(kHeadersText);
     case ObjectTreeNode::Element:
-        return node->element ? NodeKey::elementText(*node->element) : QString();
+        return node->element ? NodeKey::elementText(*node->element, mDocument.codec()) : QString();
     case ObjectTreeNode::Property: {
         if (!node->element)
             return {};
         const clsProperty property = node->element->Properties().Find(node->segment.mid(1));
-        return property ? NodeKey::propertyText(property) : QString();
+        return property ? NodeKey::propertyText(property, mDocument.codec()) : QString();
     }
     case ObjectTreeNode::Root:
         break;

@@ -3,6 +3,7 @@
 
 #include "AsciiCase.h"
 #include "NodeKey.h"
+#include "SkinCodec.h"
 #include "ObjectTreeModel.h"
 #include "SkinDocument.h"
 #include "SkinElementWalk.h"
@@ -68,7 +69,7 @@ void TreeFilter::apply()
 {
     mApplying = true;
     unhideAll();
-    const QByteArray needle = AsciiCase::lowered(mField->text().trimmed().toLatin1());
+    const QByteArray needle = AsciiCase::lowered(SkinCodec::wordBytes(mField->text().trimmed()));
     if (needle.isEmpty()) {
         if (mActive)
             restoreUnfolded();

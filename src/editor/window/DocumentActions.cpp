@@ -9,10 +9,12 @@
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PropertyCommands.h"
+#include "SkinCodec.h"
 #include "PropertyKinds.h"
 #include "SkinDocument.h"
 #include "TypedText.h"
 #include "clsElement.h"
+#include "clsKorviInterface.h"
 
 #include <QAction>
 #include <QApplication>
@@ -42,10 +44,12 @@ QAction *entryNamed(QMenu *menu, const QString &name)
 
 // Pushes a command that knows whether its key named something.
 template<class Command>
-void pushIfValid(QUndoStack &stack, std::unique_ptr<Command> command)
+bool pushIfValid(QUndoStack &stack, std::unique_ptr<Command> command)
 {
-    if (command->isValid())
-        stack.push(command.release());
+    if (!command->isValid())
+        return false;
+    stack.push(command.release());
+    return true;
 }
 
 } // namespace
@@ -208,11 +212,12 @@ void DocumentActions::nodeDoubleClicked(const QModelIndex &node)
     // A flag has no value to edit.
     if (target.property.isNull() || target.property.value() == clsProperty::noValue())
         return;
-    const QString answer = mDialogs.askText(QStringLiteral("Edit Value"), QStringLiteral("Enter new Value"),
-                                            QString::fromLatin1(target.property.value()));
-    if (answer.isEmpty() || answer.toLatin1() == target.property.value())
+    const SkinCodec &codec = mDocument.document().codec();
+    const QString shown = codec.toText(target.property.value());
+    const QString answer = mDialogs.askText(QStringLiteral("Edit Value"), QStringLiteral("Enter new Value"), shown);
+    if (answer.isEmpty() || answer == shown)
         return;
-    const std::optional<QByteArray> value = TypedText::value(mDialogs, answer);
+    const std::optional<QByteArray> value = TypedText::value(mDialogs, answer, codec);
     if (!value || *value == target.property.value())
         return;
     const QByteArray key = mTree.nodeKey(node);
@@ -226,14 +231,14 @@ void DocumentActions::AddElement(const QString &type)
     if (mTree.nodeLetter(currentNode()) != 'L')
         return;
     const QString name = mDialogs.askText(QStringLiteral("Add Element"), QStringLiteral("Type New Object Name"),
-                                          QString::fromLatin1(FreeName::forType(
-                                              type.toLatin1(), mDocument.childrenOf(mTree.nodeKey(currentNode())))));
+                                          SkinCodec::wordText(FreeName::forType(
+                                              SkinCodec::wordBytes(type), mDocument.childrenOf(mTree.nodeKey(currentNode())))));
     if (name.isEmpty())
         return;
     const std::optional<QByteArray> word = TypedText::name(mDialogs, name);
     if (!word)
         return;
-    mDocument.undoStack().push(new AddElementCommand(mDocument, mTree.nodeKey(currentNode()), *word, type.toLatin1()));
+    mDocument.undoStack().push(new AddElementCommand(mDocument, mTree.nodeKey(currentNode()), *word, SkinCodec::wordBytes(type)));
 }
 
 void DocumentActions::AddLayer()
@@ -289,9 +294,23 @@ void DocumentActions::RemoveSelected()
         pushIfValid(mDocument.undoStack(), std::make_unique<RemovePropertyCommand>(mDocument, key));
         break;
     case 'L':
-    case 'E':
-        pushIfValid(mDocument.undoStack(), std::make_unique<RemoveElementCommand>(mDocument, key));
+    case 'E': {
+        const clsElement *element = mDocument.elementAt(key);
+        const int children = element ? element->subElementCount() : 0;
+        const QString what = element ? QStringLiteral("%1 %2")
+                                           .arg(element->ElementType() == "LAYER" ? QStringLiteral("layer")
+                                                                                  : QStringLiteral("object"),
+                                                SkinCodec::wordText(element->strName()))
+                                     : QString();
+        if (!pushIfValid(mDocument.undoStack(), std::make_unique<RemoveElementCommand>(mDocument, key)))
+            break;
+        if (children > 0)
+            emit removed(QStringLiteral("Removed %1 and its %2 %3 (Undo brings them back)")
+                             .arg(what)
+                             .arg(children)
+                             .arg(children == 1 ? QStringLiteral("object") : QStringLiteral("objects")));
         break;
+    }
     default:
         break;
     }

@@ -9,6 +9,8 @@
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PasteElementsCommand.h"
+#include "PropertyCommands.h"
+#include "PropertyGridController.h"
 #include "RenameElementCommand.h"
 #include "SkinDocument.h"
 #include "clsKorviInterface.h"
@@ -163,6 +165,15 @@ void EditActions::updateActions()
 // brings the entry back.
 void EditActions::deleteSelected()
 {
+    if (mGrid && mGrid->hasFocus()) {
+        const QByteArray key = mGrid->selectedPropertyKey();
+        if (key.isEmpty())
+            return;
+        auto command = std::make_unique<RemovePropertyCommand>(mDocument, key);
+        if (command->isValid())
+            mDocument.undoStack().push(command.release());
+        return;
+    }
     mActions.RemoveSelected();
 }
 
@@ -173,16 +184,19 @@ void EditActions::renameSelected()
     if (!element)
         return;
     const QString title = QStringLiteral("Rename");
-    const QString name = mDialogs.askText(title, QStringLiteral("Type New Name"),
-                                          QString::fromLatin1(element->strName()));
-    if (name.isEmpty() || name.toLatin1() == element->strName())
-        return;
-    const QString problem = NameWord::problemWithName(name);
-    if (!problem.isEmpty()) {
+    // A refused name brings the prompt back with what was typed, to be
+    // corrected rather than typed again; Cancel ends it.
+    QString name = SkinCodec::wordText(element->strName());
+    for (;;) {
+        name = mDialogs.askText(title, QStringLiteral("Type New Name"), name);
+        if (name.isEmpty() || name == SkinCodec::wordText(element->strName()))
+            return;
+        const QString problem = NameWord::problemWithName(name);
+        if (problem.isEmpty())
+            break;
         mDialogs.message(title, problem, Dialogs::Icon::Warning);
-        return;
     }
-    auto command = std::make_unique<RenameElementCommand>(mDocument, key, name.toLatin1());
+    auto command = std::make_unique<RenameElementCommand>(mDocument, key, SkinCodec::wordBytes(name));
     if (command->isValid())
         mDocument.undoStack().push(command.release());
 }
@@ -196,7 +210,7 @@ void EditActions::copySelected()
     if (!element)
         return;
     const bool isBlock = NodeKey(key).parent().isEmpty();
-    QGuiApplication::clipboard()->setMimeData(ElementClipboard::dataFor(*element, isBlock).release());
+    QGuiApplication::clipboard()->setMimeData(ElementClipboard::dataFor(*element, isBlock, mDocument.document().codec()).release());
 }
 
 void EditActions::duplicateSelected()
@@ -214,7 +228,7 @@ void EditActions::duplicateSelected()
     std::vector<PasteElementsCommand::Entry> entries;
     entries.push_back({ parent, siblings->positionOf(element) + 1, std::move(copy) });
     mDocument.undoStack().push(new PasteElementsCommand(
-        mDocument, std::move(entries), QStringLiteral("Duplicate %1").arg(QString::fromLatin1(element->strName()))));
+        mDocument, std::move(entries), QStringLiteral("Duplicate %1").arg(SkinCodec::wordText(element->strName()))));
 }
 
 // Objects go into the selected layer or block, or after the selected object in
@@ -223,7 +237,7 @@ void EditActions::duplicateSelected()
 void EditActions::paste()
 {
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
-    ElementClipboard::Pasted pasted = data ? ElementClipboard::elementsIn(*data) : ElementClipboard::Pasted();
+    ElementClipboard::Pasted pasted = data ? ElementClipboard::elementsIn(*data, mDocument.document().codec()) : ElementClipboard::Pasted();
     const QString title = QStringLiteral("Paste");
     if (!pasted.problem.isEmpty() || (pasted.blocks.empty() && pasted.objects.empty())) {
         mDialogs.message(title, pasted.problem.isEmpty() ? QStringLiteral("The clipboard holds no layers or objects.")

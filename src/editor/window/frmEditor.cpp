@@ -6,10 +6,12 @@
 #include "CanvasPane.h"
 #include "DocumentActions.h"
 #include "EditActions.h"
+#include "CodePageChoice.h"
 #include "EditorSettings.h"
 #include "FileCommands.h"
 #include "FileDropOpener.h"
 #include "GridStepSetting.h"
+#include "MainStatusBar.h"
 #include "MainToolbar.h"
 #include "ObjectTreeModel.h"
 #include "ProblemsController.h"
@@ -35,6 +37,7 @@
 #include "frmSettings.h"
 
 #include <QAction>
+#include <QDockWidget>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QLabel>
@@ -63,6 +66,10 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     button(QStringLiteral("Save"))->setEnabled(false);
     setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral("[*]"));
     resize(1320, 860);
+    // Where the user left the window and its panels, when there was a last time.
+    const EditorSettings settings(mEnv.settings);
+    restoreGeometry(settings.windowGeometry());
+    restoreState(settings.windowState());
 }
 
 LayerRenderer &frmEditor::renderer() const
@@ -134,6 +141,7 @@ void frmEditor::createControllers()
     new GridStepSetting(*mshObject, EditorSettings(mEnv.settings), mEnv.dialogs, *view, this);
     view->addAction(QStringLiteral("&Compare Formats..."), this, &frmEditor::CompareFormatsCommand)
         ->setObjectName(QStringLiteral("mnuCompareFormats"));
+    mCodePages = new CodePageChoice(*mSkin, EditorSettings(mEnv.settings), *view, *stbMain, this);
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
 
     mGrid = new PropertyGridController(*pgrProperty, *mSkin, mRendering->lookup, mEnv.dialogs, this);
@@ -144,7 +152,13 @@ void frmEditor::createControllers()
     mGrid->keepColumnWidths(EditorSettings(mEnv.settings));
     mGrid->setFilterField(*txtPropertyFilter);
     mGrid->setInheritedToggle(*chkInherited, EditorSettings(mEnv.settings));
+    mEdit->aimDeleteAt(*mGrid);
+    connect(mActions, &DocumentActions::removed, this, [this](const QString &what) { stbMain->showMessage(what, 10000); });
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
+    QAction *problems = mProblems->dock()->toggleViewAction();
+    problems->setObjectName(QStringLiteral("mnuProblems"));
+    problems->setText(QStringLiteral("&Problems"));
+    view->addAction(problems);
 }
 
 void frmEditor::createFileMenu()
@@ -159,6 +173,8 @@ void frmEditor::createFileMenu()
     });
     connect(mFiles, &FileCommands::titleChanged, this, &frmEditor::setTitle);
     connect(mFiles, &FileCommands::portSkinChosen, this, &frmEditor::PortSkinCommand);
+    // The skin's code page first: what is drawn and checked next reads its text.
+    connect(mOpener, &SkinOpener::opened, this, [this] { mCodePages->skinOpened(mSkin->context().UiFilePath); });
     connect(mOpener, &SkinOpener::opened, this, &frmEditor::skinOpened);
     connect(mSaveFlow, &SaveChangesFlow::saveAsWanted, mFiles, &FileCommands::saveAs);
     connect(mFiles, &FileCommands::wholeSkinSaved, this, [this] {
@@ -249,15 +265,7 @@ void frmEditor::createPanes()
 
 void frmEditor::createStatusBar()
 {
-    stbMain = new QStatusBar(this);
-    stbMain->setObjectName(QStringLiteral("stbMain"));
-    for (int i = 0; i < 3; ++i) {
-        auto *panel = new QLabel;
-        panel->setObjectName(QStringLiteral("stbPanel%1").arg(i + 1));
-        panel->setMinimumWidth(i == 2 ? 120 : 220);
-        stbMain->addWidget(panel, i == 0 ? 2 : 1);
-        mPanels << panel;
-    }
+    stbMain = MainStatusBar::create(mPanels);
     setStatusBar(stbMain);
 }
 
@@ -383,6 +391,9 @@ void frmEditor::closeEvent(QCloseEvent *event)
     }
     const bool keepSaved = mHasRunSkinDirectory && mEnv.context.SkinDirectory == mRunSkinDirectory;
     mEnv.settings.WriteSettings(keepSaved ? mSavedSkinDirectory : mEnv.context.SkinDirectory);
+    const EditorSettings settings(mEnv.settings);
+    settings.setWindowGeometry(saveGeometry());
+    settings.setWindowState(saveState());
     QMainWindow::closeEvent(event);
 }
 

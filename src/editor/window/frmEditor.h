@@ -13,6 +13,7 @@
 #include <memory>
 
 class CanvasController;
+class CodePageChoice;
 class CompareFormats;
 class DocumentActions;
 class EditActions;
@@ -168,6 +169,7 @@ private:
     TreeFilter *mTreeFilter = nullptr;
     CanvasController *mCanvas = nullptr;
     PropertyGridController *mGrid = nullptr;
+    CodePageChoice *mCodePages = nullptr;
     SaveChangesFlow *mSaveFlow = nullptr;
     RecentFiles *mRecent = nullptr;
     StatusProgress *mProgress = nullptr;

@@ -8,6 +8,7 @@
 
 class QMimeData;
 class clsElement;
+class SkinCodec;
 
 // Skin elements on the clipboard. An element copied goes there twice: as the
 // lines of a skin file, for any text editor (and another running editor),
@@ -21,7 +22,8 @@ public:
 
     // An element copied with its children; a block of Layers (a layer, a
     // state, an element template, an observer) or an object of one.
-    static std::unique_ptr<QMimeData> dataFor(const clsElement &element, bool isBlock);
+    // The text form is the element's lines in `codec`, the skin's code page.
+    static std::unique_ptr<QMimeData> dataFor(const clsElement &element, bool isBlock, const SkinCodec &codec);
 
     struct Pasted
     {
@@ -34,7 +36,8 @@ public:
         QString problem;
     };
     // The elements of the data, each a new element of its own, made by no file.
-    static Pasted elementsIn(const QMimeData &data);
+    // Text is stored in `codec`; text it cannot hold is refused (`problem`).
+    static Pasted elementsIn(const QMimeData &data, const SkinCodec &codec);
 
     // A new element equal to `element`, with copies of its children.
     static std::unique_ptr<clsElement> copyOf(const clsElement &element);

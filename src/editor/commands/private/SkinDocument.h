@@ -10,6 +10,7 @@
 #include <memory>
 
 class QUndoStack;
+class SkinCodec;
 class clsElement;
 class clsElements;
 class clsKorviInterface;
@@ -78,6 +79,10 @@ public:
     // The collection the children of `parentKey` are stored in.
     clsElements *childrenOf(const QByteArray &parentKey) const;
 
+    // The code page the skin's text is shown and typed in. A new one changes
+    // no byte: what shows text is told to show it again.
+    void setCodec(const SkinCodec &codec);
+
     // New editor-wide values (the open file, the skin directory, the format).
     void setContext(const SkinContext &context);
 
@@ -114,6 +119,7 @@ signals:
     // the document may be drawn again.
     void changed();
     void contextChanged();
+    void codecChanged();
     void currentChanged(const QByteArray &nodeKey);
     void aboutToBeReset();
     void reset();

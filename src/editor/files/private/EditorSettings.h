@@ -11,7 +11,8 @@ class SettingsFile;
 // The editor's own settings, all in "Editor.ini" beside "Settings.ini" (which
 // keeps its one line, the default skin directory): the recent files, the
 // widths of the property grid's columns, whether the grid lists inherited
-// values, and the grid step the moving frame snaps to. Each value is read and
+// values, the grid step the moving frame snaps to, and the code page chosen
+// for each skin folder. Each value is read and
 // written when it is used; failures are silent, as for "Settings.ini".
 class EditorSettings
 {
@@ -34,9 +35,21 @@ public:
     bool showInherited() const;
     void setShowInherited(bool show) const;
 
+    // The code page the user chose for the skin in `skinFolder` (its IANA
+    // name), or empty when none was chosen.
+    QString codePageFor(const QString &skinFolder) const;
+    void setCodePageFor(const QString &skinFolder, const QString &codePage) const;
+
     // In the frame's pixels; 0, as on a first start, means no snapping.
     int gridStep() const;
     void setGridStep(int step) const;
+
+    // The main window's place and size, and its docks' and toolbars' layout,
+    // as Qt saves them; empty on a first start.
+    QByteArray windowGeometry() const;
+    void setWindowGeometry(const QByteArray &geometry) const;
+    QByteArray windowState() const;
+    void setWindowState(const QByteArray &state) const;
 
 private:
     QStringList formerRecentFiles() const;

@@ -43,6 +43,13 @@ public:
     // state is kept there.
     void setInheritedToggle(QAbstractButton &toggle, const EditorSettings &settings);
 
+    // Whether the grid has the keyboard focus (an open value editor does not
+    // count: Delete edits its text).
+    bool hasFocus() const;
+    // The node key of the object's own property on the grid's selected row;
+    // empty when that row holds none (an inherited value, a title, no row).
+    QByteArray selectedPropertyKey() const;
+
     // The grid's ItemChanged: column "Value" committed, or the "..." button.
     void itemChanged(PowGridItem *item, int column);
 

@@ -58,6 +58,7 @@ public:
 private:
     void checkSlice();
     void dropCheck();
+    void elementGoing(const QByteArray &parentKey, int index);
     void documentChanged();
     void forgetSkin();
     void jumpTo(const QByteArray &nodeKey, const QString &file, qint64 line);

@@ -71,6 +71,11 @@ public:
     // The document now equals the file (just opened or saved).
     void markSaved();
 
+signals:
+    // What a removal took away, for the status bar, when it took more than
+    // one node: undo (one keystroke) brings it back.
+    void removed(const QString &what);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -6,6 +6,7 @@
 
 class Dialogs;
 class DocumentActions;
+class PropertyGridController;
 class ObjectTreeModel;
 class QAction;
 class QMenu;
@@ -38,7 +39,11 @@ public:
     // Asks for a new name for the selected object, layer or state; a name that
     // would not read back as one word is refused with the reason, changing nothing.
     void renameSelected();
+    // Delete acts on what has the focus: while the property grid has it, the
+    // property on its selected row (never the object the grid shows); else
+    // the current node, as the tree's Remove menus do.
     void deleteSelected();
+    void aimDeleteAt(const PropertyGridController &grid) { mGrid = &grid; }
 
 private:
     QAction *makeAction(const QString &name, const QString &text, const QKeySequence &keys,
@@ -58,4 +63,5 @@ private:
     QAction *mDuplicate = nullptr;
     QAction *mDelete = nullptr;
     QAction *mRename = nullptr;
+    const PropertyGridController *mGrid = nullptr;
 };
