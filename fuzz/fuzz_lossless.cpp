@@ -224,7 +224,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         if (e.kind == 7) {
             // An element moved to another place among its siblings.
             clsElements &siblings = *element->owner();
-            const int from = siblings.IndexOf(element);
+            const int from = siblings.positionOf(element);
             const int to = int(e.property % size_t(siblings.Count()));
             if (from != to) {
                 siblings.Insert(to, siblings.Take(from));
