@@ -138,11 +138,12 @@ private slots:
         QTest::newRow("more steps than folders") << QStringLiteral("a/../../x") << QStringLiteral("../x");
         QTest::newRow("trailing dots are not a step") << QStringLiteral("a/..") << QStringLiteral("a/..");
     }
+    // Written with "/" above; the steps are taken at the host's separator.
     void collapseRemovesEveryStep()
     {
         QFETCH(QString, path);
         QFETCH(QString, expected);
-        QCOMPARE(ResourceLookup::CollapseParentDirs(path), expected);
+        QCOMPARE(ResourceLookup::CollapseParentDirs(native(path)), native(expected));
     }
 
     void collapseWithBackslashes()
@@ -171,7 +172,7 @@ private slots:
         lookup.LocateSkinFile(QStringLiteral("b.bmp"), false);
         const QString text = info.text();
         QCOMPARE(text.count(QStringLiteral("\r\n\r\n")), 2);
-        QVERIFY(text.endsWith(QStringLiteral("common/b.bmp\r\n\r\n")));
+        QVERIFY(text.endsWith(native(QStringLiteral("common/b.bmp")) + QStringLiteral("\r\n\r\n")));
         QCOMPARE(text.count(QStringLiteral("Unable to locate ")), 4);
     }
 
@@ -185,11 +186,18 @@ private slots:
         QCOMPARE(lookup.GetImageFile(QStringLiteral("late.bmp")).path, native(root() + QStringLiteral("/skin/800_480/ui/../late.bmp")));
     }
 
-    void parentStepNeedsTheFolderToExist()
+    void parentStepIsTakenAsTheHostTakesIt()
     {
-        // ROOT/skin/800_480/nope/../pic.bmp names an existing file only if "nope" exists.
         QVERIFY(writeTestFile(root() + QStringLiteral("/skin/800_480/pic.bmp"), "BM"));
-        QVERIFY(!SkinFileNames::FileExists(root() + QStringLiteral("/skin/800_480/nope/../pic.bmp")));
+        const QString throughAMissingFolder = root() + QStringLiteral("/skin/800_480/nope/../pic.bmp");
+#ifdef Q_OS_WIN
+        // Windows folds "nope\.." away before it looks at the disk.
+        QVERIFY(SkinFileNames::FileExists(throughAMissingFolder));
+#else
+        // Here the step is a real folder's parent: the path names an existing
+        // file only if "nope" exists.
+        QVERIFY(!SkinFileNames::FileExists(throughAMissingFolder));
+#endif
         QVERIFY(SkinFileNames::FileExists(root() + QStringLiteral("/skin/800_480/ui/../pic.bmp")));
     }
 
