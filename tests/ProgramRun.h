@@ -18,7 +18,12 @@ inline ProgramRun runProgram(const QString &program, const QStringList &args,
     QProcess p;
     p.setProcessEnvironment(environment);
     p.start(program, args);
-    p.waitForFinished(60000);
+    // A program that does not end has not answered, whatever it printed.
+    if (!p.waitForFinished(60000)) {
+        p.kill();
+        p.waitForFinished();
+        return { -1, p.readAllStandardOutput(), p.readAllStandardError() + "\n(it did not end within 60 s)" };
+    }
     return { p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError() };
 }
 
