@@ -49,7 +49,8 @@ function(korvi_see_private_headers target)
 endfunction()
 
 # korvi_add_tests(LIBS...): one test executable and one CTest test for every
-# tst_*.cpp in the current folder. Tests find their data through KORVI_TEST_DATA.
+# tst_*.cpp in the current folder. Tests find their data through KORVI_TEST_DATA,
+# and the korvi tool of the build as KORVI_TOOL.
 function(korvi_add_tests)
     cmake_parse_arguments(ARG "" "" "LIBS;EXTRA_SOURCES" ${ARGN})
     file(GLOB _tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tst_*.cpp)
@@ -66,12 +67,13 @@ function(korvi_add_tests)
         # A library's tests look inside it.
         korvi_see_private_headers(${_name} ${ARG_LIBS})
         target_compile_definitions(${_name} PRIVATE
-            KORVI_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
-            KORVI_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
-            KORVI_BINARY_DIR="${PROJECT_BINARY_DIR}")
+            KORVI_TEST_DATA="${KORVI_TEST_PATH_ROOT}${PROJECT_SOURCE_DIR}/tests/data"
+            KORVI_SOURCE_DIR="${KORVI_TEST_PATH_ROOT}${PROJECT_SOURCE_DIR}"
+            KORVI_BINARY_DIR="${KORVI_TEST_PATH_ROOT}${PROJECT_BINARY_DIR}"
+            KORVI_TOOL="${KORVI_TEST_PATH_ROOT}${PROJECT_BINARY_DIR}/src/cli/korvi${CMAKE_EXECUTABLE_SUFFIX}")
         add_test(NAME ${_name} COMMAND ${_name})
         set_tests_properties(${_name} PROPERTIES
-            ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+            ENVIRONMENT "QT_QPA_PLATFORM=${KORVI_TEST_QPA_PLATFORM}"
             TIMEOUT 600)
     endforeach()
 endfunction()

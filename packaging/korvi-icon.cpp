@@ -2,11 +2,15 @@
 // Draws the program's icon: a skin's screen with a button held in the editor's
 // moving frame, and a pencil. The icon is described once, as shapes in a
 // 256 x 256 square, and written both as an SVG drawing and as PNG pictures of
-// the sizes asked for, so that the two never differ.
+// the sizes asked for, so that the two never differ; the PNG pictures are also
+// put together as the Windows icon file.
 //
-//   korvi-icon OUTDIR SIZE...   writes OUTDIR/korvi-editor.svg and
+//   korvi-icon OUTDIR SIZE...   writes OUTDIR/korvi-editor.svg,
 //                               OUTDIR/korvi-editor-SIZE.png for every SIZE
+//                               and OUTDIR/korvi-editor.ico with all of them
 
+#include <QBuffer>
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -216,6 +220,43 @@ bool writeText(const QString &path, const QString &text)
     return file.write(text.toUtf8()) >= 0 && file.flush();
 }
 
+// A Windows icon file: a directory of the pictures, each stored as PNG (as
+// Windows reads since Vista); sizes above 255 are written as 0.
+QByteArray icoFile(const std::vector<QByteArray> &pngs, const std::vector<int> &sizes)
+{
+    QByteArray ico;
+    QDataStream out(&ico, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    out << quint16(0) << quint16(1) << quint16(pngs.size());
+    quint32 offset = quint32(6 + 16 * pngs.size());
+    for (size_t i = 0; i < pngs.size(); ++i) {
+        const quint8 side = sizes[i] >= 256 ? 0 : quint8(sizes[i]);
+        out << side << side << quint8(0) << quint8(0) << quint16(1) << quint16(32)
+            << quint32(pngs[i].size()) << offset;
+        offset += quint32(pngs[i].size());
+    }
+    for (const QByteArray &png : pngs)
+        out.writeRawData(png.constData(), int(png.size()));
+    return ico;
+}
+
+QByteArray pngOf(const QImage &image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+bool writeBytes(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    return file.write(bytes) == bytes.size() && file.flush();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -235,13 +276,23 @@ int main(int argc, char *argv[])
         fprintf(stderr, "cannot write %s\n", qPrintable(svgPath));
         return 1;
     }
+    std::vector<QByteArray> pngs;
+    std::vector<int> sizes;
     for (int i = 2; i < argc; ++i) {
         const int size = atoi(argv[i]);
         const QString path = out.filePath(QStringLiteral("korvi-editor-%1.png").arg(size));
-        if (size <= 0 || !picture(shapes, size).save(path, "PNG")) {
+        const QByteArray png = size > 0 ? pngOf(picture(shapes, size)) : QByteArray();
+        if (png.isEmpty() || !writeBytes(path, png)) {
             fprintf(stderr, "cannot write %s\n", qPrintable(path));
             return 1;
         }
+        pngs.push_back(png);
+        sizes.push_back(size);
+    }
+    const QString icoPath = out.filePath(QStringLiteral("korvi-editor.ico"));
+    if (!writeBytes(icoPath, icoFile(pngs, sizes))) {
+        fprintf(stderr, "cannot write %s\n", qPrintable(icoPath));
+        return 1;
     }
     return 0;
 }

@@ -18,6 +18,22 @@ inline ProgramRun runProgram(const QString &program, const QStringList &args,
     QProcess p;
     p.setProcessEnvironment(environment);
     p.start(program, args);
-    p.waitForFinished(60000);
+    // A program that does not end has not answered, whatever it printed.
+    if (!p.waitForFinished(60000)) {
+        p.kill();
+        p.waitForFinished();
+        return { -1, p.readAllStandardOutput(), p.readAllStandardError() + "\n(it did not end within 60 s)" };
+    }
     return { p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError() };
+}
+
+// A line of text as a console program prints it: on Windows its standard
+// output is in text mode, so a line ends in CR LF as text files do there.
+inline QByteArray printedLine(const QByteArray &text)
+{
+#ifdef Q_OS_WIN
+    return text + "\r\n";
+#else
+    return text + '\n';
+#endif
 }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
+#include "DrawingPlatform.h"
+#include "StandardStreams.h"
 #include "Commands.h"
 #include "KorviProject.h"
 
@@ -49,12 +51,11 @@ void withoutHostRemarks(QtMsgType type, const QMessageLogContext &context, const
 }
 
 // Drawing texts needs the platform's fonts, so "render" runs as a GUI
-// application; it stays headless unless a platform is chosen.
+// application, without a window.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
 {
     if (argc > 1 && qstrcmp(argv[1], "render") == 0) {
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-            qputenv("QT_QPA_PLATFORM", "offscreen");
+        DrawingPlatform::chooseForDrawingWithoutWindow();
         return std::make_unique<QGuiApplication>(argc, argv);
     }
     return std::make_unique<QCoreApplication>(argc, argv);
@@ -142,6 +143,7 @@ int finished(int exitCode)
 
 int main(int argc, char *argv[])
 {
+    StandardStreams::writeBytesAsTheyAre();
     qtHandler = qInstallMessageHandler(withoutHostRemarks);
     const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(KORVI_VERSION));

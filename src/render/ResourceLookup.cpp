@@ -56,9 +56,12 @@ ResourceLookup::ResourceLookup(const SkinContext &context, InfoSink &info)
 {
 }
 
+// Candidates are written with the host's separators throughout, so that the
+// ".." steps collapse in the report: on Windows the folders Qt gives with "/"
+// are turned to "\\" first.
 QString ResourceLookup::uiFolder() const
 {
-    return GetParentFolder(mContext.UiFilePath);
+    return QDir::toNativeSeparators(GetParentFolder(mContext.UiFilePath));
 }
 
 QString ResourceLookup::probe(const QStringList &candidates, const QString &fileName, bool *found,
@@ -93,7 +96,7 @@ QString ResourceLookup::locate(const QString &reference, bool shared, bool &foun
 {
     const QString F = GetFileName(reference, true);
     const QString U = uiFolder();
-    const QString &D = mContext.SkinDirectory;
+    const QString D = QDir::toNativeSeparators(mContext.SkinDirectory);
     const QString &R = mContext.SkinFormat;
     const bool haveD = !D.isEmpty();
     const bool haveDR = haveD && !R.isEmpty();
@@ -211,7 +214,7 @@ QString ResourceLookup::LocateBackground() const
     QStringList candidates;
     candidates << join({ uiFolder(), s, QStringLiteral(".."), s, tail });
     if (!mContext.SkinDirectory.isEmpty() && !mContext.SkinFormat.isEmpty())
-        candidates << join({ mContext.SkinDirectory, s, mContext.SkinFormat, s, tail });
+        candidates << join({ QDir::toNativeSeparators(mContext.SkinDirectory), s, mContext.SkinFormat, s, tail });
     bool found = false;
     const QString path = probe(candidates, kBackgroundName, &found);
     return found ? path : QString();

@@ -32,9 +32,12 @@ QString GetExtension(const QString &path)
     return AsciiLower(path.mid(dot + 1));
 }
 
+// The host's separators cut: "/", in which Qt names files on every system, and
+// on Windows also "\\", in which its users write paths. (On other systems "\\"
+// is a character of a file's name.)
 QString GetParentFolder(const QString &path)
 {
-    const qsizetype separator = path.lastIndexOf(QDir::separator());
+    const qsizetype separator = qMax(path.lastIndexOf(QDir::separator()), path.lastIndexOf(QLatin1Char('/')));
     if (separator < 0)
         return QString();
     return path.left(separator);

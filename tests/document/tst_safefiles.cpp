@@ -11,8 +11,9 @@
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
+#include <QDir>
 #include <QElapsedTimer>
-#include <QSysInfo>
+#include <QLockFile>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <atomic>
@@ -172,6 +173,9 @@ private slots:
         QTest::newRow("two dots") << "/skins/main.old.ui" << "/skins/main.old.bak";
         QTest::newRow("relative") << "main.ui" << "main.bak";
         QTest::newRow("its own backup name") << "/skins/main.bak" << "";
+        // C:\skins\ui.v2\main on Windows, where users write backslashes.
+        QTest::newRow("the host's separators") << QDir::toNativeSeparators(QStringLiteral("C:/skins/ui.v2/main"))
+                                               << QDir::toNativeSeparators(QStringLiteral("C:/skins/ui.v2/main.bak"));
     }
     void backupNamesStayInTheFilesFolder()
     {
@@ -252,8 +256,18 @@ private slots:
         const QString path = dir.filePath(QStringLiteral("main.ui"));
         QVERIFY(writeTestFile(path, kSkin));
         // As a saving program that was killed leaves it: its process is gone.
-        QVERIFY(writeTestFile(SaveLock::lockPathFor(path),
-                              "2147483646\nkorvi\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
+        // The lock names this host as the lock itself writes it (on Windows
+        // that is not the name QSysInfo gives), so it is taken from a live
+        // lock, with the process number of one that no longer runs.
+        QByteArray left;
+        {
+            QLockFile live(SaveLock::lockPathFor(path));
+            QVERIFY(live.lock());
+            left = readTestFile(SaveLock::lockPathFor(path));
+        }
+        QVERIFY2(left.count('\n') >= 2, left.constData());
+        left = "2147483646" + left.mid(left.indexOf('\n'));
+        QVERIFY(writeTestFile(SaveLock::lockPathFor(path), left));
         QElapsedTimer timer;
         timer.start();
         const SaveChanges::Result result = moveButton(path, "5");

@@ -5,6 +5,9 @@
 #include "WebLink.h"
 #include "frmAbout.h"
 
+#include <QDir>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -22,7 +25,7 @@ public:
     bool HasBrowser() const override { return browser; }
 
 protected:
-    bool openInBrowser(const QUrl &url) override
+    bool openInBrowser(QWidget *, const QUrl &url) override
     {
         opened << url.toString();
         return opens;
@@ -113,17 +116,65 @@ private slots:
         {
             using FakeDesktopLink::FakeDesktopLink;
             bool hourglass = false;
-            bool openInBrowser(const QUrl &url) override
+            bool openInBrowser(QWidget *, const QUrl &url) override
             {
                 hourglass = QApplication::overrideCursor()
                     && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
-                return FakeDesktopLink::openInBrowser(url);
+                return FakeDesktopLink::openInBrowser(nullptr, url);
             }
         } web(dialogs);
         web.OpenURL(nullptr, QStringLiteral("https://example.org"));
         QVERIFY(web.hourglass);
         QVERIFY(!QApplication::overrideCursor());
     }
+
+    // The browser check of the platform: on Windows a page written into the
+    // program's folder and the shell's answer for it. Nothing stays behind,
+    // and a folder that cannot take the page does not change the answer.
+    void theBrowserCheckLeavesNoPageBehind()
+    {
+        QTemporaryDir program;
+        ScriptedDialogs dialogs;
+        const WebLink web(dialogs, program.path());
+        const bool answer = web.HasBrowser();
+        QVERIFY(!QFile::exists(program.filePath(WebLink::testPageName())));
+        QCOMPARE(QDir(program.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+        const WebLink unwritable(dialogs, program.filePath(QStringLiteral("not-there")));
+        QCOMPARE(unwritable.HasBrowser(), answer);
+    }
+
+#ifdef Q_OS_WIN
+    // The shell answers from the association of .htm pages: with one there is
+    // a browser, without any there is none. (Writing the association needs an
+    // administrator on Windows, as the installer does; Wine allows it.)
+    void theBrowserIsTheProgramAssociatedWithWebPages()
+    {
+        QSettings userClasses(QStringLiteral("HKEY_CLASSES_ROOT"), QSettings::NativeFormat);
+        // The system's own association, if any, is given back afterwards.
+        const bool hadPages = userClasses.childGroups().contains(QStringLiteral(".htm"), Qt::CaseInsensitive);
+        const QVariant previous = userClasses.value(QStringLiteral(".htm/Default"));
+        QTemporaryDir program;
+        ScriptedDialogs dialogs;
+        const WebLink web(dialogs, program.path());
+        userClasses.setValue(QStringLiteral(".htm/Default"), QStringLiteral("KorviTest.Page"));
+        userClasses.setValue(QStringLiteral("KorviTest.Page/shell/open/command/Default"),
+                             QLatin1Char('"') + QDir::toNativeSeparators(QCoreApplication::applicationFilePath())
+                                 + QStringLiteral("\" \"%1\""));
+        userClasses.sync();
+        const bool withAssociation = web.HasBrowser();
+        if (!hadPages)
+            userClasses.remove(QStringLiteral(".htm"));
+        else if (previous.isValid())
+            userClasses.setValue(QStringLiteral(".htm/Default"), previous);
+        else
+            userClasses.remove(QStringLiteral(".htm/Default"));
+        userClasses.remove(QStringLiteral("KorviTest.Page"));
+        userClasses.sync();
+        QVERIFY(withAssociation);
+        if (!hadPages)
+            QVERIFY(!web.HasBrowser());
+    }
+#endif
 };
 
 QTEST_MAIN(TestAbout)

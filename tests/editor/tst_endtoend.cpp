@@ -39,7 +39,7 @@ private slots:
 
         const QString formatted = out.filePath("formatted.ui");
         QProcess korvi;
-        korvi.start(QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi"),
+        korvi.start(QStringLiteral(KORVI_TOOL),
                     { "format", "-i", ui + "/templates_buttons.ui", "-i", ui + "/templates_lists.ui", "-i",
                       ui + "/../main_scheme.ui", ui + "/main_800_480.ui", formatted });
         QVERIFY(korvi.waitForFinished(30000));

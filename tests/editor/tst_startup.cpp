@@ -125,14 +125,14 @@ private slots:
     {
         const ProgramRun run = editor({ "--version" });
         QCOMPARE(run.exitCode, 0);
-        QCOMPARE(run.out, QByteArray("korvi-editor " KORVI_VERSION "\n"));
+        QCOMPARE(run.out, printedLine("korvi-editor " KORVI_VERSION));
     }
 
     void theVersionAndHelpNeedNoDisplay()
     {
         const ProgramRun version = editor({ "--version" }, withoutDisplay());
         QCOMPARE(version.exitCode, 0);
-        QCOMPARE(version.out, QByteArray("korvi-editor " KORVI_VERSION "\n"));
+        QCOMPARE(version.out, printedLine("korvi-editor " KORVI_VERSION));
         const ProgramRun help = editor({ "--help" }, withoutDisplay());
         QCOMPARE(help.exitCode, 0);
         QVERIFY(help.out.contains("--skin-dir <DIR>"));

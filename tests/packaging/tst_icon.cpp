@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <QDataStream>
 #include <QFile>
 #include <QImage>
 #include <QXmlStreamReader>
@@ -84,6 +85,36 @@ private slots:
         QVERIFY(shapes.contains(QStringLiteral("rect")));
         QVERIFY(shapes.contains(QStringLiteral("polygon")));
         QVERIFY(shapes.contains(QStringLiteral("linearGradient")));
+    }
+
+    // The Windows icon file holds every size, each as the PNG drawn for it.
+    void theWindowsIconHoldsEverySize()
+    {
+        QFile file(QStringLiteral(KORVI_ICON_DIR "/korvi-editor.ico"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray ico = file.readAll();
+        QDataStream in(ico);
+        in.setByteOrder(QDataStream::LittleEndian);
+        quint16 reserved = 1, type = 0, count = 0;
+        in >> reserved >> type >> count;
+        QCOMPARE(reserved, quint16(0));
+        QCOMPARE(type, quint16(1));
+        const QList<int> sizes = iconSizes();
+        QCOMPARE(int(count), sizes.size());
+        for (int i = 0; i < count; ++i) {
+            quint8 width = 0, height = 0, colours = 0, zero = 0;
+            quint16 planes = 0, bits = 0;
+            quint32 length = 0, offset = 0;
+            in >> width >> height >> colours >> zero >> planes >> bits >> length >> offset;
+            const int size = sizes.at(i);
+            QCOMPARE(int(width), size >= 256 ? 0 : size);
+            QCOMPARE(int(height), int(width));
+            QCOMPARE(bits, quint16(32));
+            QVERIFY(qint64(offset) + length <= ico.size());
+            const QImage picture = QImage::fromData(ico.mid(offset, length), "PNG");
+            QCOMPARE(picture.size(), QSize(size, size));
+            QCOMPARE(picture.convertToFormat(QImage::Format_ARGB32), icon(size).convertToFormat(QImage::Format_ARGB32));
+        }
     }
 };
 

@@ -235,7 +235,7 @@ private slots:
 
     void korviRenderWritesEveryLayerTheSheetAndTheBoxes()
     {
-        const QString korvi = QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi");
+        const QString korvi = QStringLiteral(KORVI_TOOL);
         QVERIFY2(QFile::exists(korvi), "build the korvi tool first");
         QTemporaryDir out;
         QProcess p;
@@ -274,7 +274,7 @@ private slots:
 
     void korviRenderOneLayerHighlightedWithItsBoxes()
     {
-        const QString korvi = QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi");
+        const QString korvi = QStringLiteral(KORVI_TOOL);
         QTemporaryDir out;
         QProcess p;
         p.start(korvi, { "render", kOpenFile, "--skin-dir", kSkin, "--layer", "ui_main", "--highlight",
@@ -294,7 +294,7 @@ private slots:
 
     void korviRenderBoxesKeyAUsedLayerAsItsTreeNodeDoes()
     {
-        const QString korvi = QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi");
+        const QString korvi = QStringLiteral(KORVI_TOOL);
         QTemporaryDir out;
         QProcess p;
         p.start(korvi, { "render", kOpenFile, "--skin-dir", kSkin, "--layer", "ui_Main", "-o",
@@ -312,7 +312,7 @@ private slots:
 
     void korviRenderExitCodes()
     {
-        const QString korvi = QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi");
+        const QString korvi = QStringLiteral(KORVI_TOOL);
         QTemporaryDir out;
         QProcess p;
         p.start(korvi, { "render", kOpenFile, "-o", out.path() + "/x.png" });

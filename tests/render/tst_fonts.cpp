@@ -24,13 +24,15 @@ class TestFonts : public QObject
 private slots:
     void fontFoldersAroundTheSkin()
     {
+        // An absolute folder as the system writes it ("/s" or "C:/s").
+        const QString s = QFileInfo(QStringLiteral("/s")).absoluteFilePath();
         SkinContext context;
-        context.UiFilePath = QStringLiteral("/s/skin/800_480/ui/main.ui");
-        context.SkinDirectory = QStringLiteral("/s/skin");
+        context.UiFilePath = s + QStringLiteral("/skin/800_480/ui/main.ui");
+        context.SkinDirectory = s + QStringLiteral("/skin");
         QCOMPARE(SkinFonts::fontFolders(context),
-                 QStringList({ "/s/skin/800_480/fonts", "/s/skin/fonts", "/s/fonts" }));
+                 QStringList({ s + "/skin/800_480/fonts", s + "/skin/fonts", s + "/fonts" }));
         context.SkinDirectory.clear();
-        QCOMPARE(SkinFonts::fontFolders(context), QStringList({ "/s/skin/800_480/fonts", "/s/skin/fonts" }));
+        QCOMPARE(SkinFonts::fontFolders(context), QStringList({ s + "/skin/800_480/fonts", s + "/skin/fonts" }));
     }
 
     void skinFontFilesAreLoadedAndUsed()

@@ -62,6 +62,12 @@ QImage maskMethod(QImage destination, int x, int y, const QImage &source, QRgb t
 } // namespace
 
 // Turning picture references into files, and files into pictures.
+// The lookup writes the paths it tries with the host's separators.
+static QString native(const QString &path)
+{
+    return QDir::toNativeSeparators(path);
+}
+
 class TestImage : public QObject
 {
     Q_OBJECT
@@ -94,8 +100,10 @@ private slots:
         QCOMPARE(GetExtension(QStringLiteral("a.tar.Gz")), QStringLiteral("gz"));
         QCOMPARE(GetParentFolder(QStringLiteral("/r/skin/ui/main.ui")), QStringLiteral("/r/skin/ui"));
         QCOMPARE(GetParentFolder(QStringLiteral("main.ui")), QString());
-        // Only the host's separator cuts here.
-        QCOMPARE(GetParentFolder(QStringLiteral("c:\\skins\\main.ui")), QString());
+        // Only the host's separators cut here: "/" everywhere, "\\" on Windows.
+        QCOMPARE(GetParentFolder(QStringLiteral("c:\\skins\\main.ui")),
+                 QDir::separator() == QLatin1Char('\\') ? QStringLiteral("c:\\skins") : QString());
+        QCOMPARE(GetParentFolder(QStringLiteral("c:/skins/main.ui")), QStringLiteral("c:/skins"));
         QVERIFY(!FileExists(QString()));
         QVERIFY(!FileExists(mRoot.path() + QStringLiteral("/none.bmp")));
         QVERIFY(!FileExists(ui())); // a folder is not a file that opens
@@ -110,7 +118,7 @@ private slots:
         QCOMPARE(file.spriteCount, qint16(3));
         QCOMPARE(file.stripes, 20);
         QCOMPARE(file.grabCenter, false);
-        QCOMPARE(file.path, ui() + QStringLiteral("/../button.bmp"));
+        QCOMPARE(file.path, native(ui() + QStringLiteral("/../button.bmp")));
         QCOMPARE(info.text(), QString());
     }
 
@@ -120,12 +128,12 @@ private slots:
         QVERIFY(writeTestFile(common() + QStringLiteral("/icon.bmp"), "BM"));
         StringInfoSink info;
         const ResourceLookup lookup(mContext, info);
-        QCOMPARE(lookup.GetImageFile(QStringLiteral("$icon.bmp")).path, ui() + QStringLiteral("/../../common/icon.bmp"));
-        QCOMPARE(lookup.GetImageFile(QStringLiteral("icon.bmp")).path, ui() + QStringLiteral("/../icon.bmp"));
+        QCOMPARE(lookup.GetImageFile(QStringLiteral("$icon.bmp")).path, native(ui() + QStringLiteral("/../../common/icon.bmp")));
+        QCOMPARE(lookup.GetImageFile(QStringLiteral("icon.bmp")).path, native(ui() + QStringLiteral("/../icon.bmp")));
         QFile::remove(common() + QStringLiteral("/icon.bmp"));
         QFile::remove(ui() + QStringLiteral("/../icon.bmp"));
         QVERIFY(lookup.GetImageFile(QStringLiteral("$icon.bmp")).path.isEmpty());
-        QVERIFY(info.text().startsWith(QStringLiteral("Unable to locate icon.bmp in ") + common() + QStringLiteral("/icon.bmp\r\n")));
+        QVERIFY(info.text().startsWith(QStringLiteral("Unable to locate icon.bmp in ") + native(common() + QStringLiteral("/icon.bmp")) + QStringLiteral("\r\n")));
     }
 
     void otherExtensionResolvesToNothingAndLoadsThePlaceholder()
@@ -170,7 +178,7 @@ private slots:
         QVERIFY(writeTestFile(ui() + QStringLiteral("/../pic.bmp"), "BM"));
         StringInfoSink info;
         const ImageFile file = ResourceLookup(mContext, info).GetImageFile(QStringLiteral("pic.SPR#2"));
-        QCOMPARE(file.path, ui() + QStringLiteral("/../pic.SPR"));
+        QCOMPARE(file.path, native(ui() + QStringLiteral("/../pic.SPR")));
         QCOMPARE(file.stripes, 4);
         QCOMPARE(file.spriteCount, qint16(2));
         QImage buffer;
@@ -182,7 +190,7 @@ private slots:
         QVERIFY(writeTestFile(ui() + QStringLiteral("/../pic.bmp"), "BM"));
         StringInfoSink info;
         const ImageFile file = ResourceLookup(mContext, info).GetImageFile(QStringLiteral("pic.spr"));
-        QCOMPARE(file.path, ui() + QStringLiteral("/../pic.bmp"));
+        QCOMPARE(file.path, native(ui() + QStringLiteral("/../pic.bmp")));
         QCOMPARE(file.stripes, 0);
         QVERIFY(info.text().startsWith(QStringLiteral("Unable to locate pic.spr in ")));
     }

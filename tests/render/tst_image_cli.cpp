@@ -24,7 +24,7 @@ private:
     static Run korvi(const QStringList &args)
     {
         QProcess process;
-        process.start(QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi"), args);
+        process.start(QStringLiteral(KORVI_TOOL), args);
         Run run;
         if (!process.waitForFinished(60000))
             return run;
@@ -40,7 +40,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(mDir.isValid());
-        QVERIFY2(QFile::exists(QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi")), "build the korvi tool first");
+        QVERIFY2(QFile::exists(QStringLiteral(KORVI_TOOL)), "build the korvi tool first");
     }
 
     void locatePrintsTheResultAndTheReport()
@@ -61,8 +61,9 @@ private slots:
         const QString u = path(QStringLiteral("skin/800_480"));
         const QString root = path(QStringLiteral("skin"));
         const QByteArray expected = "path: \nsprites: 4\nstripes: 3\ngrab_center: true\n"
-            "Unable to locate knob.bmp in " + (u + QStringLiteral("/knob.bmp")).toUtf8() + "\r\n"
-            "Unable to locate knob.bmp in " + (root + QStringLiteral("/common/knob.bmp")).toUtf8() + "\r\n\r\n";
+            "Unable to locate knob.bmp in " + QDir::toNativeSeparators(u + QStringLiteral("/knob.bmp")).toUtf8() + "\r\n"
+            "Unable to locate knob.bmp in " + QDir::toNativeSeparators(root + QStringLiteral("/common/knob.bmp")).toUtf8()
+            + "\r\n\r\n";
         QCOMPARE(run.out, expected);
     }
 

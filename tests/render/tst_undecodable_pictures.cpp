@@ -148,7 +148,7 @@ private slots:
         QVERIFY(writeTestFile(folder + QStringLiteral("/btn.bmp"), readTestFile(kData + QStringLiteral("huge.bmp"))));
         QVERIFY(writeTestFile(folder + QStringLiteral("/ui/main.ui"),
                               "<LAYER ui_Main>\r\n\t<BUTTON b x=20 y=30 bmp=btn.bmp>\r\n</LAYER>\r\n"));
-        const ProgramRun run = runProgram(QStringLiteral(KORVI_BINARY_DIR "/src/cli/korvi"),
+        const ProgramRun run = runProgram(QStringLiteral(KORVI_TOOL),
                                           { QStringLiteral("render"), folder + QStringLiteral("/ui/main.ui"),
                                             QStringLiteral("--layer"), QStringLiteral("ui_Main"),
                                             QStringLiteral("--size"), QStringLiteral("200x100"),

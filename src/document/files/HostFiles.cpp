@@ -83,8 +83,13 @@ FileStamp StampOf(const QString &path)
 
 bool AddSecondName(const QString &path, const QString &secondName)
 {
-#ifdef Q_OS_UNIX
+#if defined(Q_OS_UNIX)
     return ::link(QFile::encodeName(path).constData(), QFile::encodeName(secondName).constData()) == 0;
+#elif defined(Q_OS_WIN)
+    // NTFS has second names; FAT (a memory card copied from a device) does not.
+    const std::wstring file = QDir::toNativeSeparators(path).toStdWString();
+    const std::wstring second = QDir::toNativeSeparators(secondName).toStdWString();
+    return CreateHardLinkW(second.c_str(), file.c_str(), nullptr) != 0;
 #else
     Q_UNUSED(path);
     Q_UNUSED(secondName);

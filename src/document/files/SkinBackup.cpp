@@ -29,7 +29,9 @@ QString SkinBackup::pathFor(const QString &path)
     const QString backupName = (dot < 0 ? name : name.left(dot)) + QStringLiteral(".bak");
     if (backupName == name)
         return QString();
-    const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
+    // A path as the user typed it on Windows has backslashes; a name cut at
+    // "/" alone would put the backup in the current folder there.
+    const qsizetype slash = qMax(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QDir::separator()));
     return path.left(slash + 1) + backupName;
 }
 

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QTemporaryFile>
 
 namespace {
 
@@ -29,6 +30,17 @@ QByteArray trimmedBlanks(QByteArray text)
     return text;
 }
 
+// Whether a file can be created in `folder`, found by creating one. The
+// folder's permission bits do not tell: on Windows, Program Files carries no
+// read-only mark, yet only an administrator may add files to it.
+bool acceptsNewFiles(const QString &folder)
+{
+    if (!QFileInfo(folder).isDir())
+        return false;
+    QTemporaryFile probe(QDir(folder).filePath(QStringLiteral("~korvi-XXXXXX.tmp")));
+    return probe.open();
+}
+
 } // namespace
 
 SettingsFile::SettingsFile(const QString &programFolder, const QString &configFolder)
@@ -45,8 +57,7 @@ SettingsFile SettingsFile::forApplication()
 
 QString SettingsFile::path() const
 {
-    const QFileInfo program(mProgramFolder);
-    const bool programWritable = program.isDir() && program.isWritable();
+    const bool programWritable = acceptsNewFiles(mProgramFolder);
     const QString folder = programWritable || mConfigFolder.isEmpty() ? mProgramFolder : mConfigFolder;
     return QDir(folder).filePath(fileName());
 }

@@ -4,38 +4,25 @@
 #include "Dialogs.h"
 #include "HourglassCursor.h"
 
-#include <QDesktopServices>
-#include <QProcess>
-#include <QStandardPaths>
+#include <QCoreApplication>
 
-namespace {
+// HasBrowser and openInBrowser are the platform's: WebLink_win.cpp, WebLink_unix.cpp.
 
-#ifdef Q_OS_LINUX
-bool xdgMimeHasHandler(const QString &type)
-{
-    const QString xdgMime = QStandardPaths::findExecutable(QStringLiteral("xdg-mime"));
-    if (xdgMime.isEmpty())
-        return false;
-    QProcess query;
-    query.start(xdgMime, { QStringLiteral("query"), QStringLiteral("default"), type });
-    if (!query.waitForFinished(3000))
-        return false;
-    return query.exitCode() == 0 && !query.readAllStandardOutput().trimmed().isEmpty();
-}
-#endif
-
-} // namespace
-
-WebLink::WebLink(Dialogs &dialogs)
+WebLink::WebLink(Dialogs &dialogs, const QString &programFolder)
     : mDialogs(dialogs)
+    , mProgramFolder(programFolder)
 {
 }
 
 WebLink::~WebLink() = default;
 
+QString WebLink::programFolder() const
+{
+    return mProgramFolder.isEmpty() ? QCoreApplication::applicationDirPath() : mProgramFolder;
+}
+
 void WebLink::OpenURL(QWidget *window, const QString &address)
 {
-    Q_UNUSED(window); // the desktop's browser opens on its own
     HourglassCursor hourglass;
     if (!HasBrowser()) {
         hourglass.restore();
@@ -43,26 +30,9 @@ void WebLink::OpenURL(QWidget *window, const QString &address)
                          QStringLiteral("Could not find associated Browser"), Dialogs::Icon::Warning);
         return;
     }
-    if (!openInBrowser(QUrl::fromUserInput(address))) {
+    if (!openInBrowser(window, QUrl::fromUserInput(address))) {
         hourglass.restore();
         mDialogs.message(QStringLiteral("URL Failed"), QStringLiteral("Web Page not Opened"),
                          Dialogs::Icon::Warning);
     }
-}
-
-bool WebLink::HasBrowser() const
-{
-#ifdef Q_OS_LINUX
-    return xdgMimeHasHandler(QStringLiteral("text/html"))
-        || xdgMimeHasHandler(QStringLiteral("x-scheme-handler/http"))
-        || !QStandardPaths::findExecutable(QStringLiteral("xdg-open")).isEmpty();
-#else
-    // Windows and macOS always have a handler for web addresses.
-    return true;
-#endif
-}
-
-bool WebLink::openInBrowser(const QUrl &url)
-{
-    return QDesktopServices::openUrl(url);
 }
