@@ -63,7 +63,7 @@ int runPort(const QStringList &arguments)
         CommandLine::printErr(QStringLiteral("korvi port: ") + result.error);
         return 1;
     }
-    CommandLine::printOut(result.report.text().toLocal8Bit());
+    CommandLine::printText(result.report.text());
     if (parser.isSet(report)) {
         if (!CommandLine::writeFile(parser.value(report), result.report.json()))
             return 1;

@@ -73,7 +73,7 @@ int printHelp()
                            "of the skin's text (windows-1251, utf-8, iso-8859-5, koi8-r, ibm866, cp1250...);\n"
                            "without it, the system's own (Windows-1252 where the system has none). dump prints\n"
                            "the bytes as they are unless given one.\n");
-    CommandLine::printOut(CommandLine::terminalBytes(text));
+    CommandLine::printText(text);
     return 0;
 }
 
@@ -119,7 +119,7 @@ int runGuarded(const Subcommand &s, const QStringList &args)
         if (s.takesCodePage)
             text += QStringLiteral("\n--code-page NAME: the code page of the skin's text (windows-1251, utf-8, "
                                    "iso-8859-5,\nkoi8-r, ibm866, cp1250...); without it, the system's own.\n");
-        CommandLine::printOut(text.toUtf8());
+        CommandLine::printText(text);
         return 0;
     }
     try {
