@@ -16,6 +16,7 @@
 #include "SkinFormatName.h"
 #include "SkinContext.h"
 #include "SkinDocument.h"
+#include "clsKorviInterface.h"
 #include "SkinPort.h"
 #include "StatusProgress.h"
 
@@ -86,6 +87,7 @@ void frmEditor::PortSkinCommand()
     SkinPort::Options options = form.options(skinFolderOf(context.UiFilePath, form.fromFormat()));
     if (options.skinDir.isEmpty())
         options.skinDir = context.SkinDirectory;
+    options.codec = mSkin->document().codec();
     if (!mSkin->undoStack().isClean()
         && mEnv.dialogs.message(kTitle, QStringLiteral("The skin has unsaved changes; the port reads the files as they "
                                                        "are on disk. Port anyway?"),
