@@ -26,6 +26,17 @@ void copyTree(const QString &from, const QString &to)
     }
 }
 
+// The demo skin copied to `skin`, with its 800_480 folders ported to 1600_960.
+bool demoSkinInTwoFormats(const QString &skin)
+{
+    copyTree(kDemo, skin);
+    SkinPort::Options options;
+    options.skinDir = skin;
+    options.from = QStringLiteral("800_480");
+    options.to = QStringLiteral("1600_960");
+    return SkinPort(options).run().ok;
+}
+
 } // namespace
 
 class TestCompareFormats : public QObject
@@ -37,12 +48,7 @@ private slots:
     {
         QTemporaryDir dir;
         const QString skin = dir.filePath(QStringLiteral("skin"));
-        copyTree(kDemo, skin);
-        SkinPort::Options options;
-        options.skinDir = skin;
-        options.from = QStringLiteral("800_480");
-        options.to = QStringLiteral("1600_960");
-        QVERIFY(SkinPort(options).run().ok);
+        QVERIFY(demoSkinInTwoFormats(skin));
 
         EditorFixture f;
         f.window->openSkinFile(skin + QStringLiteral("/800_480/ui/main_800_480.ui"));
@@ -71,12 +77,7 @@ private slots:
     {
         QTemporaryDir dir;
         const QString skin = dir.filePath(QStringLiteral("skin"));
-        copyTree(kDemo, skin);
-        SkinPort::Options options;
-        options.skinDir = skin;
-        options.from = QStringLiteral("800_480");
-        options.to = QStringLiteral("1600_960");
-        QVERIFY(SkinPort(options).run().ok);
+        QVERIFY(demoSkinInTwoFormats(skin));
 
         EditorFixture f;
         f.window->show();
