@@ -281,6 +281,22 @@ private slots:
         QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Pmyown"), QByteArray(""));
     }
 
+    void anAddedObjectsTypeIsNotTakenFromItsMenuText()
+    {
+        EditingFixture f;
+        // Some desktops give menu entries accelerators of their own.
+        for (QAction *entry : f.mnuAddObject()->actions()) {
+            if (entry->text() == QLatin1String("SPRITE"))
+                entry->setText(QStringLiteral("S&PRITE"));
+        }
+        f.dialogs.answerText(QStringLiteral("sprNew"));
+        f.chooseEntry = QStringLiteral("S&PRITE");
+        f.rightClick("Lui_Pick");
+        clsElement *added = f.element("Lui_Pick|EsprNew");
+        QVERIFY(added);
+        QCOMPARE(added->ElementType(), QByteArray("SPRITE"));
+    }
+
     void addingALayerPutsItAtTheLayerLevel()
     {
         EditingFixture f;
