@@ -35,7 +35,7 @@ const Subcommand kSubcommands[] = {
     { "set", runSet, "set FILE.ui NODEKEY KEY=VALUE... [-o OUT]   set properties, saving only what changed", true },
     { "unset", runUnset, "unset FILE.ui NODEKEY KEY... [-o OUT]       remove properties, saving only what changed", true },
     { "lint", runLint, "lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]  report problems", true },
-    { "port", runPort, "port SKIN_DIR --from A --to B [--aspect stretch|fit] [--fonts scale|keep|MAP.txt] [--dry-run] [--report R.json] [--force]  make the skin for another screen" },
+    { "port", runPort, "port SKIN_DIR --from A --to B [--aspect stretch|fit] [--fonts scale|keep|MAP.txt] [--dry-run] [--report R.json] [--force]  make the skin for another screen", true },
     { "remove", runRemove, "remove FILE.ui NODEKEY [-o OUT]            remove an element with its children, likewise", true },
 };
 
@@ -69,11 +69,11 @@ int printHelp()
     for (const Subcommand &s : kSubcommands)
         text += QStringLiteral("  %1\n").arg(QLatin1String(s.summary));
     text += QStringLiteral("  version (or --version)                     print the program's version\n");
-    text += QStringLiteral("\nrender, lint, set, unset, remove, locate and dump take --code-page NAME, the code page\n"
+    text += QStringLiteral("\nrender, lint, set, unset, remove, locate, dump and port take --code-page NAME, the code page\n"
                            "of the skin's text (windows-1251, utf-8, iso-8859-5, koi8-r, ibm866, cp1250...);\n"
                            "without it, the system's own (Windows-1252 where the system has none). dump prints\n"
                            "the bytes as they are unless given one.\n");
-    CommandLine::printOut(CommandLine::terminalBytes(text));
+    CommandLine::printText(text);
     return 0;
 }
 
@@ -119,7 +119,7 @@ int runGuarded(const Subcommand &s, const QStringList &args)
         if (s.takesCodePage)
             text += QStringLiteral("\n--code-page NAME: the code page of the skin's text (windows-1251, utf-8, "
                                    "iso-8859-5,\nkoi8-r, ibm866, cp1250...); without it, the system's own.\n");
-        CommandLine::printOut(text.toUtf8());
+        CommandLine::printText(text);
         return 0;
     }
     try {

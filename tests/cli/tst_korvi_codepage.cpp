@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // korvi reads a skin's text in the code page --code-page names, on every
-// subcommand that reads a skin: render, lint, set, unset, remove, locate and
-// dump. The name is an IANA one or a common alias, in any case.
+// subcommand that reads a skin: render, lint, set, unset, remove, locate, dump
+// and port. The name is an IANA one or a common alias, in any case.
 #include "../ProgramRun.h"
 #include "TestFiles.h"
 
@@ -225,6 +225,23 @@ private slots:
         QVERIFY2(decoded.out.contains("\\u041d\\u0430\\u0441"), decoded.out.constData());
     }
 
+    // The port's report quotes the values it kept as the code page reads them.
+    void portQuotesKeptValuesInTheNamedCodePage()
+    {
+        SkinFolder skin("<LAYER ui_Main>\r\n\t<TEXT txtTitle x=\"\xc6\" y=20>\r\n</LAYER>\r\n");
+        const QString json = skin.root.filePath(QStringLiteral("report.json"));
+        const ProgramRun run = korvi({ QStringLiteral("port"), skin.root.path(), QStringLiteral("--from"),
+                                       QStringLiteral("800_480"), QStringLiteral("--to"), QStringLiteral("1024_600"),
+                                       QStringLiteral("--dry-run"), QStringLiteral("--code-page"), QStringLiteral("CP1251"),
+                                       QStringLiteral("--report"), json });
+        QVERIFY2(run.exitCode == 0, run.err.constData());
+        QVERIFY2(run.out.contains(terminal(QStringLiteral("Lui_Main|EtxtTitle x=\"Ж\": not a plain number"))),
+                 run.out.constData());
+        QVERIFY2(readTestFile(json).contains("\"value\": \"\\\"\xd0\x96\\\"\""), readTestFile(json).constData());
+        QVERIFY(skin.untouched());
+        QVERIFY(!QFile::exists(skin.root.path() + QStringLiteral("/1024_600")));
+    }
+
     // A name that is no code page stops every command before it reads or
     // writes anything.
     void aNameThatIsNoCodePageIsAUsageErrorEverywhere_data()
@@ -242,6 +259,8 @@ private slots:
         QTest::newRow("locate") << QStringList { QStringLiteral("locate"), QStringLiteral("--ui"), QStringLiteral("MAIN"),
                                                  QStringLiteral("a.bmp") };
         QTest::newRow("dump") << QStringList { QStringLiteral("dump"), QStringLiteral("MAIN") };
+        QTest::newRow("port") << QStringList { QStringLiteral("port"), QStringLiteral("ROOT"), QStringLiteral("--from"),
+                                               QStringLiteral("800_480"), QStringLiteral("--to"), QStringLiteral("1024_600") };
     }
     void aNameThatIsNoCodePageIsAUsageErrorEverywhere()
     {
@@ -250,6 +269,7 @@ private slots:
         const QString out = skin.root.filePath(QStringLiteral("drawn.png"));
         arguments.replaceInStrings(QStringLiteral("MAIN"), skin.mainFile());
         arguments.replaceInStrings(QStringLiteral("OUT"), out);
+        arguments.replaceInStrings(QStringLiteral("ROOT"), skin.root.path());
         arguments << QStringLiteral("--code-page") << QStringLiteral("cyrillic-ish");
         const ProgramRun run = korvi(arguments);
         QCOMPARE(run.exitCode, 2);
@@ -259,13 +279,14 @@ private slots:
         QVERIFY(run.out.isEmpty());
         QVERIFY(skin.untouched());
         QVERIFY(!QFile::exists(out));
+        QVERIFY(!QFile::exists(skin.root.path() + QStringLiteral("/1024_600")));
     }
 
     // Every subcommand that reads a skin says so in its help.
     void helpNamesTheOption_data()
     {
         QTest::addColumn<QString>("command");
-        for (const char *command : { "render", "lint", "set", "unset", "remove", "locate", "dump" })
+        for (const char *command : { "render", "lint", "set", "unset", "remove", "locate", "dump", "port" })
             QTest::newRow(command) << QString::fromLatin1(command);
     }
     void helpNamesTheOption()

@@ -12,6 +12,7 @@
 #include "SkinContext.h"
 #include "SkinDocument.h"
 #include "SkinOpener.h"
+#include "clsKorviInterface.h"
 #include "SkinPort.h"
 #include "StatusProgress.h"
 
@@ -88,6 +89,7 @@ void PortSkinFlow::run()
     SkinPort::Options options = form.options(skinFolderOf(context.UiFilePath, form.fromFormat()));
     if (options.skinDir.isEmpty())
         options.skinDir = context.SkinDirectory;
+    options.codec = mParts.skin.document().codec();
     if (!mayPort(QDir(options.skinDir).filePath(options.to), options.force))
         return;
 
