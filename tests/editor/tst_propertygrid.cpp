@@ -13,6 +13,7 @@
 #include "SkinDocument.h"
 #include "clsPowGridItems.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -183,6 +184,44 @@ private slots:
         QVERIFY(qAbs(grid->columnWidthPixels(PropertyGridFiller::ColValue) - (value + grid->width() - gridWidth)) <= 2);
         QVERIFY(qAbs(rightOfLastColumn() - barLeft()) <= 4);
         QVERIFY(!grid->horizontalBar()->isVisibleTo(grid));
+    }
+
+    void aValueIsEditedFromTheKeyboard()
+    {
+        GridFixture f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.select("Lui_Main|EtxtA");
+        PowGrid *grid = f.pgrProperty();
+        // Tab from the tree reaches the grid; Down selects its first row.
+        f.tvwObjects()->setFocus();
+        for (int i = 0; i < 6 && !grid->hasFocus(); ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(grid->hasFocus());
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("x")));
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("y")));
+        // F2 edits the value (the window's F2, Rename, is not run).
+        QTest::keyClick(grid, Qt::Key_F2);
+        QVERIFY(f.dialogs.asked().isEmpty());
+        QWidget *editor = QApplication::focusWidget();
+        QVERIFY(editor && editor != grid && editor->isVisible());
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor, QStringLiteral("35"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(f.value("Lui_Main|EtxtA|Py"), QByteArray("35"));
+        QCOMPARE(f.stack().count(), 1);
+        // Enter edits again; Escape leaves the value as it was.
+        QTRY_VERIFY(grid->hasFocus());
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("y")));
+        QTest::keyClick(grid, Qt::Key_Return);
+        editor = QApplication::focusWidget();
+        QVERIFY(editor && editor != grid);
+        QTest::keyClicks(editor, QStringLiteral("9"));
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QCOMPARE(f.value("Lui_Main|EtxtA|Py"), QByteArray("35"));
+        QCOMPARE(f.stack().count(), 1);
     }
 
     void aLongValueShowsWhollyInItsToolTip()

@@ -75,4 +75,6 @@ private:
     QLineEdit *mFilter = nullptr;
     QAbstractButton *mInherited = nullptr;
     std::optional<EditorSettings> mSettings;
+    // The node key of the object whose rows the grid lists.
+    QByteArray mFilledFor;
 };
