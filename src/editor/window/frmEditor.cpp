@@ -164,6 +164,8 @@ void frmEditor::createControllers()
                            this);
     connect(mShown, &ShownNode::nodeTextChanged, mPanels.at(0), &QLabel::setText);
     connect(mShown, &ShownNode::layerNameChanged, mPanels.at(1), &QLabel::setText);
+    // The information box is a log of the drawing shown.
+    connect(mShown, &ShownNode::drawingStarted, txtInfo, &QPlainTextEdit::clear);
     new TreeFollower(*tvwObjects, *mTree, *mSkin, this);
     mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects, DocumentActions::createMenus(*this), mEnv.dialogs,
                                    this);
