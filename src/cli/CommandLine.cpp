@@ -3,6 +3,7 @@
 
 #include "AtomicFileWriter.h"
 #include "FileFaults.h"
+#include "StandardStreams.h"
 #include "UiFileReader.h"
 
 #include <QCommandLineParser>
@@ -46,6 +47,18 @@ void printOut(const QByteArray &bytes)
         noteOutputFailure();
 }
 
+void printText(const QString &text)
+{
+    if (const QString fault = FileFaults::writeFault(QStringLiteral("-")); !fault.isEmpty()) {
+        if (firstOutputFailure().isEmpty())
+            firstOutputFailure() = fault;
+        return;
+    }
+    errno = 0;
+    if (!StandardStreams::writeText(stdout, text))
+        noteOutputFailure();
+}
+
 QString outputFailure()
 {
     errno = 0;
@@ -75,20 +88,9 @@ bool refuseSameFile(const QString &input, const QString &output, int &exitCode)
     return same;
 }
 
-QByteArray terminalBytes(const QString &text)
-{
-    return text.toLocal8Bit();
-}
-
-QString terminalText(const QByteArray &bytes)
-{
-    return QString::fromLocal8Bit(bytes);
-}
-
 void printErr(const QString &text)
 {
-    const QByteArray bytes = terminalBytes(text) + '\n';
-    fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+    StandardStreams::writeText(stderr, text + QLatin1Char('\n'));
 }
 
 int usageError(const QString &text)

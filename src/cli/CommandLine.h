@@ -16,10 +16,10 @@ namespace CommandLine {
 void printOut(const QByteArray &bytes);
 // Flushes stdout; the system's reason when any write to it failed, else empty.
 QString outputFailure();
-// Text for the terminal, in its own encoding, and the terminal's text: the
-// one place where the command line's text is converted.
-QByteArray terminalBytes(const QString &text);
-QString terminalText(const QByteArray &bytes);
+// Text for a person to read, on stdout (a failed write is remembered for
+// outputFailure()) and, as one line, on stderr: in the terminal's encoding, or
+// as its characters on a Windows console (StandardStreams).
+void printText(const QString &text);
 void printErr(const QString &text);
 // Prints a usage error and returns the usage exit code (2).
 int usageError(const QString &text);

@@ -33,9 +33,9 @@ int runDump(const QStringList &arguments)
                                    parser.positionalArguments().first());
     } catch (const SkinReadError &error) {
         // What was read up to the error is printed all the same.
-        CommandLine::printOut(DocumentToJson(document, &error, codec));
+        CommandLine::printOut(documentToJson(document, &error, codec));
         return 1;
     }
-    CommandLine::printOut(DocumentToJson(document, nullptr, codec));
+    CommandLine::printOut(documentToJson(document, nullptr, codec));
     return 0;
 }

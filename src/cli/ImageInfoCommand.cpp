@@ -50,13 +50,13 @@ int runImageInfo(const QStringList &arguments)
     }
     const QString kind = ImageLoader::Kind(args.first(), bytes);
     if (kind.isEmpty()) {
-        CommandLine::printOut(QStringLiteral("kind: none\nbytes: %1\n").arg(bytes.size()).toUtf8());
+        CommandLine::printText(QStringLiteral("kind: none\nbytes: %1\n").arg(bytes.size()));
         return 1;
     }
     QString text = QStringLiteral("kind: ") + kind + QLatin1Char('\n');
     text += kind == QLatin1String("RL") ? rlInfo(bytes) : readerInfo(bytes);
     text += QStringLiteral("bytes: %1\n").arg(bytes.size());
-    CommandLine::printOut(text.toUtf8());
+    CommandLine::printText(text);
     // A picture that ends early, or cannot be decoded, is said so.
     QImage decoded;
     PictureProblem problem;

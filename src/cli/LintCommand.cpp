@@ -150,7 +150,7 @@ int runLint(const QStringList &args)
     const bool folder = QFileInfo(o.target).isDir();
     const SkinOpenPlan plan = folder ? SkinOpenPlan::forFolder(o.target) : SkinOpenPlan::forFile(o.target);
     if (o.listFiles) {
-        CommandLine::printOut(CommandLine::terminalBytes(fileList(plan)));
+        CommandLine::printText(fileList(plan));
         return 0;
     }
     clsKorviInterface document;
@@ -176,7 +176,7 @@ int runLint(const QStringList &args)
         for (const Problem &p : problems)
             text += compilerLine(p);
         text += summary(errorCount, warningCount) + QLatin1Char('\n');
-        CommandLine::printOut(CommandLine::terminalBytes(text));
+        CommandLine::printText(text);
     }
     const bool failed = errorCount > 0 || (o.warningsAreErrors && warningCount > 0);
     return failed ? 1 : 0;

@@ -56,7 +56,7 @@ int runLocate(const QStringList &args)
     text += QStringLiteral("grab_center: ") + (file.grabCenter ? QStringLiteral("true") : QStringLiteral("false")) + QLatin1Char('\n');
     // The report exactly as the information box would receive it, CR LF kept.
     text += info.text();
-    CommandLine::printOut(CommandLine::terminalBytes(text));
+    CommandLine::printText(text);
     // The report says where it looked; the exit code says whether it found.
     return file.path.isEmpty() ? 1 : 0;
 }

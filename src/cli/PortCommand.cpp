@@ -34,6 +34,7 @@ int runPort(const QStringList &arguments)
                                     QStringLiteral("R.json"));
     const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("replace target folders that exist"));
     parser.addOptions({ from, to, aspect, fonts, dryRun, report, force });
+    CommandLine::addCodePageOption(parser);
     if (!parser.parse(QStringList { QStringLiteral("korvi port") } + arguments))
         return usage(parser.errorText());
     if (parser.positionalArguments().size() != 1 || !parser.isSet(from) || !parser.isSet(to))
@@ -57,13 +58,17 @@ int runPort(const QStringList &arguments)
     }
     options.dryRun = parser.isSet(dryRun);
     options.force = parser.isSet(force);
+    const std::optional<SkinCodec> codec = CommandLine::codePage(parser);
+    if (!codec)
+        return 2;
+    options.codec = *codec;
 
     const SkinPort::Result result = SkinPort(options).run();
     if (!result.ok) {
         CommandLine::printErr(QStringLiteral("korvi port: ") + result.error);
         return 1;
     }
-    CommandLine::printOut(result.report.text().toLocal8Bit());
+    CommandLine::printText(result.report.text());
     if (parser.isSet(report)) {
         if (!CommandLine::writeFile(parser.value(report), result.report.json()))
             return 1;

@@ -9,6 +9,7 @@
 #include "SkinFormatName.h"
 #include "RenderSetup.h"
 #include "SkinCodec.h"
+#include "StandardStreams.h"
 #include "SkinLoader.h"
 #include "SkinReadError.h"
 #include "UiFileReader.h"
@@ -44,8 +45,7 @@ public:
     {
         QString lines = text;
         lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-        const QByteArray bytes = CommandLine::terminalBytes(lines);
-        fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+        StandardStreams::writeText(stderr, lines);
     }
 };
 

@@ -10,4 +10,12 @@ void StandardStreams::writeBytesAsTheyAre()
 {
 }
 
+// A terminal here reads the locale's encoding (UTF-8 for Qt).
+bool StandardStreams::writeText(std::FILE *stream, const QString &text)
+{
+    const QByteArray bytes = text.toLocal8Bit();
+    return std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream) == size_t(bytes.size())
+        && std::fflush(stream) == 0;
+}
+
 #endif

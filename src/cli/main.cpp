@@ -19,22 +19,24 @@ struct Subcommand
     const char *name;
     int (*run)(const QStringList &args);
     const char *summary;
+    // Whether it reads a skin's text, and so takes --code-page NAME.
+    bool takesCodePage = false;
 };
 
 // One line per subcommand; keep in step with README.md.
 const Subcommand kSubcommands[] = {
-    { "dump", runDump, "dump [-i IMPORTED.ui]... FILE.ui            print the document read as JSON" },
+    { "dump", runDump, "dump [-i IMPORTED.ui]... FILE.ui            print the document read as JSON", true },
     { "format", runFormat, "format [-i IMPORTED.ui]... FILE.ui OUT.ui  write the document back (with a backup)" },
-    { "locate", runLocate, "locate [--ui UIFILE] [--skin-dir D] [--format R] REF  find a picture as the editor does" },
+    { "locate", runLocate, "locate [--ui UIFILE] [--skin-dir D] [--format R] REF  find a picture as the editor does", true },
     { "rl2png", runRl2Png, "rl2png IN OUT.png                          decode a skin picture to PNG (magenta transparent)" },
     { "png2rl", runPng2Rl, "png2rl IN.png OUT.bmp [--wide-palette]     encode a picture as an RL skin picture" },
     { "image-info", runImageInfo, "image-info FILE                            kind, size and RL layout of a picture" },
-    { "render", runRender, "render FILE.ui (--layer NAME | --all-layers) -o OUT [...]  draw layers to PNG pictures" },
-    { "set", runSet, "set FILE.ui NODEKEY KEY=VALUE... [-o OUT]   set properties, saving only what changed" },
-    { "unset", runUnset, "unset FILE.ui NODEKEY KEY... [-o OUT]       remove properties, saving only what changed" },
-    { "lint", runLint, "lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]  report problems" },
-    { "port", runPort, "port SKIN_DIR --from A --to B [--aspect stretch|fit] [--fonts scale|keep|MAP.txt] [--dry-run] [--report R.json] [--force]  make the skin for another screen" },
-    { "remove", runRemove, "remove FILE.ui NODEKEY [-o OUT]            remove an element with its children, likewise" },
+    { "render", runRender, "render FILE.ui (--layer NAME | --all-layers) -o OUT [...]  draw layers to PNG pictures", true },
+    { "set", runSet, "set FILE.ui NODEKEY KEY=VALUE... [-o OUT]   set properties, saving only what changed", true },
+    { "unset", runUnset, "unset FILE.ui NODEKEY KEY... [-o OUT]       remove properties, saving only what changed", true },
+    { "lint", runLint, "lint [--skin-dir D] [--format R] (FILE.ui | FOLDER) [--json] [--werror] [--disable CODE,...]  report problems", true },
+    { "port", runPort, "port SKIN_DIR --from A --to B [--aspect stretch|fit] [--fonts scale|keep|MAP.txt] [--dry-run] [--report R.json] [--force]  make the skin for another screen", true },
+    { "remove", runRemove, "remove FILE.ui NODEKEY [-o OUT]            remove an element with its children, likewise", true },
 };
 
 // Qt's own remarks about the host's set-up (a bare environment without
@@ -67,11 +69,11 @@ int printHelp()
     for (const Subcommand &s : kSubcommands)
         text += QStringLiteral("  %1\n").arg(QLatin1String(s.summary));
     text += QStringLiteral("  version (or --version)                     print the program's version\n");
-    text += QStringLiteral("\nrender, lint, set, unset, remove, locate and dump take --code-page NAME, the code page\n"
+    text += QStringLiteral("\nrender, lint, set, unset, remove, locate, dump and port take --code-page NAME, the code page\n"
                            "of the skin's text (windows-1251, utf-8, iso-8859-5, koi8-r, ibm866, cp1250...);\n"
                            "without it, the system's own (Windows-1252 where the system has none). dump prints\n"
                            "the bytes as they are unless given one.\n");
-    CommandLine::printOut(CommandLine::terminalBytes(text));
+    CommandLine::printText(text);
     return 0;
 }
 
@@ -108,10 +110,16 @@ int runGuarded(const Subcommand &s, const QStringList &args)
     if (asksForHelp(args)) {
         // The summary is the usage, then after a run of blanks what it does.
         const QStringList parts = QString::fromLatin1(s.summary).split(QRegularExpression(QStringLiteral("\\s{2,}")));
-        QString text = QStringLiteral("usage: korvi %1\n").arg(parts.first());
+        QString text = QStringLiteral("usage: korvi %1").arg(parts.first());
+        if (s.takesCodePage)
+            text += QStringLiteral(" ") + CommandLine::codePageUsage();
+        text += QLatin1Char('\n');
         if (parts.size() > 1)
             text += QStringLiteral("\n%1\n").arg(parts.mid(1).join(QLatin1Char(' ')));
-        CommandLine::printOut(text.toUtf8());
+        if (s.takesCodePage)
+            text += QStringLiteral("\n--code-page NAME: the code page of the skin's text (windows-1251, utf-8, "
+                                   "iso-8859-5,\nkoi8-r, ibm866, cp1250...); without it, the system's own.\n");
+        CommandLine::printText(text);
         return 0;
     }
     try {

@@ -9,6 +9,8 @@
 
 #include <optional>
 
+class QDialog;
+
 // Every modal dialog of the program is asked through this one interface, so that
 // the program can run with real dialogs (QtDialogs) or with scripted answers in
 // tests (ScriptedDialogs).
@@ -65,6 +67,9 @@ public:
     virtual std::optional<QColor> color(const QColor &initial) = 0;
     // The print dialog; true when the user confirmed.
     virtual bool print(PrintRequest &request) = 0;
+    // One of the program's own forms (settings, about, port), shown modally;
+    // the form's result() tells how it was left.
+    virtual void showForm(QDialog &form) = 0;
 
     // "A|*.a|B|*.b" as the file dialogs of the toolkit write it: "A (*.a);;B (*.b)".
     static QString toolkitFilter(const QString &filter);

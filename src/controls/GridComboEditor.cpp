@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "GridComboEditor.h"
 
-#include <QAbstractItemView>
 #include <QKeyEvent>
 
 GridComboEditor::GridComboEditor(QWidget *parent)
@@ -16,23 +15,7 @@ GridComboEditor::GridComboEditor(QWidget *parent)
 
 void GridComboEditor::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        emit enterPressed();
-        return;
-    }
-    if (event->key() == Qt::Key_Escape) {
-        emit escapePressed();
-        return;
-    }
     mStepping = true;
     QComboBox::keyPressEvent(event);
     mStepping = false;
-}
-
-void GridComboEditor::focusOutEvent(QFocusEvent *event)
-{
-    QComboBox::focusOutEvent(event);
-    // Opening the list moves the focus to it; that is not leaving the editor.
-    if (isVisible() && !(view() && view()->isVisible()))
-        emit focusLost();
 }

@@ -33,14 +33,6 @@ QChar GridTextEditor::filtered(QChar typed) const
 
 void GridTextEditor::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        emit enterPressed();
-        return;
-    }
-    if (event->key() == Qt::Key_Escape) {
-        emit escapePressed();
-        return;
-    }
     const bool filteredType = isFiltered();
     if (filteredType && event->matches(QKeySequence::Paste)) {
         pasteFiltered();
@@ -110,9 +102,3 @@ void GridTextEditor::dropEvent(QDropEvent *event)
     QLineEdit::dropEvent(event);
 }
 
-void GridTextEditor::focusOutEvent(QFocusEvent *event)
-{
-    QLineEdit::focusOutEvent(event);
-    if (isVisible())
-        emit focusLost();
-}

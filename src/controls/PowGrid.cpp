@@ -4,6 +4,7 @@
 #include "GridCellPainter.h"
 #include "GridComboEditor.h"
 #include "GridDateEditor.h"
+#include "GridEditorKeys.h"
 #include "GridNumber.h"
 #include "GridPrinter.h"
 #include "GridTextEditor.h"
@@ -84,16 +85,14 @@ PowGrid::PowGrid(QWidget *parent)
         editor->hide();
     mHBar->hide();
 
-    connect(mTxtInput, &GridTextEditor::enterPressed, this, &PowGrid::HideInputs);
-    connect(mTxtInput, &GridTextEditor::escapePressed, this, &PowGrid::cancelEdit);
-    connect(mTxtInput, &GridTextEditor::focusLost, this, &PowGrid::HideInputs);
-    connect(mCmbInput, &GridComboEditor::enterPressed, this, &PowGrid::HideInputs);
+    auto *keys = new GridEditorKeys(this);
+    keys->watch(*mTxtInput);
+    keys->watch(*mCmbInput);
+    keys->watch(*mDtpInput);
+    connect(keys, &GridEditorKeys::enterPressed, this, &PowGrid::HideInputs);
+    connect(keys, &GridEditorKeys::escapePressed, this, &PowGrid::cancelEdit);
+    connect(keys, &GridEditorKeys::focusLost, this, &PowGrid::HideInputs);
     connect(mCmbInput, &GridComboEditor::picked, this, &PowGrid::HideInputs);
-    connect(mCmbInput, &GridComboEditor::escapePressed, this, &PowGrid::cancelEdit);
-    connect(mCmbInput, &GridComboEditor::focusLost, this, &PowGrid::HideInputs);
-    connect(mDtpInput, &GridDateEditor::enterPressed, this, &PowGrid::HideInputs);
-    connect(mDtpInput, &GridDateEditor::escapePressed, this, &PowGrid::cancelEdit);
-    connect(mDtpInput, &GridDateEditor::focusLost, this, &PowGrid::HideInputs);
     connect(mUpdInput, &QSpinBox::valueChanged, this, [this](int value) {
         if (mTxtInput->isVisible())
             mTxtInput->setText(QString::number(value));
@@ -114,7 +113,7 @@ PowGrid::PowGrid(QWidget *parent)
     connect(mHeaders, &clsHeaders::ItemAdded, this, &PowGrid::modelChanged);
     connect(mItems, &clsPowGridItems::ItemAdded, this, &PowGrid::modelChanged);
     connect(mItems, &clsPowGridItems::ItemChanged, this, [this] {
-        if (mAutoRefresh)
+        if (mLook.AutoRefresh)
             RefreshCells();
     });
     connect(mItems, &clsPowGridItems::ItemRemoved, this, &PowGrid::modelRemoved);
@@ -133,48 +132,12 @@ QFont PowGrid::ambientFont() const
 
 void PowGrid::InitProperties()
 {
-    mHeadlineColor = 0x8000000Fu;
-    mShadowColor = 0x80000010u;
-    mTextColor = 0x80000012u;
-    mSelRow = 0;
-    mFont = ambientFont();
-    mHeaderFont = ambientFont();
-    mHeaderHeight = 0;
-    mCellHeight = 0;
-    mAllowEdit = true;
-    mColorUneditable = 0xFFFFFFu;
-    mColorEditable = 0xFFFFFFu;
-    mColorSelectedRow = 0x8000000Du;
-    mShowSelectedRow = false;
-    mColorSelectedText = 0x8000000Eu;
-    mColorLightShadow = 0x80000010u;
-    mColorDarkShadow = 0x80000015u;
-    mColorUnused = 0xC8C8C8u;
-    mColorGrid = 0x80000010u;
-    mImageList.clear();
-    mHScrollIncrement = 750;
-    mAutoRefresh = true;
-    mCellHeightMargin = 120;
-    mColorHeadlineShadow = 0xC8C8C8u;
-    mShowVerticalBar = true;
-    mCellLines = 1;
-    mBorderStyle = 1;
-    mColorHeadlineText = 0x80000012u;
-    mColorUneditableAlternate = 0xFFFFFFu;
-    mAlternateColors = false;
-    mUseTouchScreen = false;
-    mImageListHeader.clear();
-    mButtonFont = ambientFont();
-    mButtonRoundSize = 20;
-    mButtonColor = 0xC8C8C8u;
-    mButtonBorderColor = 0x505050u;
-    mButtonClickColor = 0x00FFFFu;
-    mColorProgressBar = 0xFF0000u;
-    mColorEmptyProgressBar = 0xFFFFFFu;
-    mTitleFont = ambientFont();
-    mColorTitleBackground = 0xFFFFFFu;
-    mColorTitleText = 0u;
-    mAllowExpandCollapse = true;
+    mLook = PowGridLook();
+    const QFont host = ambientFont();
+    mLook.Font = host;
+    mLook.HeaderFont = host;
+    mLook.ButtonFont = host;
+    mLook.TitleFont = host;
     RedrawGrid();
 }
 
@@ -202,219 +165,219 @@ void PowGrid::WriteProperties(QSettings &settings) const
 
 void PowGrid::setHeadlineColor(quint32 New_HeadlineColor)
 {
-    mHeadlineColor = New_HeadlineColor; RedrawGrid();
+    mLook.HeadlineColor = New_HeadlineColor; RedrawGrid();
 }
 
 void PowGrid::setShadowColor(quint32 New_ShadowColor)
 {
-    mShadowColor = New_ShadowColor; RedrawGrid();
+    mLook.ShadowColor = New_ShadowColor; RedrawGrid();
 }
 
 void PowGrid::setTextColor(quint32 New_TextColor)
 {
-    mTextColor = New_TextColor; RedrawGrid();
+    mLook.TextColor = New_TextColor; RedrawGrid();
 }
 
 void PowGrid::setSelRow(int New_SelRow)
 {
-    mSelRow = New_SelRow; RefreshCells();
+    mLook.SelRow = New_SelRow; RefreshCells();
 }
 
 void PowGrid::setFont(const QFont &New_Font)
 {
-    mFont = New_Font; RedrawGrid();
+    mLook.Font = New_Font; RedrawGrid();
 }
 
 void PowGrid::setHeaderFont(const QFont &New_HeaderFont)
 {
-    mHeaderFont = New_HeaderFont; RedrawGrid();
+    mLook.HeaderFont = New_HeaderFont; RedrawGrid();
 }
 
 void PowGrid::setHeaderHeight(int New_HeaderHeight)
 {
-    mHeaderHeight = New_HeaderHeight; RedrawGrid();
+    mLook.HeaderHeight = New_HeaderHeight; RedrawGrid();
 }
 
 void PowGrid::setCellHeight(int New_CellHeight)
 {
-    mCellHeight = New_CellHeight; RedrawGrid();
+    mLook.CellHeight = New_CellHeight; RedrawGrid();
 }
 
 void PowGrid::setAllowEdit(bool New_AllowEdit)
 {
-    mAllowEdit = New_AllowEdit; RedrawGrid();
+    mLook.AllowEdit = New_AllowEdit; RedrawGrid();
 }
 
 void PowGrid::setColorUneditable(quint32 New_ColorUneditable)
 {
-    mColorUneditable = New_ColorUneditable; RedrawGrid();
+    mLook.ColorUneditable = New_ColorUneditable; RedrawGrid();
 }
 
 void PowGrid::setColorEditable(quint32 New_ColorEditable)
 {
-    mColorEditable = New_ColorEditable; RedrawGrid();
+    mLook.ColorEditable = New_ColorEditable; RedrawGrid();
 }
 
 void PowGrid::setColorSelectedRow(quint32 New_ColorSelectedRow)
 {
-    mColorSelectedRow = New_ColorSelectedRow; RedrawGrid();
+    mLook.ColorSelectedRow = New_ColorSelectedRow; RedrawGrid();
 }
 
 void PowGrid::setShowSelectedRow(bool New_ShowSelectedRow)
 {
-    mShowSelectedRow = New_ShowSelectedRow; RedrawGrid();
+    mLook.ShowSelectedRow = New_ShowSelectedRow; RedrawGrid();
 }
 
 void PowGrid::setColorSelectedText(quint32 New_ColorSelectedText)
 {
-    mColorSelectedText = New_ColorSelectedText; RedrawGrid();
+    mLook.ColorSelectedText = New_ColorSelectedText; RedrawGrid();
 }
 
 void PowGrid::setColorLightShadow(quint32 New_ColorLightShadow)
 {
-    mColorLightShadow = New_ColorLightShadow; RedrawGrid();
+    mLook.ColorLightShadow = New_ColorLightShadow; RedrawGrid();
 }
 
 void PowGrid::setColorDarkShadow(quint32 New_ColorDarkShadow)
 {
-    mColorDarkShadow = New_ColorDarkShadow; RedrawGrid();
+    mLook.ColorDarkShadow = New_ColorDarkShadow; RedrawGrid();
 }
 
 void PowGrid::setColorUnused(quint32 New_ColorUnused)
 {
-    mColorUnused = New_ColorUnused; RedrawGrid();
+    mLook.ColorUnused = New_ColorUnused; RedrawGrid();
 }
 
 void PowGrid::setColorGrid(quint32 New_ColorGrid)
 {
-    mColorGrid = New_ColorGrid; RedrawGrid();
+    mLook.ColorGrid = New_ColorGrid; RedrawGrid();
 }
 
 void PowGrid::setImageList(const QList<QPixmap> &New_ImageList)
 {
-    mImageList = New_ImageList; RedrawGrid();
+    mLook.ImageList = New_ImageList; RedrawGrid();
 }
 
 void PowGrid::setHScrollIncrement(int New_HScrollIncrement)
 {
-    mHScrollIncrement = New_HScrollIncrement; RedrawGrid();
+    mLook.HScrollIncrement = New_HScrollIncrement; RedrawGrid();
 }
 
 void PowGrid::setAutoRefresh(bool New_AutoRefresh)
 {
-    mAutoRefresh = New_AutoRefresh; RedrawGrid();
+    mLook.AutoRefresh = New_AutoRefresh; RedrawGrid();
 }
 
 void PowGrid::setCellHeightMargin(int New_CellHeightMargin)
 {
-    mCellHeightMargin = New_CellHeightMargin; RedrawGrid();
+    mLook.CellHeightMargin = New_CellHeightMargin; RedrawGrid();
 }
 
 void PowGrid::setColorHeadlineShadow(quint32 New_ColorHeadlineShadow)
 {
-    mColorHeadlineShadow = New_ColorHeadlineShadow; RedrawGrid();
+    mLook.ColorHeadlineShadow = New_ColorHeadlineShadow; RedrawGrid();
 }
 
 void PowGrid::setShowVerticalBar(bool New_ShowVerticalBar)
 {
-    mShowVerticalBar = New_ShowVerticalBar; RedrawGrid();
+    mLook.ShowVerticalBar = New_ShowVerticalBar; RedrawGrid();
 }
 
 void PowGrid::setCellLines(int New_CellLines)
 {
-    mCellLines = New_CellLines; RedrawGrid();
+    mLook.CellLines = New_CellLines; RedrawGrid();
 }
 
 void PowGrid::setBorderStyle(int New_BorderStyle)
 {
-    mBorderStyle = New_BorderStyle; RedrawGrid();
+    mLook.BorderStyle = New_BorderStyle; RedrawGrid();
 }
 
 void PowGrid::setColorHeadlineText(quint32 New_ColorHeadlineText)
 {
-    mColorHeadlineText = New_ColorHeadlineText; RedrawGrid();
+    mLook.ColorHeadlineText = New_ColorHeadlineText; RedrawGrid();
 }
 
 void PowGrid::setColorUneditableAlternate(quint32 New_ColorUneditableAlternate)
 {
-    mColorUneditableAlternate = New_ColorUneditableAlternate; RedrawGrid();
+    mLook.ColorUneditableAlternate = New_ColorUneditableAlternate; RedrawGrid();
 }
 
 void PowGrid::setAlternateColors(bool New_AlternateColors)
 {
-    mAlternateColors = New_AlternateColors; RedrawGrid();
+    mLook.AlternateColors = New_AlternateColors; RedrawGrid();
 }
 
 void PowGrid::setUseTouchScreen(bool New_UseTouchScreen)
 {
-    mUseTouchScreen = New_UseTouchScreen; RedrawGrid();
+    mLook.UseTouchScreen = New_UseTouchScreen; RedrawGrid();
 }
 
 void PowGrid::setImageListHeader(const QList<QPixmap> &New_ImageListHeader)
 {
-    mImageListHeader = New_ImageListHeader; RedrawGrid();
+    mLook.ImageListHeader = New_ImageListHeader; RedrawGrid();
 }
 
 void PowGrid::setButtonFont(const QFont &New_ButtonFont)
 {
-    mButtonFont = New_ButtonFont; RedrawGrid();
+    mLook.ButtonFont = New_ButtonFont; RedrawGrid();
 }
 
 void PowGrid::setButtonRoundSize(int New_ButtonRoundSize)
 {
-    mButtonRoundSize = New_ButtonRoundSize; RedrawGrid();
+    mLook.ButtonRoundSize = New_ButtonRoundSize; RedrawGrid();
 }
 
 void PowGrid::setButtonColor(quint32 New_ButtonColor)
 {
-    mButtonColor = New_ButtonColor; RedrawGrid();
+    mLook.ButtonColor = New_ButtonColor; RedrawGrid();
 }
 
 void PowGrid::setButtonBorderColor(quint32 New_ButtonBorderColor)
 {
-    mButtonBorderColor = New_ButtonBorderColor; RedrawGrid();
+    mLook.ButtonBorderColor = New_ButtonBorderColor; RedrawGrid();
 }
 
 void PowGrid::setButtonClickColor(quint32 New_ButtonClickColor)
 {
-    mButtonClickColor = New_ButtonClickColor; RedrawGrid();
+    mLook.ButtonClickColor = New_ButtonClickColor; RedrawGrid();
 }
 
 void PowGrid::setColorProgressBar(quint32 New_ColorProgressBar)
 {
-    mColorProgressBar = New_ColorProgressBar; RedrawGrid();
+    mLook.ColorProgressBar = New_ColorProgressBar; RedrawGrid();
 }
 
 void PowGrid::setColorEmptyProgressBar(quint32 New_ColorEmptyProgressBar)
 {
-    mColorEmptyProgressBar = New_ColorEmptyProgressBar; RedrawGrid();
+    mLook.ColorEmptyProgressBar = New_ColorEmptyProgressBar; RedrawGrid();
 }
 
 void PowGrid::setTitleFont(const QFont &New_TitleFont)
 {
-    mTitleFont = New_TitleFont; RedrawGrid();
+    mLook.TitleFont = New_TitleFont; RedrawGrid();
 }
 
 void PowGrid::setColorTitleBackground(quint32 New_ColorTitleBackground)
 {
-    mColorTitleBackground = New_ColorTitleBackground; RedrawGrid();
+    mLook.ColorTitleBackground = New_ColorTitleBackground; RedrawGrid();
 }
 
 void PowGrid::setColorTitleText(quint32 New_ColorTitleText)
 {
-    mColorTitleText = New_ColorTitleText; RedrawGrid();
+    mLook.ColorTitleText = New_ColorTitleText; RedrawGrid();
 }
 
 void PowGrid::setAllowExpandCollapse(bool New_AllowExpandCollapse)
 {
-    mAllowExpandCollapse = New_AllowExpandCollapse; RedrawGrid();
+    mLook.AllowExpandCollapse = New_AllowExpandCollapse; RedrawGrid();
 }
 
 // ---- layout ---------------------------------------------------------------
 
 QRect PowGrid::innerRect() const
 {
-    const int border = mBorderStyle == 1 ? 1 : 0;
+    const int border = mLook.BorderStyle == 1 ? 1 : 0;
     return rect().adjusted(border, border, -border, -border);
 }
 
@@ -430,16 +393,16 @@ QRect PowGrid::clientRect() const
 
 int PowGrid::rowHeight() const
 {
-    if (mCellHeight > 0)
-        return std::max(1, Twips::toPixelsY(mCellHeight, this));
-    return QFontMetrics(mFont).height() + Twips::toPixelsY(mCellHeightMargin, this);
+    if (mLook.CellHeight > 0)
+        return std::max(1, Twips::toPixelsY(mLook.CellHeight, this));
+    return QFontMetrics(mLook.Font).height() + Twips::toPixelsY(mLook.CellHeightMargin, this);
 }
 
 int PowGrid::headerHeight() const
 {
-    if (mHeaderHeight > 0)
-        return Twips::toPixelsY(mHeaderHeight, this);
-    return QFontMetrics(mHeaderFont).height() + Twips::toPixelsY(mCellHeightMargin, this);
+    if (mLook.HeaderHeight > 0)
+        return Twips::toPixelsY(mLook.HeaderHeight, this);
+    return QFontMetrics(mLook.HeaderFont).height() + Twips::toPixelsY(mLook.CellHeightMargin, this);
 }
 
 int PowGrid::VisibleCells() const
@@ -478,7 +441,7 @@ int PowGrid::contentWidth() const
 
 int PowGrid::horizontalOffset() const
 {
-    return mHBar->isVisibleTo(this) ? mHBar->value() * std::max(1, Twips::toPixelsX(mHScrollIncrement, this)) : 0;
+    return mHBar->isVisibleTo(this) ? mHBar->value() * std::max(1, Twips::toPixelsX(mLook.HScrollIncrement, this)) : 0;
 }
 
 int PowGrid::maxFirstVisible() const
@@ -563,17 +526,17 @@ void PowGrid::updateScrollBars()
     const QRect inner = innerRect();
     const int barWidth = mVBar->sizeHint().width();
     const int barHeight = mHBar->sizeHint().height();
-    mVBar->setVisible(mShowVerticalBar);
-    const int widthForCells = inner.width() - (mShowVerticalBar ? barWidth : 0);
+    mVBar->setVisible(mLook.ShowVerticalBar);
+    const int widthForCells = inner.width() - (mLook.ShowVerticalBar ? barWidth : 0);
     const bool needH = contentWidth() > widthForCells;
     mHBar->setVisible(needH);
     const int barsBottom = inner.bottom() - (needH ? barHeight : 0);
-    if (mShowVerticalBar)
+    if (mLook.ShowVerticalBar)
         mVBar->setGeometry(inner.right() - barWidth + 1, inner.top(), barWidth,
                            barsBottom - inner.top() + 1);
     if (needH) {
         mHBar->setGeometry(inner.left(), inner.bottom() - barHeight + 1, widthForCells, barHeight);
-        const int step = std::max(1, Twips::toPixelsX(mHScrollIncrement, this));
+        const int step = std::max(1, Twips::toPixelsX(mLook.HScrollIncrement, this));
         const int excess = contentWidth() - widthForCells;
         mHBar->setRange(0, (excess + step - 1) / step);
     }
@@ -607,7 +570,7 @@ void PowGrid::Refresh()
 
 PowGridItem *PowGrid::SelectedItem() const
 {
-    return mSelRow > 0 ? mItems->Item(mSelRow) : nullptr;
+    return mLook.SelRow > 0 ? mItems->Item(mLook.SelRow) : nullptr;
 }
 
 void PowGrid::setFirstVisible(int New_FirstVisible)
@@ -652,8 +615,8 @@ void PowGrid::AutoSizeHeadersForPrint(QPrinter &printer)
 
 void PowGrid::autoSize(bool hiddenRowsToo, const QPaintDevice *device)
 {
-    const QFontMetrics cellMetrics(mFont, device);
-    const QFontMetrics headerMetrics(mHeaderFont, device);
+    const QFontMetrics cellMetrics(mLook.Font, device);
+    const QFontMetrics headerMetrics(mLook.HeaderFont, device);
     const int padding = Twips::toPixelsX(2 * GridCellPainter::PaddingTwips, device);
     for (int c = 0; c < mHeaders->Count(); ++c) {
         Header *h = mHeaders->at(c);
@@ -779,9 +742,9 @@ void PowGrid::paintEvent(QPaintEvent *)
                 if (width <= 0)
                     continue;
                 GridCellPainter::CellState state;
-                state.selected = mShowSelectedRow && row == mSelRow;
-                state.editable = mAllowEdit && mHeaders->at(c)->ColumnEditable;
-                state.alternate = mAlternateColors && visible % 2 == 0;
+                state.selected = mLook.ShowSelectedRow && row == mLook.SelRow;
+                state.editable = mLook.AllowEdit && mHeaders->at(c)->ColumnEditable;
+                state.alternate = mLook.AlternateColors && visible % 2 == 0;
                 state.pressed = isButtonDown(row, c);
                 cells.paintCell(QRect(line.left() + columnLeft(c), y, width, rowHeight()), *item, c,
                                 state);
@@ -840,11 +803,11 @@ void PowGrid::mousePressEvent(QMouseEvent *event)
         return;
     PowGridItem *item = mItems->Item(row);
     const int column = columnAt(point);
-    mSelRow = row;
+    mLook.SelRow = row;
     emit ItemSelected(item, mHeaders->at(column));
     update();
     if (item->TitleLine) {
-        if (mAllowExpandCollapse && titleBoxRect(row).contains(point))
+        if (mLook.AllowExpandCollapse && titleBoxRect(row).contains(point))
             toggleTitle(row);
         return;
     }
@@ -930,7 +893,7 @@ QString PowGrid::toolTipAt(QPoint point) const
     const QString text = DisplayText(item, column);
     const int room = columnWidthPixels(column) - Twips::toPixelsX(2 * GridCellPainter::PaddingTwips, this);
     if (!item->TitleLine && type != dtButton && type != dtCheck && type != dtProgress
-        && QFontMetrics(mFont).horizontalAdvance(text) > room)
+        && QFontMetrics(mLook.Font).horizontalAdvance(text) > room)
         lines << text;
     return lines.join(QLatin1Char('\n'));
 }
@@ -955,7 +918,7 @@ void PowGrid::clickData(int row, int column)
         update();
         return;
     }
-    const bool editable = mAllowEdit && mHeaders->at(column)->ColumnEditable;
+    const bool editable = mLook.AllowEdit && mHeaders->at(column)->ColumnEditable;
     if (!editable || type == dtProgress)
         return;
     if (type == dtCheck) {
@@ -1020,7 +983,7 @@ void PowGrid::showTextEditor(PowGridItem *item, int column, int type, const QRec
     }
     mTxtInput->setDataType(type);
     mTxtInput->setEchoMode(type == dtPassword ? QLineEdit::Password : QLineEdit::Normal);
-    mTxtInput->setFont(mFont);
+    mTxtInput->setFont(mLook.Font);
     mTxtInput->setText(item->CellText(column));
     mTxtInput->setGeometry(textArea);
     mTxtInput->show();
@@ -1171,7 +1134,7 @@ void PowGrid::toggleTitle(int row)
 
 void PowGrid::modelChanged()
 {
-    if (mAutoRefresh)
+    if (mLook.AutoRefresh)
         RedrawGrid();
 }
 
@@ -1183,8 +1146,8 @@ void PowGrid::modelRemoved()
     HideInputs();
     mButtonRow = 0;
     mButtonColumn = -1;
-    if (mSelRow > mItems->Count())
-        mSelRow = 0;
-    if (mAutoRefresh)
+    if (mLook.SelRow > mItems->Count())
+        mLook.SelRow = 0;
+    if (mLook.AutoRefresh)
         RedrawGrid();
 }

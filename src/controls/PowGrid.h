@@ -2,6 +2,7 @@
 #pragma once
 
 #include "GridDataType.h"
+#include "PowGridLook.h"
 #include "clsHeaders.h"
 #include "clsPowGridItems.h"
 
@@ -92,89 +93,89 @@ public:
     explicit PowGrid(QWidget *parent = nullptr);
     ~PowGrid() override;
 
-    quint32 HeadlineColor() const { return mHeadlineColor; }
+    quint32 HeadlineColor() const { return mLook.HeadlineColor; }
     void setHeadlineColor(quint32 New_HeadlineColor);
-    quint32 ShadowColor() const { return mShadowColor; }
+    quint32 ShadowColor() const { return mLook.ShadowColor; }
     void setShadowColor(quint32 New_ShadowColor);
-    quint32 TextColor() const { return mTextColor; }
+    quint32 TextColor() const { return mLook.TextColor; }
     void setTextColor(quint32 New_TextColor);
-    int SelRow() const { return mSelRow; }
+    int SelRow() const { return mLook.SelRow; }
     void setSelRow(int New_SelRow);
-    QFont Font() const { return mFont; }
+    QFont Font() const { return mLook.Font; }
     void setFont(const QFont &New_Font);
-    QFont HeaderFont() const { return mHeaderFont; }
+    QFont HeaderFont() const { return mLook.HeaderFont; }
     void setHeaderFont(const QFont &New_HeaderFont);
-    int HeaderHeight() const { return mHeaderHeight; }
+    int HeaderHeight() const { return mLook.HeaderHeight; }
     void setHeaderHeight(int New_HeaderHeight);
-    int CellHeight() const { return mCellHeight; }
+    int CellHeight() const { return mLook.CellHeight; }
     void setCellHeight(int New_CellHeight);
-    bool AllowEdit() const { return mAllowEdit; }
+    bool AllowEdit() const { return mLook.AllowEdit; }
     void setAllowEdit(bool New_AllowEdit);
-    quint32 ColorUneditable() const { return mColorUneditable; }
+    quint32 ColorUneditable() const { return mLook.ColorUneditable; }
     void setColorUneditable(quint32 New_ColorUneditable);
-    quint32 ColorEditable() const { return mColorEditable; }
+    quint32 ColorEditable() const { return mLook.ColorEditable; }
     void setColorEditable(quint32 New_ColorEditable);
-    quint32 ColorSelectedRow() const { return mColorSelectedRow; }
+    quint32 ColorSelectedRow() const { return mLook.ColorSelectedRow; }
     void setColorSelectedRow(quint32 New_ColorSelectedRow);
-    bool ShowSelectedRow() const { return mShowSelectedRow; }
+    bool ShowSelectedRow() const { return mLook.ShowSelectedRow; }
     void setShowSelectedRow(bool New_ShowSelectedRow);
-    quint32 ColorSelectedText() const { return mColorSelectedText; }
+    quint32 ColorSelectedText() const { return mLook.ColorSelectedText; }
     void setColorSelectedText(quint32 New_ColorSelectedText);
-    quint32 ColorLightShadow() const { return mColorLightShadow; }
+    quint32 ColorLightShadow() const { return mLook.ColorLightShadow; }
     void setColorLightShadow(quint32 New_ColorLightShadow);
-    quint32 ColorDarkShadow() const { return mColorDarkShadow; }
+    quint32 ColorDarkShadow() const { return mLook.ColorDarkShadow; }
     void setColorDarkShadow(quint32 New_ColorDarkShadow);
-    quint32 ColorUnused() const { return mColorUnused; }
+    quint32 ColorUnused() const { return mLook.ColorUnused; }
     void setColorUnused(quint32 New_ColorUnused);
-    quint32 ColorGrid() const { return mColorGrid; }
+    quint32 ColorGrid() const { return mLook.ColorGrid; }
     void setColorGrid(quint32 New_ColorGrid);
-    QList<QPixmap> ImageList() const { return mImageList; }
+    QList<QPixmap> ImageList() const { return mLook.ImageList; }
     void setImageList(const QList<QPixmap> &New_ImageList);
-    int HScrollIncrement() const { return mHScrollIncrement; }
+    int HScrollIncrement() const { return mLook.HScrollIncrement; }
     void setHScrollIncrement(int New_HScrollIncrement);
-    bool AutoRefresh() const { return mAutoRefresh; }
+    bool AutoRefresh() const { return mLook.AutoRefresh; }
     void setAutoRefresh(bool New_AutoRefresh);
-    int CellHeightMargin() const { return mCellHeightMargin; }
+    int CellHeightMargin() const { return mLook.CellHeightMargin; }
     void setCellHeightMargin(int New_CellHeightMargin);
-    quint32 ColorHeadlineShadow() const { return mColorHeadlineShadow; }
+    quint32 ColorHeadlineShadow() const { return mLook.ColorHeadlineShadow; }
     void setColorHeadlineShadow(quint32 New_ColorHeadlineShadow);
-    bool ShowVerticalBar() const { return mShowVerticalBar; }
+    bool ShowVerticalBar() const { return mLook.ShowVerticalBar; }
     void setShowVerticalBar(bool New_ShowVerticalBar);
-    int CellLines() const { return mCellLines; }
+    int CellLines() const { return mLook.CellLines; }
     void setCellLines(int New_CellLines);
-    int BorderStyle() const { return mBorderStyle; }
+    int BorderStyle() const { return mLook.BorderStyle; }
     void setBorderStyle(int New_BorderStyle);
-    quint32 ColorHeadlineText() const { return mColorHeadlineText; }
+    quint32 ColorHeadlineText() const { return mLook.ColorHeadlineText; }
     void setColorHeadlineText(quint32 New_ColorHeadlineText);
-    quint32 ColorUneditableAlternate() const { return mColorUneditableAlternate; }
+    quint32 ColorUneditableAlternate() const { return mLook.ColorUneditableAlternate; }
     void setColorUneditableAlternate(quint32 New_ColorUneditableAlternate);
-    bool AlternateColors() const { return mAlternateColors; }
+    bool AlternateColors() const { return mLook.AlternateColors; }
     void setAlternateColors(bool New_AlternateColors);
-    bool UseTouchScreen() const { return mUseTouchScreen; }
+    bool UseTouchScreen() const { return mLook.UseTouchScreen; }
     void setUseTouchScreen(bool New_UseTouchScreen);
-    QList<QPixmap> ImageListHeader() const { return mImageListHeader; }
+    QList<QPixmap> ImageListHeader() const { return mLook.ImageListHeader; }
     void setImageListHeader(const QList<QPixmap> &New_ImageListHeader);
-    QFont ButtonFont() const { return mButtonFont; }
+    QFont ButtonFont() const { return mLook.ButtonFont; }
     void setButtonFont(const QFont &New_ButtonFont);
-    int ButtonRoundSize() const { return mButtonRoundSize; }
+    int ButtonRoundSize() const { return mLook.ButtonRoundSize; }
     void setButtonRoundSize(int New_ButtonRoundSize);
-    quint32 ButtonColor() const { return mButtonColor; }
+    quint32 ButtonColor() const { return mLook.ButtonColor; }
     void setButtonColor(quint32 New_ButtonColor);
-    quint32 ButtonBorderColor() const { return mButtonBorderColor; }
+    quint32 ButtonBorderColor() const { return mLook.ButtonBorderColor; }
     void setButtonBorderColor(quint32 New_ButtonBorderColor);
-    quint32 ButtonClickColor() const { return mButtonClickColor; }
+    quint32 ButtonClickColor() const { return mLook.ButtonClickColor; }
     void setButtonClickColor(quint32 New_ButtonClickColor);
-    quint32 ColorProgressBar() const { return mColorProgressBar; }
+    quint32 ColorProgressBar() const { return mLook.ColorProgressBar; }
     void setColorProgressBar(quint32 New_ColorProgressBar);
-    quint32 ColorEmptyProgressBar() const { return mColorEmptyProgressBar; }
+    quint32 ColorEmptyProgressBar() const { return mLook.ColorEmptyProgressBar; }
     void setColorEmptyProgressBar(quint32 New_ColorEmptyProgressBar);
-    QFont TitleFont() const { return mTitleFont; }
+    QFont TitleFont() const { return mLook.TitleFont; }
     void setTitleFont(const QFont &New_TitleFont);
-    quint32 ColorTitleBackground() const { return mColorTitleBackground; }
+    quint32 ColorTitleBackground() const { return mLook.ColorTitleBackground; }
     void setColorTitleBackground(quint32 New_ColorTitleBackground);
-    quint32 ColorTitleText() const { return mColorTitleText; }
+    quint32 ColorTitleText() const { return mLook.ColorTitleText; }
     void setColorTitleText(quint32 New_ColorTitleText);
-    bool AllowExpandCollapse() const { return mAllowExpandCollapse; }
+    bool AllowExpandCollapse() const { return mLook.AllowExpandCollapse; }
     void setAllowExpandCollapse(bool New_AllowExpandCollapse);
 
     // A new control's look: every design-time property at its default, the
@@ -342,48 +343,7 @@ private:
     void modelRemoved();
     void modelChanged();
 
-    quint32 mHeadlineColor = 0x8000000Fu;
-    quint32 mShadowColor = 0x80000010u;
-    quint32 mTextColor = 0x80000012u;
-    int mSelRow = 0;
-    QFont mFont;
-    QFont mHeaderFont;
-    int mHeaderHeight = 0;
-    int mCellHeight = 0;
-    bool mAllowEdit = true;
-    quint32 mColorUneditable = 0xFFFFFFu;
-    quint32 mColorEditable = 0xFFFFFFu;
-    quint32 mColorSelectedRow = 0x8000000Du;
-    bool mShowSelectedRow = false;
-    quint32 mColorSelectedText = 0x8000000Eu;
-    quint32 mColorLightShadow = 0x80000010u;
-    quint32 mColorDarkShadow = 0x80000015u;
-    quint32 mColorUnused = 0xC8C8C8u;
-    quint32 mColorGrid = 0x80000010u;
-    QList<QPixmap> mImageList;
-    int mHScrollIncrement = 750;
-    bool mAutoRefresh = true;
-    int mCellHeightMargin = 120;
-    quint32 mColorHeadlineShadow = 0xC8C8C8u;
-    bool mShowVerticalBar = true;
-    int mCellLines = 1;
-    int mBorderStyle = 1;
-    quint32 mColorHeadlineText = 0x80000012u;
-    quint32 mColorUneditableAlternate = 0xFFFFFFu;
-    bool mAlternateColors = false;
-    bool mUseTouchScreen = false;
-    QList<QPixmap> mImageListHeader;
-    QFont mButtonFont;
-    int mButtonRoundSize = 20;
-    quint32 mButtonColor = 0xC8C8C8u;
-    quint32 mButtonBorderColor = 0x505050u;
-    quint32 mButtonClickColor = 0x00FFFFu;
-    quint32 mColorProgressBar = 0xFF0000u;
-    quint32 mColorEmptyProgressBar = 0xFFFFFFu;
-    QFont mTitleFont;
-    quint32 mColorTitleBackground = 0xFFFFFFu;
-    quint32 mColorTitleText = 0u;
-    bool mAllowExpandCollapse = true;
+    PowGridLook mLook;
 
     clsHeaders *mHeaders;
     clsPowGridItems *mItems;

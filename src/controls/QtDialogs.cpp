@@ -140,3 +140,8 @@ bool QtDialogs::print(PrintRequest &request)
     }
     return true;
 }
+
+void QtDialogs::showForm(QDialog &form)
+{
+    form.exec();
+}

@@ -25,6 +25,7 @@ public:
     QString choose(const QString &title, const QString &prompt, const QStringList &choices) override;
     std::optional<QColor> color(const QColor &initial) override;
     bool print(PrintRequest &request) override;
+    void showForm(QDialog &form) override;
 
 private:
     QPointer<QWidget> mParent;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ScriptedDialogs.h"
 
+#include <QDialog>
+
 namespace {
 
 Dialogs::Button cancelAnswer(Dialogs::Buttons buttons)
@@ -24,7 +26,8 @@ T nextOr(QQueue<T> &queue, T cancel)
 
 int ScriptedDialogs::unanswered() const
 {
-    return int(mTexts.size() + mButtons.size() + mPaths.size() + mChoices.size() + mColors.size() + mPrints.size());
+    return int(mTexts.size() + mButtons.size() + mPaths.size() + mChoices.size() + mColors.size() + mPrints.size()
+               + mForms.size());
 }
 
 ScriptedDialogs::Asked &ScriptedDialogs::record(const QString &kind, const QString &title)
@@ -125,4 +128,13 @@ bool ScriptedDialogs::print(PrintRequest &request)
     request.FromPage = answer.FromPage;
     request.ToPage = answer.ToPage;
     return true;
+}
+
+void ScriptedDialogs::showForm(QDialog &form)
+{
+    record(QStringLiteral("form"), form.objectName());
+    if (mForms.isEmpty())
+        form.reject();
+    else
+        mForms.dequeue()(form);
 }

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QQueue>
 
+#include <functional>
+
 // Dialogs for tests: every question is recorded, and answered from queues filled
 // beforehand. An empty queue answers as a user who cancels (empty text, Cancel or
 // the last button, no colour, no printing).
@@ -15,7 +17,7 @@ public:
     // One question the program asked.
     struct Asked
     {
-        QString kind;   // "text", "message", "open", "save", "folder", "choice", "color", "print"
+        QString kind;   // "text", "message", "open", "save", "folder", "choice", "color", "print", "form"
         QString title;
         QString text;   // prompt or message text
         QString value;  // default text, initial directory or folder, initial colour name
@@ -64,6 +66,13 @@ public:
     void answerPrint(const PrintAnswer &answer) { mPrints.enqueue(answer); }
     bool print(PrintRequest &request) override;
 
+    // What the user does in a form: fills it in, then accepts or rejects it. A
+    // form with no answer left is rejected, as a user who cancels. Recorded with
+    // the form's object name as the title.
+    using FormAnswer = std::function<void(QDialog &form)>;
+    void answerForm(const FormAnswer &answer) { mForms.enqueue(answer); }
+    void showForm(QDialog &form) override;
+
     const QList<Asked> &asked() const { return mAsked; }
     // Answers queued but not used yet.
     int unanswered() const;
@@ -80,5 +89,6 @@ private:
     QQueue<QString> mChoices;
     QQueue<std::optional<QColor>> mColors;
     QQueue<PrintAnswer> mPrints;
+    QQueue<FormAnswer> mForms;
     QList<Asked> mAsked;
 };

@@ -12,7 +12,7 @@ QSize PictureCache::LoadImageFile(const QString &path, QImage &buffer)
     if (path.isEmpty())
         stamp.size = 0;
     else
-        stamp = SkinFileNames::StampOf(path);
+        stamp = SkinFileNames::stampOf(path);
     return LoadImageFile(path, stamp, buffer);
 }
 

@@ -29,7 +29,7 @@ QString GetExtension(const QString &path)
     const qsizetype dot = path.lastIndexOf(QLatin1Char('.'));
     if (dot < 0)
         return QString();
-    return AsciiLower(path.mid(dot + 1));
+    return asciiLower(path.mid(dot + 1));
 }
 
 // The host's separators cut: "/", in which Qt names files on every system, and
@@ -52,15 +52,15 @@ bool FileExists(const QString &path)
 bool FileExists(const QString &path, FileStamp &stamp)
 {
     // Every lookup probes the disk, so the probe is the host's cheapest.
-    return !path.isEmpty() && HostFiles::IsReadableFile(path, stamp);
+    return !path.isEmpty() && HostFiles::isReadableFile(path, stamp);
 }
 
-FileStamp StampOf(const QString &path)
+FileStamp stampOf(const QString &path)
 {
-    return HostFiles::StampOf(path);
+    return HostFiles::stampOf(path);
 }
 
-QString AsciiLower(const QString &text)
+QString asciiLower(const QString &text)
 {
     QString lower = text;
     for (QChar &c : lower) {

@@ -31,9 +31,9 @@ bool FileExists(const QString &path, FileStamp &stamp);
 
 // The size and modification time of whatever is at `path` (a folder too); size
 // -1 when nothing is there.
-FileStamp StampOf(const QString &path);
+FileStamp stampOf(const QString &path);
 
 // Lowers "A" to "Z" only: skins compare names in ASCII case whatever the locale.
-QString AsciiLower(const QString &text);
+QString asciiLower(const QString &text);
 
 } // namespace SkinFileNames

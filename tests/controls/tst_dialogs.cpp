@@ -3,6 +3,7 @@
 #include "ScriptedDialogs.h"
 #include "Twips.h"
 
+#include <QDialog>
 #include <QWidget>
 #include <QtTest>
 
@@ -84,6 +85,32 @@ private slots:
         QCOMPARE(dialogs.message(QStringLiteral("t"), QStringLiteral("m"), Dialogs::Icon::Warning,
                                  Dialogs::Buttons::OverwriteCancel),
                  Dialogs::Button::Cancel);
+    }
+
+    void aFormIsFilledInByItsAnswerAndRejectedWithoutOne()
+    {
+        ScriptedDialogs scripted;
+        scripted.answerForm([](QDialog &form) {
+            form.setWindowTitle(QStringLiteral("filled in"));
+            form.accept();
+        });
+        QCOMPARE(scripted.unanswered(), 1);
+        Dialogs &dialogs = scripted;
+        QDialog first;
+        first.setObjectName(QStringLiteral("frmFirst"));
+        dialogs.showForm(first);
+        QCOMPARE(first.result(), int(QDialog::Accepted));
+        QCOMPARE(first.windowTitle(), QStringLiteral("filled in"));
+        QDialog second;
+        second.setObjectName(QStringLiteral("frmSecond"));
+        second.setResult(QDialog::Accepted);
+        dialogs.showForm(second);
+        QCOMPARE(second.result(), int(QDialog::Rejected));
+        QCOMPARE(scripted.asked().size(), 2);
+        QCOMPARE(scripted.asked().at(0).kind, QStringLiteral("form"));
+        QCOMPARE(scripted.asked().at(0).title, QStringLiteral("frmFirst"));
+        QCOMPARE(scripted.asked().at(1).title, QStringLiteral("frmSecond"));
+        QCOMPARE(scripted.unanswered(), 0);
     }
 
     void filtersAreWrittenTheToolkitsWay()

@@ -341,6 +341,59 @@ private slots:
         QCOMPARE(grid->SelRow(), 2);
     }
 
+    // The three cell editors answer Enter, Escape and the focus leaving them
+    // alike: the value typed is kept, dropped, kept.
+    void everyEditorCommitsOnEnterAndLeavingAndCancelsOnEscape_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("ending");
+        QTest::addColumn<bool>("kept");
+        const QList<QPair<const char *, int>> editors{ { "text", dtText }, { "combo", dtCombo }, { "date", dtDate } };
+        for (const auto &editor : editors) {
+            QTest::addRow("%s, Enter", editor.first) << editor.second << int(Qt::Key_Return) << true;
+            QTest::addRow("%s, Escape", editor.first) << editor.second << int(Qt::Key_Escape) << false;
+            QTest::addRow("%s, click elsewhere", editor.first) << editor.second << 0 << true;
+        }
+    }
+
+    void everyEditorCommitsOnEnterAndLeavingAndCancelsOnEscape()
+    {
+        QFETCH(int, type);
+        QFETCH(int, ending);
+        QFETCH(bool, kept);
+        setUpColumns(type);
+        const QStringList values = type == dtDate ? QStringList{ "2024-03-15", "2024-03-16" }
+                                                  : QStringList{ "a", "b" };
+        if (type == dtCombo) {
+            auto list = std::make_shared<clsComboList>();
+            list->Add(QStringLiteral("Ant"), QStringLiteral("a"));
+            list->Add(QStringLiteral("Bee"), QStringLiteral("b"));
+            grid->Headers()->Item(2)->ComboList = list;
+        }
+        PowGridItem *row = addRow(QStringLiteral("edited"), values.at(0));
+        addRow(QStringLiteral("other"), values.at(0));
+        click(1, 1);
+        QWidget *editor = type == dtText ? static_cast<QWidget *>(grid->txtInput())
+            : type == dtCombo            ? static_cast<QWidget *>(grid->cmbInput())
+                                         : static_cast<QWidget *>(grid->dtpInput());
+        QVERIFY(editor->isVisible());
+        if (type == dtText) {
+            grid->txtInput()->setText(values.at(1));
+        } else if (type == dtCombo) {
+            QTest::keyClick(editor, Qt::Key_Down);
+        } else {
+            grid->dtpInput()->setCurrentSection(QDateTimeEdit::DaySection);
+            QTest::keyClick(editor, Qt::Key_Up);
+        }
+        QVERIFY(editor->isVisible());
+        if (ending)
+            QTest::keyClick(editor, Qt::Key(ending));
+        else
+            click(2, 0);
+        QVERIFY(!editor->isVisible());
+        QCOMPARE(row->CellText(1), kept ? values.at(1) : values.at(0));
+    }
+
     void uneditableCellsAndGridsShowNoEditor()
     {
         setUpColumns();

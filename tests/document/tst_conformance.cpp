@@ -34,9 +34,9 @@ QJsonObject dumpOf(const QStringList &imported, const QString &file, bool *faile
         for (const QString &path : imported)
             ReadUiFile(doc, path, true);
         ReadUiFile(doc, file, false);
-        json = DocumentToJson(doc, nullptr);
+        json = documentToJson(doc, nullptr);
     } catch (const SkinReadError &error) {
-        json = DocumentToJson(doc, &error);
+        json = documentToJson(doc, &error);
         *failed = true;
     }
     return QJsonDocument::fromJson(json).object();
@@ -92,9 +92,9 @@ private slots:
             for (const QString &path : files.imported)
                 ReadUiFile(doc, path, true);
             ReadUiFile(doc, files.file, false);
-            json = DocumentToJson(doc, nullptr);
+            json = documentToJson(doc, nullptr);
         } catch (const SkinReadError &error) {
-            json = DocumentToJson(doc, &error);
+            json = documentToJson(doc, &error);
         }
         QCOMPARE(comparable(QJsonDocument::fromJson(json).object()), comparable(expected));
         // What was read is written, even after a reading error.

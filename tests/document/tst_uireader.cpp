@@ -26,9 +26,9 @@ QByteArray dumpOf(const QByteArray &text)
     try {
         UiFileReader(doc, false).readBytes(text, QStringLiteral("test.ui"));
     } catch (const SkinReadError &error) {
-        return DocumentToJson(doc, &error);
+        return documentToJson(doc, &error);
     }
-    return DocumentToJson(doc, nullptr);
+    return documentToJson(doc, nullptr);
 }
 
 // The lines of `lines` joined with `end` after each but the last, and after

@@ -4,15 +4,19 @@
 // only the value typed, and a skin whose bytes look like another code page is
 // offered it once.
 #include "CodePageChoice.h"
+#include "FontMeasure.h"
 #include "EditorFixture.h"
 #include "EditorSettings.h"
 #include "PowGridItem.h"
 #include "PropertyGridFiller.h"
+#include "RenderSetup.h"
+#include "StringInfoSink.h"
 #include "clsPowGridItems.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QUndoStack>
 
@@ -28,6 +32,21 @@ struct CodePageSkin
     {
         bytes = "<LAYER ui_Main>\r\n\t<TEXT txtTitle x=10 y=20 w=300 h=40 text=" + text + " font=Verdana>\r\n"
                 "\t<TEXT txtOther x=10 y=80 w=300 h=40 text=Other>\r\n</LAYER>\r\n";
+        QVERIFY(writeTestFile(mainFile(), bytes));
+    }
+};
+
+// A copy of one of the skins of tests/data/codepages, each written in the code
+// page its folder is named after, so that opening it leaves the source alone.
+struct StoredSkin
+{
+    QTemporaryDir root;
+    QString mainFile() const { return root.path() + "/800_480/ui/main_800_480.ui"; }
+    explicit StoredSkin(const QString &page)
+    {
+        const QByteArray bytes = readTestFile(QStringLiteral(KORVI_SOURCE_DIR "/tests/data/codepages/") + page
+                                              + QStringLiteral("/800_480/ui/main_800_480.ui"));
+        QVERIFY(!bytes.isEmpty());
         QVERIFY(writeTestFile(mainFile(), bytes));
     }
 };
@@ -100,6 +119,64 @@ private slots:
         // The menu shows the skin's code page, and a folder with a choice gets no offer.
         QVERIFY(f.control<QAction>(qPrintable(QStringLiteral("mnuCodePage_") + page))->isChecked());
         QCOMPARE(f.choice()->offerText(), QString());
+    }
+
+    // Skins as their makers wrote them, opened from disk in the code page
+    // chosen for their folder: the tree and the grid show their words, and the
+    // canvas draws them as the same words drawn from text would look.
+    void storedSkinsShowAndDrawTheirWords_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("volume");
+        QTest::newRow("Central European") << QStringLiteral("windows-1250") << QStringLiteral("Ustawienia dźwięku")
+                                          << QStringLiteral("Příliš žluťoučký kůň");
+        QTest::newRow("Cyrillic") << QStringLiteral("windows-1251") << QStringLiteral("Настройки звука")
+                                  << QStringLiteral("Громкость: 65 %");
+        QTest::newRow("Greek") << QStringLiteral("windows-1253") << QStringLiteral("Ρυθμίσεις ήχου")
+                               << QStringLiteral("Ένταση: 65 %");
+    }
+    void storedSkinsShowAndDrawTheirWords()
+    {
+        QFETCH(QString, page);
+        QFETCH(QString, title);
+        QFETCH(QString, volume);
+        StoredSkin skin(page);
+        const QByteArray bytesBefore = readTestFile(skin.mainFile());
+        CodePageFixture f;
+        EditorSettings(f.settings).setCodePageFor(CodePageChoice::skinFolderOf(skin.mainFile()), page);
+        f.window->openSkinFile(skin.mainFile());
+        QCOMPARE(f.document.codec().name(), page);
+        const QString quotedTitle = QLatin1Char('"') + title + QLatin1Char('"');
+        const QString quotedVolume = QLatin1Char('"') + volume + QLatin1Char('"');
+        QCOMPARE(f.nodeText("Lui_Main|EtxtTitle|Ptext"), QStringLiteral("text=") + quotedTitle);
+        QCOMPARE(f.nodeText("Lui_Main|EtxtVolume|Ptext"), QStringLiteral("text=") + quotedVolume);
+        f.window->selectNode(f.node("Lui_Main|EtxtVolume"));
+        QVERIFY(f.gridRow(QStringLiteral("text")));
+        QCOMPARE(f.gridRow(QStringLiteral("text"))->CellText(PropertyGridFiller::ColValue), quotedVolume);
+
+        // The empty layer gives the background; the words go on it as text,
+        // in the font the skin's "Verdana" stands for on this system.
+        f.window->selectNode(f.node("Lui_Blank"));
+        QImage expected = f.pctTemplate()->picture();
+        QVERIFY(!expected.isNull());
+        f.window->selectNode(f.node("Lui_Main"));
+        const QImage drawn = f.pctTemplate()->picture();
+        StringInfoSink sink;
+        RenderSetup setup(f.document, f.context, sink);
+        setup.fonts.loadSkinFonts(f.context);
+        // fontsize=12 draws in 11 points, the size a line is written in.
+        const QFont font = FontMeasure::fontFor(setup.fonts.resolveFamily(QStringLiteral("Verdana")), false, 11);
+        {
+            QPainter painter(&expected);
+            painter.setFont(font);
+            painter.setPen(QColor(Qt::black));
+            const int ascent = QFontMetrics(font).ascent();
+            painter.drawText(QPoint(10, 20 + ascent), quotedTitle);
+            painter.drawText(QPoint(10, 80 + ascent), quotedVolume);
+        }
+        QCOMPARE(drawn, expected);
+        QCOMPARE(readTestFile(skin.mainFile()), bytesBefore);
     }
 
     void aLetterTheCodePageLacksIsRefusedAndNothingChanges()

@@ -8,7 +8,10 @@
 #include "LayerRenderer.h"
 #include "SkinPort.h"
 
+#include <QAction>
 #include <QDirIterator>
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace {
 
@@ -23,6 +26,17 @@ void copyTree(const QString &from, const QString &to)
     }
 }
 
+// The demo skin copied to `skin`, with its 800_480 folders ported to 1600_960.
+bool demoSkinInTwoFormats(const QString &skin)
+{
+    copyTree(kDemo, skin);
+    SkinPort::Options options;
+    options.skinDir = skin;
+    options.from = QStringLiteral("800_480");
+    options.to = QStringLiteral("1600_960");
+    return SkinPort(options).run().ok;
+}
+
 } // namespace
 
 class TestCompareFormats : public QObject
@@ -34,12 +48,7 @@ private slots:
     {
         QTemporaryDir dir;
         const QString skin = dir.filePath(QStringLiteral("skin"));
-        copyTree(kDemo, skin);
-        SkinPort::Options options;
-        options.skinDir = skin;
-        options.from = QStringLiteral("800_480");
-        options.to = QStringLiteral("1600_960");
-        QVERIFY(SkinPort(options).run().ok);
+        QVERIFY(demoSkinInTwoFormats(skin));
 
         EditorFixture f;
         f.window->openSkinFile(skin + QStringLiteral("/800_480/ui/main_800_480.ui"));
@@ -62,6 +71,45 @@ private slots:
         f.window->selectNode(f.node("Lui_Settings|ElstSettings"));
         QCOMPARE(compare->layerKey(), QByteArray("ui_Settings"));
         QCOMPARE(compare->selectedBox().top, 2 * f.window->renderer().boxOf(f.window->shownNode().currentObject()).top);
+    }
+
+    void theSecondCanvasFollowsTheScrolledPlace()
+    {
+        QTemporaryDir dir;
+        const QString skin = dir.filePath(QStringLiteral("skin"));
+        QVERIFY(demoSkinInTwoFormats(skin));
+
+        EditorFixture f;
+        f.window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
+        f.window->openSkinFile(skin + QStringLiteral("/800_480/ui/main_800_480.ui"));
+        f.window->selectNode(f.node("Lui_Main"));
+        f.dialogs.answerChoice(QStringLiteral("1600_960"));
+        f.window->CompareFormatsCommand();
+        auto *compare = f.window->findChild<CompareFormats *>(QStringLiteral("CompareFormats"));
+        QVERIFY(compare);
+        // Both canvases smaller than their layers, so that both scroll: the
+        // shown one zoomed in twice.
+        for (int i = 0; i < 2; ++i)
+            f.window->findChild<QAction *>(QStringLiteral("ZoomIn"))->trigger();
+        compare->resize(500, 400);
+        auto *shownArea = f.window->findChild<QScrollArea *>(QStringLiteral("canvasArea"));
+        auto *otherArea = compare->findChild<QScrollArea *>();
+        QVERIFY(shownArea && otherArea);
+        QScrollBar *shownX = shownArea->horizontalScrollBar();
+        QScrollBar *shownY = shownArea->verticalScrollBar();
+        QScrollBar *otherX = otherArea->horizontalScrollBar();
+        QScrollBar *otherY = otherArea->verticalScrollBar();
+        QTRY_VERIFY(shownX->maximum() > 0 && shownY->maximum() > 0);
+        QTRY_VERIFY(otherX->maximum() > 0 && otherY->maximum() > 0);
+
+        shownX->setValue(shownX->maximum());
+        QCOMPARE(otherX->value(), otherX->maximum());
+        shownY->setValue(shownY->maximum() / 2);
+        const double half = double(shownY->value()) / shownY->maximum();
+        QCOMPARE(otherY->value(), int(half * otherY->maximum() + 0.5));
+        shownX->setValue(0);
+        QCOMPARE(otherX->value(), 0);
     }
 
     void withoutAnotherFormatNothingOpens()

@@ -235,6 +235,22 @@ private slots:
         QCOMPARE(f.window->shownNode().shownLayer(), f.element("Lui_Pick"));
     }
 
+    void anAddedObjectsTypeIsNotTakenFromItsMenuText()
+    {
+        EditingFixture f;
+        // Some desktops give menu entries accelerators of their own.
+        for (QAction *entry : f.mnuAddObject()->actions()) {
+            if (entry->text() == QLatin1String("SPRITE"))
+                entry->setText(QStringLiteral("S&PRITE"));
+        }
+        f.dialogs.answerText(QStringLiteral("sprNew"));
+        f.chooseEntry = QStringLiteral("S&PRITE");
+        f.rightClick("Lui_Pick");
+        clsElement *added = f.element("Lui_Pick|EsprNew");
+        QVERIFY(added);
+        QCOMPARE(added->ElementType(), QByteArray("SPRITE"));
+    }
+
     void addingALayerPutsItAtTheLayerLevel()
     {
         EditingFixture f;
@@ -370,6 +386,24 @@ private slots:
         QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Pick|EtxtHigh"));
         QCOMPARE(f.tvwObjects()->currentIndex(), f.node("Lui_Pick|EtxtHigh"));
         QVERIFY(f.mshObject()->isVisible());
+    }
+
+    void theHigherZIsPickedWhereverItStandsInTheFile()
+    {
+        EditingFixture f;
+        QVERIFY(writeTestFile(f.file, "<LAYER ui_Stack>\r\n"
+                                      "\t<TEXT txtBottom x=10 y=10 w=100 h=40 z=1 text=Bottom bmp=\"a.bmp\">\r\n"
+                                      "\t<TEXT txtTop x=30 y=20 w=100 h=40 z=3 text=Top bmp=\"a.bmp\">\r\n"
+                                      "\t<TEXT txtMiddle x=50 y=15 w=100 h=40 z=2 text=Middle bmp=\"a.bmp\">\r\n"
+                                      "</LAYER>\r\n"));
+        f.window->openSkinFile(f.file);
+        f.select("Lui_Stack");
+        const QRect overlap = f.box("Lui_Stack|EtxtBottom")
+                                  .intersected(f.box("Lui_Stack|EtxtTop"))
+                                  .intersected(f.box("Lui_Stack|EtxtMiddle"));
+        QVERIFY(!overlap.isEmpty());
+        f.clickCanvas(overlap.center());
+        QCOMPARE(f.window->shownNode().currentObject(), f.element("Lui_Stack|EtxtTop"));
     }
 
     void anObjectWithoutANameIsPassedOverForTheOneUnderIt()

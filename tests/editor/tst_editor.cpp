@@ -679,10 +679,13 @@ private slots:
     void settingsAndAboutShowTheirForms()
     {
         EditorFixture f;
-        QStringList shown;
-        f.window->showModalForm = [&shown](QDialog &form) { shown << form.objectName(); };
         f.window->button("Settings")->trigger();
         f.window->button("About")->trigger();
+        QStringList shown;
+        for (const ScriptedDialogs::Asked &asked : f.dialogs.asked()) {
+            if (asked.kind == QLatin1String("form"))
+                shown << asked.title;
+        }
         QCOMPARE(shown, (QStringList{ "frmSettings", "frmAbout" }));
     }
 };

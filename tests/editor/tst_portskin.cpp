@@ -80,11 +80,11 @@ private slots:
         copyTree(kDemo, skin);
         EditorFixture f;
         f.window->openSkinFile(skin + QStringLiteral("/800_480/ui/main_800_480.ui"));
-        f.window->showModalForm = [](QDialog &dialog) {
+        f.dialogs.answerForm([](QDialog &dialog) {
             auto &form = static_cast<PortSkinDialog &>(dialog);
             form.cmbTo->setCurrentText(QStringLiteral("1024_600"));
             form.accept();
-        };
+        });
         f.dialogs.answerButton(Dialogs::Button::Yes); // open the ported skin
         f.window->PortSkinCommand();
         const QString ported = skin + QStringLiteral("/1024_600/ui/main_1024_600.ui");
@@ -106,12 +106,12 @@ private slots:
         QVERIFY(hasPinNote());
 
         // Again: the target exists, and declining to replace it writes nothing.
-        f.window->showModalForm = [](QDialog &dialog) {
+        f.dialogs.answerForm([](QDialog &dialog) {
             auto &form = static_cast<PortSkinDialog &>(dialog);
             form.txtFrom->setText(QStringLiteral("1024_600"));
             form.cmbTo->setCurrentText(QStringLiteral("800_480"));
             form.accept();
-        };
+        });
         const QByteArray before = readTestFile(skin + QStringLiteral("/800_480/ui/main_800_480.ui"));
         f.dialogs.answerButton(Dialogs::Button::No);
         f.window->PortSkinCommand();
@@ -128,7 +128,7 @@ private slots:
         QVERIFY(writeTestFile(skin + QStringLiteral("/800_480/broken.bmp"), "BM"));
         EditorFixture f;
         f.window->openSkinFile(skin + QStringLiteral("/800_480/ui/main_800_480.ui"));
-        f.window->showModalForm = [](QDialog &dialog) { static_cast<PortSkinDialog &>(dialog).accept(); };
+        f.dialogs.answerForm([](QDialog &dialog) { static_cast<PortSkinDialog &>(dialog).accept(); });
         f.window->PortSkinCommand();
         QVERIFY(f.dialogs.asked().last().text.contains(QStringLiteral("broken.bmp: cannot be read as a picture")));
         QVERIFY(!QFileInfo::exists(skin + QStringLiteral("/1024_600")));

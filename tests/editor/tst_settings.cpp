@@ -244,12 +244,12 @@ private slots:
         WebLink web(dialogs);
         frmEditor window({ document, context, dialogs, settings, web });
         QCOMPARE(context.SkinDirectory, QStringLiteral("/old"));
-        window.showModalForm = [](QDialog &dialog) {
+        dialogs.answerForm([](QDialog &dialog) {
             auto &form = static_cast<frmSettings &>(dialog);
             form.directoryRow()->setCellText(1, QStringLiteral("/new"));
             form.formatRow()->setCellText(1, QStringLiteral("480_272"));
             QTest::mouseClick(form.cmdOK, Qt::LeftButton);
-        };
+        });
         window.SettingsCommand();
         QCOMPARE(context.SkinDirectory, QStringLiteral("/new"));
         QCOMPARE(context.SkinFormat, QStringLiteral("480_272"));

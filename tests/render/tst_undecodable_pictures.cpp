@@ -92,8 +92,8 @@ private slots:
         QImage buffer;
         PictureProblem first;
         PictureProblem second;
-        cache.LoadImageFile(path, SkinFileNames::StampOf(path), buffer, &first);
-        cache.LoadImageFile(path, SkinFileNames::StampOf(path), buffer, &second);
+        cache.LoadImageFile(path, SkinFileNames::stampOf(path), buffer, &first);
+        cache.LoadImageFile(path, SkinFileNames::stampOf(path), buffer, &second);
         QCOMPARE(cache.decodeCount(), 1);
         QCOMPARE(second.what, first.what);
         QVERIFY(second.unreadable);

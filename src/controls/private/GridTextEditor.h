@@ -5,8 +5,8 @@
 
 #include <QLineEdit>
 
-// The grid's text editor (txtInput). Enter asks to commit and Escape to cancel;
-// in a number cell only digits, backspace, "+" and "-" may be typed, in a
+// The grid's text editor (txtInput). (Enter, Escape and leaving it are
+// GridEditorKeys'.) In a number cell only digits, backspace, "+" and "-" may be typed, in a
 // decimal cell digits, backspace and one decimal comma (typed as "," or ".").
 // Keys that type no character (arrows, Delete, Home...) are never filtered.
 // Pasted text (the paste keys, the context menu) goes through the same filter
@@ -21,14 +21,8 @@ public:
     void setDataType(int type) { mDataType = type; }
     int dataType() const { return mDataType; }
 
-signals:
-    void enterPressed();
-    void escapePressed();
-    void focusLost();
-
 protected:
     void keyPressEvent(QKeyEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;

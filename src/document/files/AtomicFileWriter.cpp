@@ -63,13 +63,13 @@ bool AtomicFileWriter::commit()
         return false;
     if (!mFault.isEmpty())
         return fail(mFault);
-    const HostFiles::Owner owner = HostFiles::OwnerOf(mPath);
+    const HostFiles::Owner owner = HostFiles::ownerOf(mPath);
     if (!mFile.flush())
         return fail(mFile.errorString());
     mOpen = false;
     if (!mFile.commit())
         return fail(mFile.errorString());
-    HostFiles::GiveOwner(mPath, owner);
+    HostFiles::giveOwner(mPath, owner);
     return true;
 }
 

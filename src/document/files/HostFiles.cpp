@@ -35,7 +35,7 @@ FileStamp stampOf(const struct stat &info)
 
 } // namespace
 
-bool IsReadableFile(const QString &path, FileStamp &stamp)
+bool isReadableFile(const QString &path, FileStamp &stamp)
 {
 #ifdef Q_OS_UNIX
     // A probe is kept to the bare calls: open for reading, look at what was
@@ -58,12 +58,12 @@ bool IsReadableFile(const QString &path, FileStamp &stamp)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    stamp = StampOf(path);
+    stamp = stampOf(path);
     return true;
 #endif
 }
 
-FileStamp StampOf(const QString &path)
+FileStamp stampOf(const QString &path)
 {
 #ifdef Q_OS_UNIX
     struct stat info;
@@ -81,7 +81,7 @@ FileStamp StampOf(const QString &path)
 #endif
 }
 
-bool AddSecondName(const QString &path, const QString &secondName)
+bool addSecondName(const QString &path, const QString &secondName)
 {
 #if defined(Q_OS_UNIX)
     return ::link(QFile::encodeName(path).constData(), QFile::encodeName(secondName).constData()) == 0;
@@ -97,7 +97,7 @@ bool AddSecondName(const QString &path, const QString &secondName)
 #endif
 }
 
-Owner OwnerOf(const QString &path)
+Owner ownerOf(const QString &path)
 {
     Owner owner;
 #ifdef Q_OS_UNIX
@@ -112,12 +112,12 @@ Owner OwnerOf(const QString &path)
     return owner;
 }
 
-void GiveOwner(const QString &path, const Owner &owner)
+void giveOwner(const QString &path, const Owner &owner)
 {
 #ifdef Q_OS_UNIX
     if (owner.user < 0)
         return;
-    const Owner now = OwnerOf(path);
+    const Owner now = ownerOf(path);
     if (now.user == owner.user && now.group == owner.group)
         return;
     // Whether it works or not, the file is saved: nothing more to do.
@@ -129,7 +129,7 @@ void GiveOwner(const QString &path, const Owner &owner)
 #endif
 }
 
-bool ReplaceWith(const QString &from, const QString &to, QString &error)
+bool replaceWith(const QString &from, const QString &to, QString &error)
 {
 #if defined(Q_OS_UNIX)
     if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)

@@ -14,17 +14,17 @@ namespace HostFiles {
 
 // Whether `path` opens for reading and is not a folder; on success `stamp`
 // gets its size and modification time.
-bool IsReadableFile(const QString &path, FileStamp &stamp);
+bool isReadableFile(const QString &path, FileStamp &stamp);
 
 // The size and modification time of whatever is at `path` (a folder too); size
 // -1 when nothing is there.
-FileStamp StampOf(const QString &path);
+FileStamp stampOf(const QString &path);
 
 // Gives the file at `path` the second name `secondName` (a hard link), so
 // that both names show the same bytes until one of them is replaced. False
 // where the host or the file system has no such names, or the call fails;
 // nothing is changed then.
-bool AddSecondName(const QString &path, const QString &secondName);
+bool addSecondName(const QString &path, const QString &secondName);
 
 // Who owns a file: kept across a save that replaces the file with a new one.
 struct Owner
@@ -34,15 +34,15 @@ struct Owner
 };
 // The owner of the file at `path`; -1s where nothing is there or the host has
 // no such owners.
-Owner OwnerOf(const QString &path);
+Owner ownerOf(const QString &path);
 // Gives the file at `path` back to `owner` when it now belongs to someone
 // else (a save by root makes the new file root's). Best effort: a host or a
 // user that cannot do it leaves the file as it is.
-void GiveOwner(const QString &path, const Owner &owner);
+void giveOwner(const QString &path, const Owner &owner);
 
 // Renames `from` to `to`, replacing a file of that name in one step, so that
 // `to` is at every moment the old file or the new one. On failure `error`
 // gets the system's reason and nothing is changed.
-bool ReplaceWith(const QString &from, const QString &to, QString &error);
+bool replaceWith(const QString &from, const QString &to, QString &error);
 
 } // namespace HostFiles

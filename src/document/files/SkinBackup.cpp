@@ -51,7 +51,7 @@ bool SkinBackup::keep(QString &error)
         return false;
     }
     mKeeping = true;
-    if (file.isFile() && !file.isSymLink() && HostFiles::AddSecondName(mPath, mKept))
+    if (file.isFile() && !file.isSymLink() && HostFiles::addSecondName(mPath, mKept))
         return true;
     QFile current(mPath);
     if (!current.copy(mKept)) {
@@ -66,7 +66,7 @@ bool SkinBackup::finish(QString &error)
     if (!mKeeping)
         return true;
     QString reason;
-    if (!HostFiles::ReplaceWith(mKept, mBackup, reason)) {
+    if (!HostFiles::replaceWith(mKept, mBackup, reason)) {
         error = QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(mBackup), reason);
         return false;
     }

@@ -35,7 +35,7 @@ namespace SkinFolderListing {
 bool isSkinFile(const QString &path)
 {
     FileStamp ignored;
-    return lowerName(QFileInfo(path).fileName()).endsWith(".ui") && HostFiles::IsReadableFile(path, ignored);
+    return lowerName(QFileInfo(path).fileName()).endsWith(".ui") && HostFiles::isReadableFile(path, ignored);
 }
 
 QStringList uiFilesIn(const QString &folder)

@@ -11,7 +11,7 @@ void appendElements(QByteArray &out, const clsElements &elements, int depth, con
 // Skin bytes as a JSON string: byte for byte, or decoded in `codec`.
 QByteArray jsonString(QByteArrayView bytes, const SkinCodec *codec)
 {
-    return codec ? JsonStringFromText(codec->toText(bytes)) : JsonStringFromBytes(bytes);
+    return codec ? jsonStringFromText(codec->toText(bytes)) : jsonStringFromBytes(bytes);
 }
 
 void appendIndent(QByteArray &out, int depth)
@@ -73,14 +73,14 @@ void appendError(QByteArray &out, const SkinReadError *error)
         out += "null";
         return;
     }
-    out += "{\"file\": " + JsonStringFromBytes(error->file().toUtf8());
+    out += "{\"file\": " + jsonStringFromBytes(error->file().toUtf8());
     out += ", \"line\": " + QByteArray::number(error->line());
-    out += ", \"message\": " + JsonStringFromBytes(error->message().toUtf8()) + '}';
+    out += ", \"message\": " + jsonStringFromBytes(error->message().toUtf8()) + '}';
 }
 
 } // namespace
 
-QByteArray JsonStringFromBytes(QByteArrayView bytes)
+QByteArray jsonStringFromBytes(QByteArrayView bytes)
 {
     static const char hex[] = "0123456789abcdef";
     QByteArray out;
@@ -103,7 +103,7 @@ QByteArray JsonStringFromBytes(QByteArrayView bytes)
     return out;
 }
 
-QByteArray JsonStringFromText(QStringView text)
+QByteArray jsonStringFromText(QStringView text)
 {
     static const char hex[] = "0123456789abcdef";
     QByteArray out;
@@ -126,7 +126,7 @@ QByteArray JsonStringFromText(QStringView text)
     return out;
 }
 
-QByteArray DocumentToJson(const clsKorviInterface &document, const SkinReadError *error, const SkinCodec *codec)
+QByteArray documentToJson(const clsKorviInterface &document, const SkinReadError *error, const SkinCodec *codec)
 {
     QByteArray out = "{";
     const std::pair<const char *, const clsElements *> sections[] = {

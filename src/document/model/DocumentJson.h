@@ -14,10 +14,10 @@ class SkinReadError;
 // Skin bytes map one to one to the code points U+0000..U+00FF; everything
 // outside printable ASCII is written as a \u escape, so the output is ASCII.
 // With `codec`, the skin's text is decoded in it instead (still escaped).
-QByteArray DocumentToJson(const clsKorviInterface &document, const SkinReadError *error,
+QByteArray documentToJson(const clsKorviInterface &document, const SkinReadError *error,
                           const SkinCodec *codec = nullptr);
 
 // A JSON string literal for skin bytes, quotes included.
-QByteArray JsonStringFromBytes(QByteArrayView bytes);
+QByteArray jsonStringFromBytes(QByteArrayView bytes);
 // A JSON string literal for text, quotes included; ASCII.
-QByteArray JsonStringFromText(QStringView text);
+QByteArray jsonStringFromText(QStringView text);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "NodeKey.h"
 
+#include "SkinCodec.h"
 #include "clsKorviInterface.h"
 
 #include <vector>
@@ -249,7 +250,7 @@ QString NodeKey::problemWith(QByteArrayView key)
         if (end < 0)
             end = key.size();
         const QByteArrayView segment = key.sliced(begin, end - begin);
-        const QString text = QString::fromLocal8Bit(segment.toByteArray());
+        const QString text = SkinCodec::wordText(segment);
         if (segment.isEmpty())
             return QStringLiteral("it has an empty segment");
         const char letter = segment.front();

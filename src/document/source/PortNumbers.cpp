@@ -366,7 +366,7 @@ void noteBoxChanges(const std::vector<std::vector<ScreenBox>> &before, const std
             for (size_t k = i + 1; k < now.size(); ++k) {
                 if (overlap(now[i], now[k]) && !overlap(old[i], old[k]))
                     report.note(QStringLiteral("overlap"), file, now[i].nodeKey, {}, {},
-                                QStringLiteral("now overlaps %1").arg(QString::fromLocal8Bit(now[k].nodeKey)));
+                                QStringLiteral("now overlaps %1").arg(SkinCodec::wordText(now[k].nodeKey)));
             }
         }
     }

@@ -12,13 +12,13 @@ QString sizeText(QSize size)
     return QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
 }
 
-QString noteLine(const PortReport::Note &note)
+QString noteLine(const PortReport::Note &note, const SkinCodec &codec)
 {
     QString place = note.file;
     if (!note.nodeKey.isEmpty())
-        place += QLatin1Char(' ') + QString::fromLocal8Bit(note.nodeKey);
+        place += QLatin1Char(' ') + SkinCodec::wordText(note.nodeKey);
     if (!note.key.isEmpty())
-        place += QLatin1Char(' ') + QString::fromLocal8Bit(note.key + '=' + note.value);
+        place += QLatin1Char(' ') + SkinCodec::wordText(note.key) + QLatin1Char('=') + codec.toText(note.value);
     return QStringLiteral("%1: %2 [%3]").arg(place, note.message, note.kind);
 }
 
@@ -36,7 +36,7 @@ QString PortReport::text() const
 {
     QString out;
     for (const Note &note : notes)
-        out += noteLine(note) + QLatin1Char('\n');
+        out += noteLine(note, codec) + QLatin1Char('\n');
     for (const Picture &picture : pictures) {
         QString frames;
         if (picture.frames > 1)
@@ -63,9 +63,9 @@ QByteArray PortReport::json() const
     for (const Note &note : notes) {
         noteList.append(QJsonObject { { QStringLiteral("kind"), note.kind },
                                       { QStringLiteral("file"), note.file },
-                                      { QStringLiteral("node_key"), QString::fromLocal8Bit(note.nodeKey) },
-                                      { QStringLiteral("key"), QString::fromLocal8Bit(note.key) },
-                                      { QStringLiteral("value"), QString::fromLocal8Bit(note.value) },
+                                      { QStringLiteral("node_key"), SkinCodec::wordText(note.nodeKey) },
+                                      { QStringLiteral("key"), SkinCodec::wordText(note.key) },
+                                      { QStringLiteral("value"), codec.toText(note.value) },
                                       { QStringLiteral("message"), note.message } });
     }
     QJsonArray pictureList;

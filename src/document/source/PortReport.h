@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "SkinCodec.h"
+
 #include <QByteArray>
 #include <QSize>
 #include <QString>
@@ -36,6 +38,8 @@ struct PortReport
         int frames = 1;
     };
 
+    // The code page the values noted are quoted in.
+    SkinCodec codec;
     QString fromFormat;
     QString toFormat;
     double sx = 1;

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: MIT
-// View > Compare Formats: the skin's other formats offered, and the window
-// beside the main one kept on the shown layer and object.
-
-#include "frmEditor.h"
+#include "CompareFormatsFlow.h"
 
 #include "CompareFormats.h"
 #include "Dialogs.h"
@@ -43,7 +40,20 @@ double fraction(const QScrollBar *bar)
 
 } // namespace
 
-void frmEditor::CompareFormatsCommand()
+CompareFormatsFlow::CompareFormatsFlow(const EditorEnvironment &environment, ShownNode &shown, QScrollArea &canvasArea,
+                                       QWidget &window)
+    : QObject(&window)
+    , mEnv(environment)
+    , mShown(shown)
+    , mCanvasArea(canvasArea)
+    , mWindow(window)
+{
+    connect(&mShown, &ShownNode::shown, this, &CompareFormatsFlow::follow);
+    connect(mCanvasArea.horizontalScrollBar(), &QScrollBar::valueChanged, this, &CompareFormatsFlow::followScroll);
+    connect(mCanvasArea.verticalScrollBar(), &QScrollBar::valueChanged, this, &CompareFormatsFlow::followScroll);
+}
+
+void CompareFormatsFlow::run()
 {
     if (mEnv.context.UiFilePath.isEmpty() || mEnv.context.SkinFormat.isEmpty()) {
         mEnv.dialogs.message(kTitle, QStringLiteral("Open a skin file of a format first."));
@@ -57,7 +67,7 @@ void frmEditor::CompareFormatsCommand()
     const QString format = mEnv.dialogs.choose(kTitle, QStringLiteral("Compare with the format:"), formats);
     if (format.isEmpty())
         return;
-    auto *compare = new CompareFormats(mEnv.context, format, this);
+    auto *compare = new CompareFormats(mEnv.context, format, &mWindow);
     QString error;
     if (!compare->open(error)) {
         delete compare;
@@ -67,19 +77,19 @@ void frmEditor::CompareFormatsCommand()
     compare->setAttribute(Qt::WA_DeleteOnClose);
     delete mCompare;
     mCompare = compare;
-    const auto scroll = [this] {
-        if (mCompare)
-            mCompare->followScroll(fraction(canvasArea->horizontalScrollBar()), fraction(canvasArea->verticalScrollBar()));
-    };
-    connect(canvasArea->horizontalScrollBar(), &QScrollBar::valueChanged, compare, scroll);
-    connect(canvasArea->verticalScrollBar(), &QScrollBar::valueChanged, compare, scroll);
     compare->show();
-    followCompare();
+    follow();
 }
 
-void frmEditor::followCompare()
+void CompareFormatsFlow::follow()
 {
-    if (!mCompare || !mShown->shownLayer())
+    if (!mCompare || !mShown.shownLayer())
         return;
-    mCompare->follow(mShown->shownLayer()->ElementKey(), mShown->frameOnObject() ? mShown->currentNodeKey() : QByteArray());
+    mCompare->follow(mShown.shownLayer()->ElementKey(), mShown.frameOnObject() ? mShown.currentNodeKey() : QByteArray());
+}
+
+void CompareFormatsFlow::followScroll()
+{
+    if (mCompare)
+        mCompare->followScroll(fraction(mCanvasArea.horizontalScrollBar()), fraction(mCanvasArea.verticalScrollBar()));
 }

@@ -49,22 +49,10 @@ bool FileDropOpener::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
         drop->acceptProposedAction();
-        open(path);
+        emit dropped(path);
         return true;
     }
     default:
         return QObject::eventFilter(watched, event);
-    }
-}
-
-void FileDropOpener::open(const QString &path)
-{
-    if (mayDiscardChanges && !mayDiscardChanges())
-        return;
-    if (QFileInfo(path).isDir()) {
-        if (openFolder)
-            openFolder(path);
-    } else if (openFile) {
-        openFile(path);
     }
 }

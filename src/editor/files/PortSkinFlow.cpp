@@ -1,9 +1,5 @@
 // SPDX-License-Identifier: MIT
-// File > Port Skin...: the open skin's folders made for another screen, with
-// the port's progress in the status bar, its report in the information box and
-// its notes in the Problems panel.
-
-#include "frmEditor.h"
+#include "PortSkinFlow.h"
 
 #include "Dialogs.h"
 #include "DocumentActions.h"
@@ -12,18 +8,17 @@
 #include "PortReport.h"
 #include "PortSkinDialog.h"
 #include "ShownNode.h"
-#include "ProblemsController.h"
 #include "SkinFormatName.h"
 #include "SkinContext.h"
 #include "SkinDocument.h"
+#include "SkinOpener.h"
+#include "clsKorviInterface.h"
 #include "SkinPort.h"
 #include "StatusProgress.h"
 
 #include <QUndoStack>
 #include <QDir>
 #include <QFileInfo>
-#include <QPlainTextEdit>
-#include <QStatusBar>
 
 namespace {
 
@@ -70,7 +65,15 @@ QVector<Problem> problemsOf(const PortReport &report, const QString &skinDir)
 
 } // namespace
 
-void frmEditor::PortSkinCommand()
+PortSkinFlow::PortSkinFlow(const EditorEnvironment &environment, const Parts &parts, QWidget &window)
+    : QObject(&window)
+    , mEnv(environment)
+    , mParts(parts)
+    , mWindow(window)
+{
+}
+
+void PortSkinFlow::run()
 {
     const SkinContext &context = mEnv.context;
     if (context.UiFilePath.isEmpty()) {
@@ -79,58 +82,69 @@ void frmEditor::PortSkinCommand()
     }
     const QString format = context.SkinFormat.isEmpty() ? SkinFormatName::fromFileName(context.UiFilePath)
                                                         : context.SkinFormat;
-    PortSkinDialog form(format, mShown->picture(), this);
-    showModalForm(form);
+    PortSkinDialog form(format, mParts.shown.picture(), &mWindow);
+    mEnv.dialogs.showForm(form);
     if (form.result() != QDialog::Accepted)
         return;
     SkinPort::Options options = form.options(skinFolderOf(context.UiFilePath, form.fromFormat()));
     if (options.skinDir.isEmpty())
         options.skinDir = context.SkinDirectory;
-    if (!mSkin->undoStack().isClean()
-        && mEnv.dialogs.message(kTitle, QStringLiteral("The skin has unsaved changes; the port reads the files as they "
-                                                       "are on disk. Port anyway?"),
-                                Dialogs::Icon::Question, Dialogs::Buttons::YesNo)
-               != Dialogs::Button::Yes)
+    options.codec = mParts.skin.document().codec();
+    if (!mayPort(QDir(options.skinDir).filePath(options.to), options.force))
         return;
-    const QString target = QDir(options.skinDir).filePath(options.to);
-    if (QFileInfo::exists(target)) {
-        if (mEnv.dialogs.message(kTitle, QStringLiteral("%1 exists already. Replace it?").arg(QDir::toNativeSeparators(target)),
-                                 Dialogs::Icon::Question, Dialogs::Buttons::YesNo)
-            != Dialogs::Button::Yes)
-            return;
-        options.force = true;
-    }
 
     bool started = false;
     HourglassCursor hourglass;
     const SkinPort::Result result = SkinPort(options).run([&](int done, int total) {
         if (!started) {
-            mProgress->begin(total);
+            mParts.progress.begin(total);
             started = true;
         }
-        mProgress->advance(done);
+        mParts.progress.advance(done);
     });
-    mProgress->end();
+    mParts.progress.end();
     hourglass.restore();
     if (!result.ok) {
-        stbMain->showMessage(QStringLiteral("Port failed"));
+        emit told(QStringLiteral("Port failed"));
         mEnv.dialogs.message(kTitle, result.error, Dialogs::Icon::Warning);
         return;
     }
-    txtInfo->appendPlainText(result.report.text());
-    stbMain->showMessage(QStringLiteral("Ported to %1: %2 pictures resized, %3 notes in the Problems panel")
-                             .arg(options.to)
-                             .arg(result.report.pictures.size())
-                             .arg(result.report.notes.size()));
-    const QVector<Problem> notes = problemsOf(result.report, options.skinDir);
-    const QString ported = inFormat(QFileInfo(context.UiFilePath).absoluteFilePath(), options.from, options.to);
+    emit reported(result.report.text());
+    emit told(QStringLiteral("Ported to %1: %2 pictures resized, %3 notes in the Problems panel")
+                  .arg(options.to)
+                  .arg(result.report.pictures.size())
+                  .arg(result.report.notes.size()));
+    offerToOpen(inFormat(QFileInfo(context.UiFilePath).absoluteFilePath(), options.from, options.to), options.to);
+    emit notesFound(problemsOf(result.report, options.skinDir));
+}
+
+// Unsaved changes are not ported (the port reads the files on disk), and an
+// existing target is replaced only when the user says so.
+bool PortSkinFlow::mayPort(const QString &target, bool &replace) const
+{
+    if (!mParts.skin.undoStack().isClean()
+        && mEnv.dialogs.message(kTitle, QStringLiteral("The skin has unsaved changes; the port reads the files as they "
+                                                       "are on disk. Port anyway?"),
+                                Dialogs::Icon::Question, Dialogs::Buttons::YesNo)
+               != Dialogs::Button::Yes)
+        return false;
+    if (!QFileInfo::exists(target))
+        return true;
+    if (mEnv.dialogs.message(kTitle, QStringLiteral("%1 exists already. Replace it?").arg(QDir::toNativeSeparators(target)),
+                             Dialogs::Icon::Question, Dialogs::Buttons::YesNo)
+        != Dialogs::Button::Yes)
+        return false;
+    replace = true;
+    return true;
+}
+
+void PortSkinFlow::offerToOpen(const QString &ported, const QString &format) const
+{
     if (QFileInfo::exists(ported)
         && mEnv.dialogs.message(kTitle, QStringLiteral("The skin was ported to %1. Open %2?")
-                                            .arg(options.to, QDir::toNativeSeparators(ported)),
+                                            .arg(format, QDir::toNativeSeparators(ported)),
                                 Dialogs::Icon::Question, Dialogs::Buttons::YesNo)
                == Dialogs::Button::Yes
-        && mActions->mayDiscardChanges())
-        openSkinFile(ported);
-    // After the opening, which forgets the notes of the skin it replaces.
-    mProblems->showNotes(notes);
+        && mParts.actions.mayDiscardChanges())
+        mParts.opener.openFile(ported);
 }

@@ -333,9 +333,9 @@ bool DocumentActions::mayDiscardChanges()
         Dialogs::Buttons::YesNoCancel);
     if (answer == Dialogs::Button::No)
         return true;
-    if (answer != Dialogs::Button::Yes || !save)
+    if (answer != Dialogs::Button::Yes)
         return false;
-    save();
+    emit saveWanted();
     return mDocument.undoStack().isClean();
 }
 

@@ -50,7 +50,7 @@ void FileCommands::addMenuTo(QMenuBar &bar, QWidget &window)
     QMenu *recent = file->addMenu(QStringLiteral("Recent &Files"));
     recent->setObjectName(QStringLiteral("mnuRecent"));
     mRecent = new RecentFiles(EditorSettings(mEnv.settings), recent, this);
-    connect(mRecent, &RecentFiles::openRequested, this, &FileCommands::openRecent);
+    connect(mRecent, &RecentFiles::openRequested, this, &FileCommands::openPath);
     mOpener = new SkinOpener(mParts.skin, mEnv.dialogs, mParts.saving, mParts.progress, *mRecent, &window);
     connect(mOpener, &SkinOpener::titleChanged, this, &FileCommands::titleChanged);
     file->addSeparator();
@@ -92,8 +92,7 @@ void FileCommands::openFolder()
         mOpener->openFolder(folder);
 }
 
-// A recent file opens as Open opens it, a recent folder as Open Folder.
-void FileCommands::openRecent(const QString &path)
+void FileCommands::openPath(const QString &path)
 {
     if (!mParts.actions.mayDiscardChanges())
         return;

@@ -8,14 +8,14 @@
 
 namespace {
 
-struct ButtonSpec
+struct ToolbarButton
 {
     const char *key;
     const char *caption;
     const char *toolTip;
 };
 
-const ButtonSpec kButtons[] = {
+const ToolbarButton kButtons[] = {
     { "Open", "Open", "Open Template File" },
     { "Dir", "All", "Open All Template Directory" },
     { "Save", "Save", "Save Skin" },
@@ -37,11 +37,11 @@ QToolBar *create(QWidget &window, const ToolbarImages &images)
     toolbar->setMovable(false);
     toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     toolbar->setIconSize(QSize(24, 24));
-    for (const ButtonSpec &spec : kButtons) {
-        const QString key = QString::fromLatin1(spec.key);
-        QAction *action = toolbar->addAction(QString::fromLatin1(spec.caption));
+    for (const ToolbarButton &entry : kButtons) {
+        const QString key = QString::fromLatin1(entry.key);
+        QAction *action = toolbar->addAction(QString::fromLatin1(entry.caption));
         action->setObjectName(key);
-        action->setToolTip(QString::fromLatin1(spec.toolTip));
+        action->setToolTip(QString::fromLatin1(entry.toolTip));
         action->setIcon(images.image(key == QLatin1String("Lock") ? QStringLiteral("LockOff") : key));
         action->setCheckable(key == QLatin1String("Lock"));
     }

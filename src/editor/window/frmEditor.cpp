@@ -4,16 +4,21 @@
 #include "ApplicationInfo.h"
 #include "CanvasController.h"
 #include "CanvasPane.h"
+#include "Dialogs.h"
 #include "DocumentActions.h"
 #include "EditActions.h"
 #include "CodePageChoice.h"
+#include "CompareFormatsFlow.h"
 #include "EditorSettings.h"
 #include "FileCommands.h"
 #include "FileDropOpener.h"
 #include "GridStepSetting.h"
 #include "MainStatusBar.h"
+#include "MainSplitters.h"
 #include "MainToolbar.h"
 #include "ObjectTreeModel.h"
+#include "ObjectTreeView.h"
+#include "PortSkinFlow.h"
 #include "ProblemsController.h"
 #include "PropertyGridController.h"
 #include "PropertyPane.h"
@@ -55,7 +60,6 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     , mEnv(environment)
 {
     setObjectName(QStringLiteral("frmEditor"));
-    showModalForm = [](QDialog &form) { form.exec(); };
     // Start-up: the controls with the grid's columns and the "Add Object"
     // entries, then the settings; no file is opened and there is nothing to
     // save yet.
@@ -97,15 +101,19 @@ void frmEditor::createControls()
     imlMain = new ToolbarImages;
     mSkin = new SkinDocument(mEnv.document, mEnv.context, this);
     mTree = new ObjectTreeModel(*mSkin, this);
-    createToolbar();
+    tlbMain = MainToolbar::create(*this, *imlMain);
+    addToolBar(Qt::TopToolBarArea, tlbMain);
+    connect(tlbMain, &QToolBar::actionTriggered, this, &frmEditor::tlbMain_ButtonClick);
     createPanes();
-    createStatusBar();
+    stbMain = MainStatusBar::create(mPanels);
+    setStatusBar(stbMain);
 
     mInfoSink = std::make_unique<TextBoxInfoSink>(txtInfo);
     mRendering = std::make_unique<RenderSetup>(mEnv.document, mEnv.context, *mInfoSink);
     createControllers();
     createWatchers();
-    followDocument();
+    // The history is clean exactly when the skin is as last opened or saved.
+    connect(&mSkin->undoStack(), &QUndoStack::cleanChanged, this, [this](bool clean) { setWindowModified(!clean); });
 }
 
 void frmEditor::createControllers()
@@ -115,13 +123,12 @@ void frmEditor::createControllers()
                            this);
     connect(mShown, &ShownNode::nodeTextChanged, mPanels.at(0), &QLabel::setText);
     connect(mShown, &ShownNode::layerNameChanged, mPanels.at(1), &QLabel::setText);
-    connect(mShown, &ShownNode::shown, this, &frmEditor::followCompare);
     new TreeFollower(*tvwObjects, *mTree, *mSkin, this);
     mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects, DocumentActions::createMenus(*this), mEnv.dialogs,
                                    this);
     mProgress = new StatusProgress(this);
     mSaveFlow = new SaveChangesFlow(*mSkin, mEnv.document, mEnv.dialogs, *mProgress, this);
-    mActions->save = [this] { SaveCommand(); };
+    connect(mActions, &DocumentActions::saveWanted, this, &frmEditor::SaveCommand);
     createFileMenu();
     mEdit = new EditActions(*mSkin, *mTree, *mActions, mEnv.dialogs, this);
     mEdit->addMenuTo(*menuBar(), { mTreeFilter->findAction() });
@@ -139,7 +146,8 @@ void frmEditor::createControllers()
     mCanvas->addZoomActions(*view);
     view->addSeparator();
     new GridStepSetting(*mshObject, EditorSettings(mEnv.settings), mEnv.dialogs, *view, this);
-    view->addAction(QStringLiteral("&Compare Formats..."), this, &frmEditor::CompareFormatsCommand)
+    mCompareFlow = new CompareFormatsFlow(mEnv, *mShown, *canvasArea, *this);
+    view->addAction(QStringLiteral("&Compare Formats..."), mCompareFlow, &CompareFormatsFlow::run)
         ->setObjectName(QStringLiteral("mnuCompareFormats"));
     mCodePages = new CodePageChoice(*mSkin, EditorSettings(mEnv.settings), *view, *stbMain, this);
     stbMain->addPermanentWidget(mCanvas->zoomPanel());
@@ -159,6 +167,16 @@ void frmEditor::createControllers()
     problems->setObjectName(QStringLiteral("mnuProblems"));
     problems->setText(QStringLiteral("&Problems"));
     view->addAction(problems);
+    createPortFlow();
+}
+
+void frmEditor::createPortFlow()
+{
+    mPortFlow = new PortSkinFlow(mEnv, { *mSkin, *mActions, *mOpener, *mProgress, *mShown }, *this);
+    connect(mFiles, &FileCommands::portSkinChosen, mPortFlow, &PortSkinFlow::run);
+    connect(mPortFlow, &PortSkinFlow::told, stbMain, [this](const QString &text) { stbMain->showMessage(text); });
+    connect(mPortFlow, &PortSkinFlow::reported, txtInfo, &QPlainTextEdit::appendPlainText);
+    connect(mPortFlow, &PortSkinFlow::notesFound, mProblems, &ProblemsController::showNotes);
 }
 
 void frmEditor::createFileMenu()
@@ -172,7 +190,6 @@ void frmEditor::createFileMenu()
         mCanvas->forgetDrag();
     });
     connect(mFiles, &FileCommands::titleChanged, this, &frmEditor::setTitle);
-    connect(mFiles, &FileCommands::portSkinChosen, this, &frmEditor::PortSkinCommand);
     // The skin's code page first: what is drawn and checked next reads its text.
     connect(mOpener, &SkinOpener::opened, this, [this] { mCodePages->skinOpened(mSkin->context().UiFilePath); });
     connect(mOpener, &SkinOpener::opened, this, &frmEditor::skinOpened);
@@ -191,33 +208,12 @@ void frmEditor::createWatchers()
     connect(mReloader, &SkinReloader::reopenWanted, mOpener, &SkinOpener::reopen);
     connect(mReloader, &SkinReloader::told, this, [this](const QString &text) { stbMain->showMessage(text, 10000); });
     mDropOpener = new FileDropOpener(*this);
-    mDropOpener->mayDiscardChanges = [this] { return mActions->mayDiscardChanges(); };
-    mDropOpener->openFile = [this](const QString &file) { openSkinFile(file); };
-    mDropOpener->openFolder = [this](const QString &folder) { openSkinFolder(folder); };
-}
-
-void frmEditor::followDocument()
-{
-    // The history is clean exactly when the skin is as last opened or saved.
-    connect(&mSkin->undoStack(), &QUndoStack::cleanChanged, this, [this](bool clean) { setWindowModified(!clean); });
-}
-
-void frmEditor::createToolbar()
-{
-    tlbMain = MainToolbar::create(*this, *imlMain);
-    addToolBar(Qt::TopToolBarArea, tlbMain);
-    connect(tlbMain, &QToolBar::actionTriggered, this, &frmEditor::tlbMain_ButtonClick);
+    connect(mDropOpener, &FileDropOpener::dropped, mFiles, &FileCommands::openPath);
 }
 
 void frmEditor::createPanes()
 {
-    tvwObjects = new QTreeView;
-    tvwObjects->setObjectName(QStringLiteral("tvwObjects"));
-    tvwObjects->setHeaderHidden(true);
-    // Every row is one line high: the view need not measure a hundred thousand
-    // rows to place its scroll bar.
-    tvwObjects->setUniformRowHeights(true);
-    tvwObjects->setModel(mTree);
+    tvwObjects = ObjectTreeView::create(*mTree);
 
     const PropertyPane properties = PropertyPane::create();
     pgrProperty = properties.grid;
@@ -237,36 +233,15 @@ void frmEditor::createPanes()
     txtInfo->setObjectName(QStringLiteral("txtInfo"));
     txtInfo->setReadOnly(true);
 
-    // Tree over grid on the left; canvas over information box on the right.
-    splProperty = new Splitter;
-    splProperty->setObjectName(QStringLiteral("splProperty"));
-    splProperty->setSplitterOrientation(Splitter::OneAboveTheOther);
     mTreeFilter = new TreeFilter(*tvwObjects, *mTree, *mSkin, this);
-    splProperty->setControls(mTreeFilter->pane(), properties.pane);
-    splProperty->setSplitterPosition(6600);
-
-    splInfo = new Splitter;
-    splInfo->setObjectName(QStringLiteral("splInfo"));
-    splInfo->setSplitterOrientation(Splitter::OneAboveTheOther);
-    splInfo->setControls(canvas.pane, txtInfo);
-    splInfo->setSplitterPosition(7800);
-
-    splMain = new Splitter(this);
-    splMain->setObjectName(QStringLiteral("splMain"));
-    splMain->setSplitterOrientation(Splitter::SideBySide);
-    splMain->setControls(splProperty, splInfo);
-    splMain->setSplitterPosition(5700);
+    const MainSplitters splitters = MainSplitters::create(mTreeFilter->pane(), properties.pane, canvas.pane, txtInfo);
+    splMain = splitters.main;
+    splInfo = splitters.info;
     setCentralWidget(splMain);
 
     // A moved bar changes what the canvas shows of the layer: draw it again.
     connect(splMain, &Splitter::EndResize, this, [this] { mShown->RefreshCanvas(); });
     connect(splInfo, &Splitter::EndResize, this, [this] { mShown->RefreshCanvas(); });
-}
-
-void frmEditor::createStatusBar()
-{
-    stbMain = MainStatusBar::create(mPanels);
-    setStatusBar(stbMain);
 }
 
 QAction *frmEditor::button(const QString &key) const
@@ -347,6 +322,16 @@ void frmEditor::SaveChangesCommand()
     mFiles->saveChanges();
 }
 
+void frmEditor::PortSkinCommand()
+{
+    mPortFlow->run();
+}
+
+void frmEditor::CompareFormatsCommand()
+{
+    mCompareFlow->run();
+}
+
 void frmEditor::ExportPictureCommand()
 {
     mFiles->exportPicture();
@@ -363,14 +348,14 @@ void frmEditor::SettingsCommand()
 {
     SkinContext context = mSkin->context();
     frmSettings form(context, mEnv.dialogs, this);
-    showModalForm(form);
+    mEnv.dialogs.showForm(form);
     mSkin->setContext(context);
 }
 
 void frmEditor::AboutCommand()
 {
     frmAbout form(mEnv.web, this);
-    showModalForm(form);
+    mEnv.dialogs.showForm(form);
 }
 
 void frmEditor::setRunSkinDirectory(const QString &directory)

@@ -7,14 +7,12 @@
 #include <QImage>
 #include <QMainWindow>
 #include <QModelIndex>
-#include <QPointer>
 
-#include <functional>
 #include <memory>
 
 class CanvasController;
 class CodePageChoice;
-class CompareFormats;
+class CompareFormatsFlow;
 class DocumentActions;
 class EditActions;
 class FileCommands;
@@ -22,6 +20,7 @@ class FileDropOpener;
 class LayerRenderer;
 class MovableShape;
 class ObjectTreeModel;
+class PortSkinFlow;
 class PowGrid;
 class ProblemsController;
 class PropertyGridController;
@@ -88,10 +87,10 @@ public:
     void SaveChangesCommand();
     // File > Export Picture: the canvas's picture as a PNG file.
     void ExportPictureCommand();
-    // File > Port Skin: the skin's folders made for another screen (PortSkinFlow.cpp).
+    // File > Port Skin: the skin's folders made for another screen.
     void PortSkinCommand();
     // View > Compare Formats: the shown layer in another format beside the
-    // window, following it (CompareFormatsFlow.cpp).
+    // window, following it.
     void CompareFormatsCommand();
     void LockCommand();
     void SettingsCommand();
@@ -103,9 +102,6 @@ public:
     // Opens a whole skin folder as Dir does after its dialog: every file of the
     // folder, the shared scheme and the common files, all as part of the skin.
     void openSkinFolder(const QString &folder);
-
-    // Shows modal forms (settings, about). Tests replace it to answer the form.
-    std::function<void(QDialog &)> showModalForm;
 
     // For this run only: the directory becomes the default skin directory, while
     // the settings file keeps what it had unless the user changes the directory.
@@ -129,16 +125,13 @@ protected:
 
 private:
     void createControls();
-    void createToolbar();
     void createPanes();
-    void createStatusBar();
     void createControllers();
     void createFileMenu();
     void createWatchers();
-    void followDocument();
+    void createPortFlow();
     void skinOpened();
     void setTitle(const QString &name);
-    void followCompare();
 
     // ---- controls -----------------------------------------------------------
     QToolBar *tlbMain = nullptr;
@@ -153,7 +146,6 @@ private:
     QStatusBar *stbMain = nullptr;
     Splitter *splMain = nullptr;
     Splitter *splInfo = nullptr;
-    Splitter *splProperty = nullptr;
     QScrollArea *canvasArea = nullptr;
     QList<QLabel *> mPanels;
 
@@ -174,7 +166,8 @@ private:
     RecentFiles *mRecent = nullptr;
     StatusProgress *mProgress = nullptr;
     ProblemsController *mProblems = nullptr;
-    QPointer<CompareFormats> mCompare;
+    CompareFormatsFlow *mCompareFlow = nullptr;
+    PortSkinFlow *mPortFlow = nullptr;
     ReloadBar *mReloadBar = nullptr;
     SkinReloader *mReloader = nullptr;
     FileDropOpener *mDropOpener = nullptr;

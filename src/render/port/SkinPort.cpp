@@ -117,7 +117,8 @@ QHash<QString, int> spriteCounts(const QString &skinDir)
     QDirIterator files(skinDir, { QStringLiteral("*.ui"), QStringLiteral("*.UI") }, QDir::Files,
                        QDirIterator::Subdirectories);
     while (files.hasNext()) {
-        const QString text = QString::fromLatin1(readBytes(files.next()));
+        // The references are ASCII words: byte for character is enough.
+        const QString text = SkinCodec::wordText(readBytes(files.next()));
         auto matches = reference.globalMatch(text);
         while (matches.hasNext()) {
             const auto match = matches.next();
@@ -244,6 +245,7 @@ private:
             if (!PortNumbers::parseFontMap(map, mScale.fontMap, error))
                 return fail(QStringLiteral("%1: %2").arg(o.fontMapFile, error));
         }
+        mReport.codec = o.codec;
         mReport.fromFormat = o.from;
         mReport.toFormat = o.to;
         mReport.sx = mScale.sx;
@@ -451,6 +453,7 @@ private:
     bool portUi(const FileJob &job)
     {
         clsKorviInterface document;
+        document.setCodec(o.codec);
         try {
             ReadUiFile(document, job.source, false);
         } catch (const SkinReadError &error) {
@@ -494,13 +497,13 @@ private:
                 if (index < 0)
                     continue;
                 const QByteArray value = visit.element.Properties().valueAt(index).toByteArray();
-                const QString reference = QString::fromLocal8Bit(value);
+                const QString reference = o.codec.toText(value);
                 const QString found = lookup.LocateSkinFile(reference, reference.contains(QLatin1Char('$')));
                 if (!QFileInfo::exists(found) || !isUnder(found, common) || isUnder(found, vga))
                     continue;
                 mReport.note(QStringLiteral("shared-picture"), reportName(job), visit.nodeKey, key, value,
                              QStringLiteral("%1 uses %2 from common/, which keeps its size")
-                                 .arg(QString::fromLocal8Bit(visit.element.strName()), reference));
+                                 .arg(SkinCodec::wordText(visit.element.strName()), reference));
             }
         });
     }

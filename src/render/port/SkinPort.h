@@ -3,6 +3,7 @@
 
 #include "PortNumbers.h"
 #include "PortReport.h"
+#include "SkinCodec.h"
 
 #include <QString>
 #include <functional>
@@ -32,6 +33,9 @@ public:
         bool force = false;
         // Threads for the pictures; 0: as many as the machine has cores.
         int threads = 0;
+        // The code page of the skin's text: picture names are looked up and
+        // values quoted in the report as it reads them.
+        SkinCodec codec = SkinCodec::hostDefault();
     };
     struct Result
     {

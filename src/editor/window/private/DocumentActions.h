@@ -50,8 +50,6 @@ public:
     // Shows a pop-up menu at a screen point and returns the entry chosen
     // (nothing when the menu was closed). Tests replace it to choose.
     std::function<QAction *(QMenu &menu, QPoint globalPoint)> popUpMenu;
-    // Saves the document as the Save command does; true when it was saved.
-    std::function<void()> save;
 
     // Right mouse button released over a node: select it, then offer its menu.
     void nodeRightReleased(const QModelIndex &node, QPoint globalPoint);
@@ -72,6 +70,9 @@ public:
     void markSaved();
 
 signals:
+    // The user chose to save before the work is left; the document is clean
+    // afterwards when the save succeeded.
+    void saveWanted();
     // What a removal took away, for the status bar, when it took more than
     // one node: undo (one keystroke) brings it back.
     void removed(const QString &what);

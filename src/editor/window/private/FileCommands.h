@@ -41,7 +41,8 @@ public:
 
     void open();
     void openFolder();
-    void openRecent(const QString &path);
+    // A file as Open opens it, a folder as Open Folder (a recent or a dropped one).
+    void openPath(const QString &path);
     void saveChanges();
     void saveAs();
     void exportPicture();
