@@ -137,8 +137,8 @@ std::optional<SkinCodec> codePage(const QCommandLineParser &parser)
     const QString name = parser.value(QStringLiteral("code-page"));
     const std::optional<SkinCodec> codec = SkinCodec::named(name);
     if (!codec) {
-        usageError(QStringLiteral("\u201c%1\u201d is no code page this system can use; use one of %2")
-                       .arg(name, SkinCodec::availableNames().join(QStringLiteral(", "))));
+        usageError(QStringLiteral("%1; use one of %2")
+                       .arg(SkinCodec::whyUnavailable(name), SkinCodec::availableNames().join(QStringLiteral(", "))));
     }
     return codec;
 }

@@ -242,6 +242,29 @@ private slots:
         QVERIFY(!QFile::exists(skin.root.path() + QStringLiteral("/1024_600")));
     }
 
+    // The Cyrillic demo skin is clean in its code page, and drawn with a font
+    // that has its letters.
+    void theCyrillicDemoSkinReadsCleanAndDrawsItsLetters()
+    {
+        const QString skin = QStringLiteral(KORVI_SOURCE_DIR "/samples/demo-skin-cyrillic");
+        const QString main = skin + QStringLiteral("/800_480/ui/main_800_480.ui");
+        const ProgramRun lint = korvi({ QStringLiteral("lint"), QStringLiteral("--code-page"), QStringLiteral("windows-1251"),
+                                        QStringLiteral("--skin-dir"), skin, skin + QStringLiteral("/800_480/ui") });
+        QCOMPARE(lint.exitCode, 0);
+        QVERIFY2(lint.out.endsWith("0 errors and 0 warnings\n"), lint.out.constData());
+        const ProgramRun dump = korvi({ QStringLiteral("dump"), QStringLiteral("--code-page"), QStringLiteral("cp1251"), main });
+        QCOMPARE(dump.exitCode, 0);
+        // "Главное меню", in JSON's escapes.
+        QVERIFY2(dump.out.contains("\\u0413\\u043b\\u0430\\u0432\\u043d\\u043e\\u0435 \\u043c\\u0435\\u043d\\u044e"),
+                 dump.out.constData());
+        QTemporaryDir out;
+        const ProgramRun render = korvi({ QStringLiteral("render"), main, QStringLiteral("--skin-dir"), skin,
+                                          QStringLiteral("--code-page"), QStringLiteral("cp1251"), QStringLiteral("--all-layers"),
+                                          QStringLiteral("-o"), out.path() });
+        QVERIFY2(render.exitCode == 0, render.err.constData());
+        QVERIFY2(!render.err.contains("letters"), render.err.constData());
+    }
+
     // A name that is no code page stops every command before it reads or
     // writes anything.
     void aNameThatIsNoCodePageIsAUsageErrorEverywhere_data()

@@ -70,6 +70,8 @@ private slots:
         QVERIFY(!SkinCodec::named(u"windows-9999"));
         QVERIFY(!SkinCodec::named(u""));
         QVERIFY(!SkinCodec::named(u"cyrillic-ish"));
+        QCOMPARE(SkinCodec::whyUnavailable(u"cyrillic-ish"), QStringLiteral("\u201ccyrillic-ish\u201d is no code page"));
+        QCOMPARE(SkinCodec::whyUnavailable(u"CP1251"), QString());
     }
 
     void theDefaultIsTheWesternCodePage()
@@ -221,6 +223,8 @@ private slots:
         for (const char *name : { "shift_jis", "gbk", "euc-kr", "big5" }) {
             if (!available.contains(QLatin1String(name))) {
                 QVERIFY(!SkinCodec::named(QString(QLatin1String(name))));
+                QVERIFY2(SkinCodec::whyUnavailable(QString(QLatin1String(name))).contains(QLatin1String("which this system cannot convert")),
+                         qPrintable(SkinCodec::whyUnavailable(QString(QLatin1String(name)))));
                 qInfo("the host cannot convert %s", name);
                 continue;
             }
@@ -232,6 +236,7 @@ private slots:
             QCOMPARE(bytes->size(), 4);
             QCOMPARE(c.toText(*bytes), text);
             QVERIFY(!c.refusal(u"\u0416\u4E2D\U0001F600").isEmpty());
+            QCOMPARE(SkinCodec::whyUnavailable(QString(QLatin1String(name))), QString());
         }
         QVERIFY(available.contains(QStringLiteral("utf-8")));
     }

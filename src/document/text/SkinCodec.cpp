@@ -150,6 +150,20 @@ std::optional<SkinCodec> SkinCodec::named(QStringView name)
     return std::nullopt;
 }
 
+QString SkinCodec::whyUnavailable(QStringView name)
+{
+    const QString lowered = name.trimmed().toString().toLower();
+    for (const CodePage &page : kPages) {
+        if (!answersTo(page, lowered))
+            continue;
+        if (isUsable(page))
+            return {};
+        return QStringLiteral("\u201c%1\u201d is %2 (%3), which this system cannot convert")
+            .arg(name.toString(), QLatin1String(page.title), QLatin1String(page.scripts));
+    }
+    return QStringLiteral("\u201c%1\u201d is no code page").arg(name.toString());
+}
+
 SkinCodec SkinCodec::hostDefault()
 {
     // A system code page the skins cannot be in (a Thai or a Vietnamese DOS

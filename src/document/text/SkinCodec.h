@@ -31,6 +31,11 @@ public:
     // "cp866", "latin1", "1251"...), in any case. Empty when the name is not a
     // code page or the host cannot convert it.
     static std::optional<SkinCodec> named(QStringView name);
+    // Why named(name) gives nothing: the name is no code page ("“x” is no code
+    // page"), or it is one this host's converter lacks, such as a double-byte
+    // one where Qt is built without ICU ("“cp932” is Shift_JIS (Japanese), which
+    // this system cannot convert"). Empty when it gives one.
+    static QString whyUnavailable(QStringView name);
     // The code page a skin is in when nobody chose one: the host system's rule
     // (Windows' ANSI code page on Windows; Windows-1252 elsewhere).
     static SkinCodec hostDefault();
