@@ -15,6 +15,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QUndoStack>
 
 namespace {
@@ -131,16 +132,20 @@ private slots:
     {
         GridFixture f;
         f.select("Lui_Main|EtxtA");
-        const int before = f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue);
-        f.dragColumnEdge(PropertyGridFiller::ColValue, 80);
-        const int after = f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue);
-        QVERIFY(qAbs(after - (before + 80)) <= 1);
+        PowGrid *grid = f.pgrProperty();
+        const int before = grid->columnWidthPixels(PropertyGridFiller::ColProperty);
+        const int valueBefore = grid->columnWidthPixels(PropertyGridFiller::ColValue);
+        f.dragColumnEdge(PropertyGridFiller::ColProperty, 30);
+        const int after = grid->columnWidthPixels(PropertyGridFiller::ColProperty);
+        QVERIFY(qAbs(after - (before + 30)) <= 1);
+        // The values give up the room the names took.
+        QVERIFY2(qAbs(grid->columnWidthPixels(PropertyGridFiller::ColValue) - (valueBefore - 30)) <= 2,
+                 qPrintable(QStringLiteral("%1 %2").arg(valueBefore).arg(grid->columnWidthPixels(PropertyGridFiller::ColValue))));
 
         f.window.reset();
         frmEditor again(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
-        PowGrid *grid = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
-        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColValue), after);
-        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColProperty), before);
+        PowGrid *kept = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
+        QCOMPARE(kept->columnWidthPixels(PropertyGridFiller::ColProperty), after);
     }
 
     void widthsKeptForOtherColumnsAreNotUsed()
@@ -149,8 +154,35 @@ private slots:
         EditorSettings(f.settings).setPropertyColumnWidths({ 3000, 3000 });
         frmEditor again(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
         PowGrid *grid = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
-        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColValue),
-                 f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue));
+        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColProperty),
+                 f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColProperty));
+    }
+
+    void theValueColumnTakesTheWidthTheOthersLeave()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        PowGrid *grid = f.pgrProperty();
+        const auto rightOfLastColumn = [grid] {
+            const QRect button = grid->cellRect(1, PropertyGridFiller::ColButton);
+            return button.right();
+        };
+        const auto barLeft = [grid] {
+            return grid->verticalBar()->isVisibleTo(grid) ? grid->verticalBar()->geometry().left() : grid->width();
+        };
+        // The last column ends at the grid's right edge, however wide the grid is made.
+        QVERIFY2(qAbs(rightOfLastColumn() - barLeft()) <= 4,
+                 qPrintable(QStringLiteral("%1 %2").arg(rightOfLastColumn()).arg(barLeft())));
+        const int name = grid->columnWidthPixels(PropertyGridFiller::ColProperty);
+        const int value = grid->columnWidthPixels(PropertyGridFiller::ColValue);
+        const int gridWidth = grid->width();
+        // The bar between the tree and grid and the canvas goes 300 pixels right.
+        f.splMain()->setSplitterPosition(f.splMain()->SplitterPosition() + 4500);
+        QTRY_VERIFY(grid->width() > gridWidth);
+        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColProperty), name);
+        QVERIFY(qAbs(grid->columnWidthPixels(PropertyGridFiller::ColValue) - (value + grid->width() - gridWidth)) <= 2);
+        QVERIFY(qAbs(rightOfLastColumn() - barLeft()) <= 4);
+        QVERIFY(!grid->horizontalBar()->isVisibleTo(grid));
     }
 
     void aLongValueShowsWhollyInItsToolTip()

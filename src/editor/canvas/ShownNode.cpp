@@ -170,6 +170,24 @@ void ShownNode::drawTemplateAlone(const clsElement *tpl)
     mWidgets.canvas->setPicture(mPicture);
 }
 
+QImage ShownNode::pictureWithoutSelection() const
+{
+    if (!mShownLayer)
+        return mPicture;
+    LayerRenderer &renderer = mRendering.renderer;
+    const clsElement *highlighted = mFrameOnObject ? mCurrentObject : nullptr;
+    renderer.setHighlighted(nullptr);
+    QImage picture = freshCanvas();
+    if (mTemplateShown) {
+        renderer.DrawLayer(nullptr, picture);
+        renderer.DrawElement(mShownLayer, picture, 0, 0, false);
+    } else {
+        renderer.DrawLayer(mShownLayer, picture);
+    }
+    renderer.setHighlighted(highlighted);
+    return picture;
+}
+
 void ShownNode::RefreshCanvas()
 {
     if (!mShownLayer)

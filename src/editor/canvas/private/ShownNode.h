@@ -47,6 +47,9 @@ public:
     bool frameOnObject() const { return mFrameOnObject; }
     // The off-screen picture the canvas was last composed in.
     const QImage &picture() const { return mPicture; }
+    // What is shown drawn as the device would draw it: the selected object
+    // not drawn inverted. The picture above when no layer or template is shown.
+    QImage pictureWithoutSelection() const;
 
     // ---- showing ----------------------------------------------------------------
     // Shows the node with this key: its layer, template or object, the frame

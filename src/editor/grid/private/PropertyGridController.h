@@ -19,7 +19,8 @@ class clsElement;
 
 // The property grid of the main window: it lists the rows it is given (those
 // of the object shown, see ShownNode) and turns a committed value, a chosen
-// colour or a chosen picture into a change of the document.
+// colour or a chosen picture into a change of the document. Its "Value"
+// column stretches to the width the other columns leave.
 class PropertyGridController : public QObject
 {
     Q_OBJECT
@@ -62,6 +63,7 @@ private:
     void valueCommitted(PowGridItem *item);
     void inheritedValueCommitted(PowGridItem *item);
     void applyFilter();
+    void stretchValueColumn();
     void saveColumnWidths();
     void chooseColour(PowGridItem *item);
     void chooseImage(PowGridItem *item);
