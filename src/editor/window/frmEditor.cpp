@@ -12,6 +12,7 @@
 #include "EditorSettings.h"
 #include "FileCommands.h"
 #include "FileDropOpener.h"
+#include "GridContextMenu.h"
 #include "GridStepSetting.h"
 #include "MainStatusBar.h"
 #include "MainSplitters.h"
@@ -204,6 +205,11 @@ void frmEditor::createControllers()
     mGrid->setFilterField(*txtPropertyFilter);
     mGrid->setInheritedToggle(*chkInherited, EditorSettings(mEnv.settings));
     mEdit->aimDeleteAt(*mGrid);
+    auto *gridMenu = new GridContextMenu(*pgrProperty, *mGrid, *mSkin, this);
+    connect(gridMenu, &GridContextMenu::addPropertyWanted, this, [this](const QByteArray &owner) {
+        mSkin->setCurrent(owner);
+        mActions->AddProperty();
+    });
     connect(mActions, &DocumentActions::removed, this, [this](const QString &what) { stbMain->showMessage(what, 10000); });
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
     QAction *problems = mProblems->dock()->toggleViewAction();
