@@ -6,6 +6,7 @@
 #include "EditorFixture.h"
 
 #include "EditorSettings.h"
+#include "GridContextMenu.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PowGridItem.h"
@@ -13,7 +14,10 @@
 #include "SkinDocument.h"
 #include "clsPowGridItems.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QUndoStack>
@@ -29,6 +33,7 @@ const QByteArray kSkin = "<TEMPLATE tplBase color=#112233 align=center>\r\n"
                          "\t<TEXT txtA x=1 y=2 text=A template=tplMid fonttype=ftBig>\r\n"
                          "\t<TEXT txtLoop x=1 y=2 template=tplLoopA>\r\n"
                          "\t<TEXT txtLong x=1 y=2 onrelease='ShowLayer ui_Information; SetVar a 1; Redraw'>\r\n"
+                         "\t<TEXT txtOwnColour x=1 y=2 template=tplMid color=#010203>\r\n"
                          "</LAYER>\r\n";
 
 struct GridFixture : EditorFixture
@@ -183,6 +188,106 @@ private slots:
         QVERIFY(qAbs(grid->columnWidthPixels(PropertyGridFiller::ColValue) - (value + grid->width() - gridWidth)) <= 2);
         QVERIFY(qAbs(rightOfLastColumn() - barLeft()) <= 4);
         QVERIFY(!grid->horizontalBar()->isVisibleTo(grid));
+    }
+
+    void aValueIsEditedFromTheKeyboard()
+    {
+        GridFixture f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.select("Lui_Main|EtxtA");
+        PowGrid *grid = f.pgrProperty();
+        // Tab from the tree reaches the grid; Down selects its first row.
+        f.tvwObjects()->setFocus();
+        for (int i = 0; i < 6 && !grid->hasFocus(); ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(grid->hasFocus());
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("x")));
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("y")));
+        // F2 edits the value (the window's F2, Rename, is not run).
+        QTest::keyClick(grid, Qt::Key_F2);
+        QVERIFY(f.dialogs.asked().isEmpty());
+        QWidget *editor = QApplication::focusWidget();
+        QVERIFY(editor && editor != grid && editor->isVisible());
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor, QStringLiteral("35"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(f.value("Lui_Main|EtxtA|Py"), QByteArray("35"));
+        QCOMPARE(f.stack().count(), 1);
+        // Enter edits again; Escape leaves the value as it was.
+        QTRY_VERIFY(grid->hasFocus());
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("y")));
+        QTest::keyClick(grid, Qt::Key_Return);
+        editor = QApplication::focusWidget();
+        QVERIFY(editor && editor != grid);
+        QTest::keyClicks(editor, QStringLiteral("9"));
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QCOMPARE(f.value("Lui_Main|EtxtA|Py"), QByteArray("35"));
+        QCOMPARE(f.stack().count(), 1);
+    }
+
+    void theGridsContextMenuAddsRemovesCopiesAndResets()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtOwnColour");
+        PowGrid *grid = f.pgrProperty();
+        auto *menu = f.control<GridContextMenu>("GridContextMenu");
+        QString choose;
+        QStringList offered;
+        QList<bool> enabled;
+        menu->popUpMenu = [&](QMenu &shown, QPoint) -> QAction * {
+            offered.clear();
+            enabled.clear();
+            QAction *chosen = nullptr;
+            for (QAction *action : shown.actions()) {
+                if (action->isSeparator())
+                    continue;
+                offered << action->text();
+                enabled << action->isEnabled();
+                if (action->objectName() == choose && action->isEnabled())
+                    chosen = action;
+            }
+            if (chosen)
+                chosen->trigger();
+            return chosen;
+        };
+        const auto rightClick = [&](const QString &name) {
+            const QPoint at = grid->cellRect(f.rowOf(name), PropertyGridFiller::ColProperty).center();
+            QContextMenuEvent event(QContextMenuEvent::Mouse, at, grid->mapToGlobal(at));
+            QApplication::sendEvent(grid, &event);
+        };
+        // Copy Value on the colour's row, which it selects.
+        choose = QStringLiteral("mnuGridCopyValue");
+        rightClick(QStringLiteral("color"));
+        QCOMPARE(offered, (QStringList{ "Add Property...", "Remove Property", "Copy Value", "Reset to Inherited" }));
+        QCOMPARE(enabled, (QList<bool>{ true, true, true, true }));
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("color")));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("#010203"));
+        // "x" is the object's own, with nothing to inherit.
+        choose.clear();
+        rightClick(QStringLiteral("x"));
+        QCOMPARE(enabled, (QList<bool>{ true, true, true, false }));
+        // Reset to Inherited: the template's colour is used again, in one undoable step.
+        choose = QStringLiteral("mnuGridResetToInherited");
+        rightClick(QStringLiteral("color"));
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Pcolor"), QByteArray("(none)"));
+        QCOMPARE(f.stack().count(), 1);
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Pcolor"), QByteArray("#010203"));
+        // Remove Property.
+        choose = QStringLiteral("mnuGridRemoveProperty");
+        rightClick(QStringLiteral("y"));
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Py"), QByteArray("(none)"));
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Px"), QByteArray("1"));
+        // Add Property asks for the key among the ones the drawing reads.
+        f.dialogs.answerText(QStringLiteral("z"));
+        choose = QStringLiteral("mnuGridAddProperty");
+        rightClick(QStringLiteral("x"));
+        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Add Property"));
+        QVERIFY(!f.dialogs.asked().last().choices.isEmpty());
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Pz"), QByteArray("0"));
     }
 
     void aLongValueShowsWhollyInItsToolTip()

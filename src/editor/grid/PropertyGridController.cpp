@@ -59,7 +59,19 @@ PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &docu
 
 void PropertyGridController::fill(const clsElement &element, const QByteArray &nodeKey)
 {
+    // The same object listed again (after an edit) keeps its selected row, so
+    // that the keyboard goes on from where it was.
+    const PowGridItem *selected = mGrid.SelectedItem();
+    const QString selectedName = selected && nodeKey == mFilledFor
+        ? selected->CellText(PropertyGridFiller::ColProperty) : QString();
+    mFilledFor = nodeKey;
     PropertyGridFiller::fill(mGrid, element, nodeKey, mDocument.document(), mInherited && mInherited->isChecked());
+    for (int row = 1; !selectedName.isEmpty() && row <= mGrid.Items()->Count(); ++row) {
+        if (mGrid.Items()->Item(row)->CellText(PropertyGridFiller::ColProperty) == selectedName) {
+            mGrid.setSelRow(row);
+            break;
+        }
+    }
     applyFilter();
     // The rows may have brought or taken away the vertical bar.
     stretchValueColumn();
@@ -143,6 +155,7 @@ void PropertyGridController::applyFilter()
 
 void PropertyGridController::clear()
 {
+    mFilledFor.clear();
     mGrid.Items()->Clear();
 }
 

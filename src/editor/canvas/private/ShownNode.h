@@ -83,6 +83,9 @@ signals:
     void layerNameChanged(const QString &text);
     // The canvas shows the current layer (and object) anew.
     void shown();
+    // A layer or template is about to be drawn: the information lines of
+    // the drawing before are done with.
+    void drawingStarted() const;
 
 private:
     void showTopLevel(const QByteArray &key, clsElement *element, bool isTemplate);
@@ -93,6 +96,7 @@ private:
     void propertiesChanged(const QByteArray &ownerKey);
     void redrawAfterChange();
     QImage freshCanvas() const;
+    void beginDrawing() const;
     QString nodeText(const QByteArray &key) const;
 
     SkinDocument &mDocument;

@@ -50,6 +50,8 @@ public:
     // The node key of the object's own property on the grid's selected row;
     // empty when that row holds none (an inherited value, a title, no row).
     QByteArray selectedPropertyKey() const;
+    // The node key of the object whose rows the grid lists; empty when none.
+    QByteArray shownKey() const { return mFilledFor; }
 
     // The grid's ItemChanged: column "Value" committed, or the "..." button.
     void itemChanged(PowGridItem *item, int column);
@@ -75,4 +77,6 @@ private:
     QLineEdit *mFilter = nullptr;
     QAbstractButton *mInherited = nullptr;
     std::optional<EditorSettings> mSettings;
+    // The node key of the object whose rows the grid lists.
+    QByteArray mFilledFor;
 };
