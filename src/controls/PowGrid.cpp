@@ -8,6 +8,7 @@
 #include "GridNumber.h"
 #include "GridPrinter.h"
 #include "GridTextEditor.h"
+#include "OleColor.h"
 #include "PropertyBag.h"
 #include "Twips.h"
 #include "clsComboList.h"
@@ -18,6 +19,8 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
 #include <QToolTip>
 
 #include <climits>
@@ -750,9 +753,28 @@ void PowGrid::paintEvent(QPaintEvent *)
                                 state);
             }
         }
+        if (row == mLook.SelRow && hasFocus())
+            paintFocusRect(painter, QRect(client.left(), y, client.width(), rowHeight()));
         y += rowHeight();
         ++visible;
     }
+}
+
+// Round the selected row while the grid has the keyboard focus, as the
+// platform draws a focused item.
+void PowGrid::paintFocusRect(QPainter &painter, const QRect &line) const
+{
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.rect = line.adjusted(0, 0, -1, -1);
+    option.backgroundColor = OleColor::toColor(mLook.ColorSelectedRow, palette());
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    // Some styles draw no focus frame at all: a dotted line in the text colour
+    // is always seen.
+    QPen pen(OleColor::toColor(mLook.ColorSelectedText, palette()), 1, Qt::DotLine);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(line.adjusted(0, 0, -1, -1));
 }
 
 // ---- events ---------------------------------------------------------------
@@ -777,8 +799,28 @@ void PowGrid::wheelEvent(QWheelEvent *event)
     event->accept();
 }
 
+// The keys of a list: Up and Down move the selected row, F2 edits its first
+// editable cell, and so does Enter unless the host dropped it (KeyPress sees
+// every typed key first, Enter included).
 void PowGrid::keyPressEvent(QKeyEvent *event)
 {
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    switch (event->key()) {
+    case Qt::Key_Up:
+        moveSelection(-1);
+        return;
+    case Qt::Key_Down:
+        moveSelection(1);
+        return;
+    case Qt::Key_F2:
+        editSelectedRow();
+        return;
+    default:
+        break;
+    }
     const QString typed = event->text();
     if (typed.isEmpty()) {
         QWidget::keyPressEvent(event);
@@ -786,6 +828,68 @@ void PowGrid::keyPressEvent(QKeyEvent *event)
     }
     short keyAscii = short(typed.front().unicode());
     emit KeyPress(keyAscii);
+    if (keyAscii == '\r' && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        editSelectedRow();
+}
+
+// The next or the previous shown row becomes the selected one, scrolled
+// into view; from no selection, Down selects the first.
+void PowGrid::moveSelection(int step)
+{
+    int row = mLook.SelRow;
+    if (row < 1 || row > mItems->Count())
+        row = step > 0 ? 0 : mItems->Count() + 1;
+    for (int next = row + step; next >= 1 && next <= mItems->Count(); next += step) {
+        if (!mItems->Item(next)->Visible)
+            continue;
+        HideInputs();
+        mLook.SelRow = next;
+        scrollToRow(next);
+        emit ItemSelected(mItems->Item(next), nullptr);
+        update();
+        return;
+    }
+}
+
+void PowGrid::scrollToRow(int row)
+{
+    const int position = visiblePositionOf(row);
+    if (position == 0)
+        return;
+    if (position < mFirstVisible)
+        setFirstVisible(position);
+    else if (position >= mFirstVisible + std::max(1, VisibleCells()))
+        setFirstVisible(position - std::max(1, VisibleCells()) + 1);
+}
+
+// The selected row's first cell that a click would edit in place.
+void PowGrid::editSelectedRow()
+{
+    const int row = mLook.SelRow;
+    if (!mLook.AllowEdit || row < 1 || row > mItems->Count() || mItems->Item(row)->TitleLine)
+        return;
+    scrollToRow(row);
+    const PowGridItem *item = mItems->Item(row);
+    for (int c = 0; c < mHeaders->Count(); ++c) {
+        const int type = CellDataType(item, c);
+        if (columnWidthPixels(c) <= 0 || !mHeaders->at(c)->ColumnEditable || type == dtButton || type == dtCheck
+            || type == dtProgress)
+            continue;
+        beginEdit(row, c);
+        return;
+    }
+}
+
+void PowGrid::focusInEvent(QFocusEvent *event)
+{
+    update();
+    QWidget::focusInEvent(event);
+}
+
+void PowGrid::focusOutEvent(QFocusEvent *event)
+{
+    update();
+    QWidget::focusOutEvent(event);
 }
 
 void PowGrid::mousePressEvent(QMouseEvent *event)
@@ -850,6 +954,24 @@ void PowGrid::mouseReleaseEvent(QMouseEvent *event)
 
 bool PowGrid::event(QEvent *event)
 {
+    // The grid's own keys go to the grid, not to a window's shortcut (F2
+    // renames in the editor's window).
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (key->modifiers() == Qt::NoModifier || key->modifiers() == Qt::KeypadModifier) {
+            switch (key->key()) {
+            case Qt::Key_Up:
+            case Qt::Key_Down:
+            case Qt::Key_F2:
+            case Qt::Key_Return:
+            case Qt::Key_Enter:
+                event->accept();
+                return true;
+            default:
+                break;
+            }
+        }
+    }
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto *help = static_cast<QHelpEvent *>(event);

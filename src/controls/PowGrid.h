@@ -16,6 +16,7 @@
 
 #include <optional>
 
+class QPainter;
 class QScrollBar;
 class QSpinBox;
 class GridComboEditor;
@@ -43,6 +44,11 @@ class GridTextEditor;
 //
 // Column numbers in the events and in PowGridItem::CellText are 0-based: the
 // column of Headers().Item(n) is n - 1.
+//
+// From the keyboard: Up and Down move the selected row (ItemSelected is then
+// raised without a column), F2 or Enter edits its first editable cell, and
+// the editor's Enter commits, Escape cancels; while the grid has the focus,
+// the selected row is drawn with a focus frame.
 class PowGrid : public QWidget
 {
     Q_OBJECT
@@ -286,7 +292,8 @@ signals:
     // An edit was committed (whether or not the value changed), or a button
     // cell was clicked (with the button's column).
     void ItemChanged(PowGridItem *Item, int Column);
-    // A cell was selected with the mouse: the row and the column's header.
+    // A cell was selected with the mouse: the row and the column's header; a
+    // row chosen with Up or Down comes without a column (null).
     void ItemSelected(PowGridItem *Item, Header *Column);
     // A click on an editable cell, before its editor is shown.
     void BeforeEdit(PowGridItem *Item, Header *ColumnHeader, int Column);
@@ -315,6 +322,8 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
 
 private:
     QFont ambientFont() const;
@@ -328,6 +337,10 @@ private:
     int rowTop(int row) const;
     void updateScrollBars();
     void clickData(int row, int column);
+    void moveSelection(int step);
+    void scrollToRow(int row);
+    void editSelectedRow();
+    void paintFocusRect(QPainter &painter, const QRect &line) const;
     void beginEdit(int row, int column);
     void showTextEditor(PowGridItem *item, int column, int type, const QRect &cell);
     void showDateEditor(PowGridItem *item, int column, int type, const QRect &cell);

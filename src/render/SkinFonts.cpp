@@ -182,17 +182,20 @@ void SkinFonts::reportMissingLetters(const QFont &font, const QString &text)
 QString SkinFonts::resolveFamily(const QString &name)
 {
     const QString key = name.toLower();
-    const auto known = mResolved.constFind(key);
-    if (known != mResolved.constEnd())
-        return *known;
-    QString family = name;
-    if (!platformHasFamily(name)) {
-        family = fallbackFamily(name);
-        if (mSink && !mReported.contains(key)) {
-            mReported.insert(key);
-            mSink->append(QStringLiteral("Font %1 not found, drawn with %2\r\n").arg(name, family));
-        }
+    auto known = mResolved.constFind(key);
+    if (known == mResolved.constEnd())
+        known = mResolved.insert(key, platformHasFamily(name) ? name : fallbackFamily(name));
+    const QString family = *known;
+    // Told once per drawing, however often the drawing asks for it.
+    if (mSink && !platformHasFamily(name) && !mReported.contains(key)) {
+        mReported.insert(key);
+        mSink->append(QStringLiteral("Font %1 not found, drawn with %2\r\n").arg(name, family));
     }
-    mResolved.insert(key, family);
     return family;
+}
+
+void SkinFonts::newDrawing()
+{
+    mReported.clear();
+    mScriptsChecked.clear();
 }

@@ -15,7 +15,7 @@ class QFont;
 // The fonts a skin is drawn with. A skin may bring its own font files in a folder
 // named "fonts" beside it; those are added to the application's fonts before
 // drawing. A family that is still missing is drawn with a metric-similar one, and
-// the information sink is told once per family.
+// the information sink is told once per family in each drawing (see newDrawing).
 //
 // Needs a QGuiApplication (fonts are the platform's).
 class SkinFonts
@@ -40,6 +40,10 @@ public:
     // the platform draws them with a fallback font of its own.
     void reportMissingLetters(const QFont &font, const QString &text);
 
+    // A new drawing begins: each missing family and script is told again,
+    // once, when the drawing meets it.
+    void newDrawing();
+
     // The metric-similar family used for a missing one.
     static QString fallbackFamily(const QString &name);
 
@@ -54,6 +58,6 @@ private:
     QSet<QString> mAddedFiles;
     QSet<QString> mKnownFamilies; // lower case; empty until first needed
     QHash<QString, QString> mResolved; // lower-case name -> family
-    QSet<QString> mReported; // lower-case names already told to the sink
-    QSet<QPair<QString, int>> mScriptsChecked; // family and script looked at
+    QSet<QString> mReported; // lower-case names told to the sink in this drawing
+    QSet<QPair<QString, int>> mScriptsChecked; // family and script looked at in this drawing
 };

@@ -16,6 +16,7 @@
 #include <QToolTip>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QtTest>
 
@@ -55,6 +56,12 @@ class TestPowGrid : public QObject
     {
         QTest::keyClicks(editor, text);
         QTest::keyClick(editor, key);
+    }
+
+    void activateHost()
+    {
+        host->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(host));
     }
 
     void startSpies()
@@ -729,6 +736,86 @@ private slots:
         grid->Items()->Clear();
         QCOMPARE(grid->SelRow(), 0);
         QVERIFY(grid->SelectedItem() == nullptr);
+    }
+
+    void upAndDownMoveTheSelectedRowAndScrollItIntoView()
+    {
+        activateHost();
+        setUpColumns();
+        for (int i = 1; i <= 40; ++i)
+            addRow(QStringLiteral("name%1").arg(i), QString::number(i));
+        grid->Items()->Item(3)->Visible = false;
+        grid->RedrawGrid();
+        QSignalSpy selected(grid, &PowGrid::ItemSelected);
+        click(1, 0);
+        QCOMPARE(grid->SelRow(), 1);
+        QVERIFY(grid->hasFocus());
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), 2);
+        // A hidden row is passed over.
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), 4);
+        QTest::keyClick(grid, Qt::Key_Up);
+        QCOMPARE(grid->SelRow(), 2);
+        QCOMPARE(selected.last().at(0).value<PowGridItem *>(), grid->Items()->Item(2));
+        // Up from the first row stays there; Down goes on below the visible rows, scrolling.
+        QTest::keyClick(grid, Qt::Key_Up);
+        QTest::keyClick(grid, Qt::Key_Up);
+        QCOMPARE(grid->SelRow(), 1);
+        for (int i = 0; i < 30; ++i)
+            QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), 32);
+        QVERIFY(grid->FirstVisible() > 1);
+        QVERIFY(!grid->cellRect(32, 1).isEmpty());
+    }
+
+    void f2OrEnterEditsTheSelectedRowAndEscapeCancels()
+    {
+        activateHost();
+        setUpColumns();
+        addRow(QStringLiteral("first"), QStringLiteral("one"));
+        PowGridItem *second = addRow(QStringLiteral("second"), QStringLiteral("two"));
+        startSpies();
+        click(1, 0);
+        QVERIFY(!grid->txtInput()->isVisible());
+        QTest::keyClick(grid, Qt::Key_Down);
+        QTest::keyClick(grid, Qt::Key_F2);
+        // The first editable cell: the value, not the name.
+        QVERIFY(grid->txtInput()->isVisible());
+        QCOMPARE(grid->editRow(), 2);
+        QCOMPARE(grid->editColumn(), 1);
+        QTest::keyClick(grid->txtInput(), Qt::Key_End);
+        typeAndPress(grid->txtInput(), QStringLiteral("!"), Qt::Key_Escape);
+        QVERIFY(!grid->txtInput()->isVisible());
+        QCOMPARE(second->CellText(1), QStringLiteral("two"));
+        QCOMPARE(gridChanged->count(), 0);
+        // Back on the grid, Enter edits and the editor's Enter commits.
+        QVERIFY(grid->hasFocus());
+        QTest::keyClick(grid, Qt::Key_Return);
+        QVERIFY(grid->txtInput()->isVisible());
+        QTest::keyClick(grid->txtInput(), Qt::Key_End);
+        typeAndPress(grid->txtInput(), QStringLiteral("!"), Qt::Key_Return);
+        QCOMPARE(second->CellText(1), QStringLiteral("two!"));
+        QCOMPARE(gridChanged->count(), 1);
+        QVERIFY(grid->hasFocus());
+    }
+
+    void theSelectedRowShowsAFocusFrameWhileTheGridHasTheFocus()
+    {
+        activateHost();
+        setUpColumns();
+        addRow(QStringLiteral("first"), QStringLiteral("one"));
+        addRow(QStringLiteral("second"), QStringLiteral("two"));
+        click(2, 0);
+        QVERIFY(grid->hasFocus());
+        const QRect line = grid->cellRect(2, 0).united(grid->cellRect(2, 2));
+        const QImage focused = grid->grab(line).toImage();
+        auto *other = new QLineEdit(host);
+        other->show();
+        other->setFocus();
+        QTRY_VERIFY(!grid->hasFocus());
+        QCOMPARE(grid->SelRow(), 2);
+        QVERIFY(grid->grab(line).toImage() != focused);
     }
 
     void keyPressReachesTheHostByReference()

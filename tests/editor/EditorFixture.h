@@ -47,6 +47,8 @@ struct EditorFixture
     EditorFixture()
     {
         window = std::make_unique<frmEditor>(EditorEnvironment{ document, context, dialogs, settings, web });
+        // A first start fills the screen; the tests want the same room on every screen.
+        window->setWindowState(Qt::WindowNoState);
         window->resize(1300, 860);
     }
 

@@ -144,6 +144,58 @@ private slots:
                  qPrintable(QStringLiteral("%1,%2 became %3,%4").arg(before.x()).arg(before.y()).arg(after.x()).arg(after.y())));
     }
 
+    void keyboardZoomKeepsTheViewsCentre()
+    {
+        CanvasFixture f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.select("Lui_Texts");
+        auto *area = f.control<QScrollArea>("canvasArea");
+        QWidget *viewport = area->viewport();
+        // Zoomed in to 200 % and scrolled away from the top left corner.
+        f.window->findChild<QAction *>(QStringLiteral("ZoomIn"))->trigger();
+        f.window->findChild<QAction *>(QStringLiteral("ZoomIn"))->trigger();
+        area->horizontalScrollBar()->setValue(area->horizontalScrollBar()->maximum() / 2);
+        area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum() / 2);
+        const QPoint middle = viewport->rect().center();
+        const auto underMiddle = [&] { return f.pctTemplate()->toCanvas(f.pctTemplate()->mapFrom(viewport, middle)); };
+        const QPoint before = underMiddle();
+        QVERIFY(before.x() > 0 && before.y() > 0);
+        f.pctTemplate()->setFocus();
+        QCOMPARE(f.pctTemplate()->zoomPercent(), 200);
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Plus, Qt::ControlModifier);
+        QCOMPARE(f.pctTemplate()->zoomPercent(), 300);
+        QVERIFY((underMiddle() - before).manhattanLength() <= 1);
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Minus, Qt::ControlModifier);
+        QCOMPARE(f.pctTemplate()->zoomPercent(), 200);
+        QVERIFY2((underMiddle() - before).manhattanLength() <= 1,
+                 qPrintable(QStringLiteral("%1,%2 became %3,%4").arg(before.x()).arg(before.y()).arg(underMiddle().x()).arg(underMiddle().y())));
+    }
+
+    void theCanvasShowsWhenItHasTheFocus()
+    {
+        CanvasFixture f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.select("Lui_Texts");
+        const QColor highlight = f.pctTemplate()->palette().color(QPalette::Highlight);
+        // The top left corner of the part in view.
+        const auto corner = [&] {
+            const QPoint at = f.pctTemplate()->visibleRegion().boundingRect().topLeft();
+            return f.pctTemplate()->grab().toImage().pixelColor(at);
+        };
+        f.tvwObjects()->setFocus();
+        QVERIFY(!f.pctTemplate()->hasFocus());
+        QVERIFY(corner() != highlight);
+        // Tab goes on from the tree until the canvas has the focus.
+        for (int i = 0; i < 12 && !f.pctTemplate()->hasFocus(); ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(f.pctTemplate()->hasFocus());
+        QCOMPARE(corner(), highlight);
+        f.tvwObjects()->setFocus();
+        QVERIFY(corner() != highlight);
+    }
+
     void zoomToFitShowsTheWholePicture()
     {
         CanvasFixture f;

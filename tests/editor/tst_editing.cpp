@@ -25,6 +25,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
+#include <QRegularExpression>
 #include <QUndoStack>
 
 namespace {
@@ -235,6 +236,51 @@ private slots:
         QCOMPARE(f.window->shownNode().shownLayer(), f.element("Lui_Pick"));
     }
 
+    void addingAnObjectProposesAFreeNameOfItsTypeAndSelectsIt()
+    {
+        EditingFixture f;
+        // A button is proposed "btn1"; a text, with no "txt1" in the layer, "txt1".
+        f.dialogs.answerText(QStringLiteral("btn1"));
+        f.chooseEntry = QStringLiteral("BUTTON");
+        f.rightClick("Lui_Pick");
+        QCOMPARE(f.lastAsked().value, QStringLiteral("btn1"));
+        QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Pick|Ebtn1"));
+        QCOMPARE(f.tvwObjects()->currentIndex(), f.tree().indexOfKey("Lui_Pick|Ebtn1"));
+        // The next button is proposed the next free number.
+        f.dialogs.answerText(QStringLiteral("btn2"));
+        f.rightClick("Lui_Pick");
+        QCOMPARE(f.lastAsked().value, QStringLiteral("btn2"));
+        QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Pick|Ebtn2"));
+        f.dialogs.answerText(QStringLiteral("chk1"));
+        f.chooseEntry = QStringLiteral("CHECKBOX");
+        f.rightClick("Lui_Pick");
+        QCOMPARE(f.lastAsked().value, QStringLiteral("chk1"));
+    }
+
+    void addPropertyOffersTheKeysTheDrawingReadsWithTheirDefaults()
+    {
+        EditingFixture f;
+        f.dialogs.answerText(QStringLiteral("font   (\"\")"));
+        f.chooseEntry = QStringLiteral("mnuAddProperty");
+        f.rightClick("Lui_Pick|EtxtNoPlace");
+        const QStringList offered = f.lastAsked().choices;
+        for (const char *key : { "x", "y", "z", "w", "h", "fontsize", "padding", "template", "fonttype", "color",
+                                 "font", "align", "valign", "text" })
+            QVERIFY2(offered.contains(QLatin1String(key)) || offered.filter(QRegularExpression(
+                         QStringLiteral("^%1 ").arg(QLatin1String(key)))).size() == 1,
+                     key);
+        // Each offered with the value it starts with.
+        QVERIFY(offered.contains(QStringLiteral("x   (0)")));
+        QVERIFY(offered.contains(QStringLiteral("onrelease   ('')")));
+        QVERIFY(offered.contains(QStringLiteral("hide")));
+        // A key chosen from the list is added with its default value.
+        QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Pfont"), QByteArray("\"\""));
+        // A key typed that the list does not hold is taken as typed.
+        f.dialogs.answerText(QStringLiteral("myown"));
+        f.rightClick("Lui_Pick|EtxtNoPlace");
+        QCOMPARE(f.value("Lui_Pick|EtxtNoPlace|Pmyown"), QByteArray(""));
+    }
+
     void anAddedObjectsTypeIsNotTakenFromItsMenuText()
     {
         EditingFixture f;
@@ -369,7 +415,9 @@ private slots:
         const auto &asked = f.lastAsked();
         QCOMPARE(asked.kind, QStringLiteral("open"));
         QCOMPARE(asked.title, QStringLiteral("Select Image"));
-        QCOMPARE(asked.filter, QStringLiteral("Korvi Image Files (*.bmp;*.spr)|*.bmp;*.spr|All Files|*.*"));
+        // The filter the chooser starts with shows JPEG pictures and sprites too.
+        QCOMPARE(asked.filter, QStringLiteral("Skin Pictures (*.bmp;*.jpg;*.jpeg;*.spr)|*.bmp;*.jpg;*.jpeg;*.spr|"
+                                              "Korvi Image Files (*.bmp;*.spr)|*.bmp;*.spr|All Files|*.*"));
         QVERIFY(asked.value.endsWith(QStringLiteral("pic.bmp")));
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Pbmp"), QByteArray("new.bmp"));
     }

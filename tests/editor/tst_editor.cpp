@@ -645,6 +645,39 @@ private slots:
         QVERIFY2(info.contains(QStringLiteral("Unable to locate missing.bmp")), qPrintable(info));
     }
 
+    void theInformationBoxListsWhatEachDrawingMisses()
+    {
+        EditorFixture f;
+        QTemporaryDir folder;
+        const QString file = folder.path() + "/800_480/ui/fonts_800_480.ui";
+        QVERIFY(writeTestFile(file, "<LAYER ui_A>\r\n"
+                                    "\t<TEXT txtOne x=1 y=1 text=One font=NoSuchFontOne>\r\n"
+                                    "\t<TEXT txtTwo x=1 y=40 text=Two font=NoSuchFontTwo>\r\n"
+                                    "\t<BUTTON btnGone x=100 y=100 bmp=gone.bmp>\r\n"
+                                    "</LAYER>\r\n"
+                                    "<LAYER ui_B>\r\n"
+                                    "\t<TEXT txtThree x=1 y=1 text=Three font=NoSuchFontThree>\r\n"
+                                    "</LAYER>\r\n"));
+        f.window->openSkinFile(file);
+        const auto info = [&f] { return f.txtInfo()->toPlainText(); };
+        f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_A"));
+        // Every missing font of the drawing, and its missing picture.
+        QVERIFY2(info().contains(QStringLiteral("Font NoSuchFontOne not found")), qPrintable(info()));
+        QVERIFY(info().contains(QStringLiteral("Font NoSuchFontTwo not found")));
+        QVERIFY(info().contains(QStringLiteral("gone.bmp")));
+        QVERIFY(!info().contains(QStringLiteral("NoSuchFontThree")));
+        // Another layer: its own lines only.
+        f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_B"));
+        QVERIFY2(info().contains(QStringLiteral("Font NoSuchFontThree not found")), qPrintable(info()));
+        QVERIFY(!info().contains(QStringLiteral("NoSuchFontOne")));
+        QVERIFY(!info().contains(QStringLiteral("gone.bmp")));
+        // The first layer again lists again what it misses, once each.
+        f.window->selectNode(f.window->objectTree()->indexOfKey("Lui_A"));
+        QCOMPARE(info().count(QStringLiteral("Font NoSuchFontOne not found")), 1);
+        QCOMPARE(info().count(QStringLiteral("Font NoSuchFontTwo not found")), 1);
+        QVERIFY(!info().contains(QStringLiteral("NoSuchFontThree")));
+    }
+
     void aSplitterDragDrawsTheCanvasAgainAndPlacesTheFrame()
     {
         EditorFixture f;

@@ -37,6 +37,7 @@ struct SettingsFixture : EditorFixture
     {
         window.reset();
         window = std::make_unique<frmEditor>(EditorEnvironment{ document, context, dialogs, settings, web });
+        window->setWindowState(Qt::WindowNoState);
         window->resize(1300, 860);
         showWindow();
     }

@@ -7,6 +7,7 @@
 #include "ShownNode.h"
 #include "EditorFixture.h"
 
+#include "LayerRenderer.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PowGridItem.h"
@@ -21,6 +22,7 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QUndoStack>
 
 namespace {
@@ -183,6 +185,32 @@ private slots:
         QVERIFY(f.stack().isClean());
     }
 
+    void aSaveMergedWithAChangeOnDiskShowsTheFileAsItNowIs()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        // Another program moves a text of another layer meanwhile; the user keeps editing.
+        const QByteArray onDisk = replaced(f.mainBefore, "txtBack x=10 y=10", "txtBack x=10 y=33");
+        QVERIFY(writeTestFile(f.skin.mainFile(), onDisk));
+        f.window->selectNode(f.node("Lui_Back|EtxtBack"));
+        QCOMPARE(f.value("Lui_Back|EtxtBack|Py"), QByteArray("10"));
+        const QRect before = f.mshObject()->geometry();
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+        // Both changes are in the file; only the list of files was asked about.
+        QCOMPARE(readTestFile(f.skin.mainFile()), replaced(onDisk, "txtTitle x=100", "txtTitle x=7"));
+        QCOMPARE(f.askedOfKind(QStringLiteral("message")).size(), 1);
+        // The editor shows both at once: tree, grid and canvas, on the same object.
+        QCOMPARE(f.value("Lui_Back|EtxtBack|Py"), QByteArray("33"));
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Px"), QByteArray("7"));
+        QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Back|EtxtBack"));
+        QCOMPARE(f.gridRow(QStringLiteral("y"))->CellText(PropertyGridFiller::ColValue), QStringLiteral("33"));
+        QCOMPARE(f.mshObject()->geometry().top(), before.top() + 23);
+        QVERIFY(f.window->statusBar()->currentMessage().contains(QStringLiteral("read again")));
+        QVERIFY(f.stack().isClean());
+    }
+
     void aNewLayerAfterAllGoesIntoTheFileTheUserChooses()
     {
         SaveFixture f;
@@ -245,6 +273,22 @@ private slots:
         f.dialogs.answerButton(Dialogs::Button::Ok);
         f.pressCtrl(Qt::Key_S);
         QCOMPARE(f.changesPanel()->text(), QString());
+    }
+
+    void aDragIsOneChange()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->selectNode(f.node("Lui_Main|EtxtTitle"));
+        QVERIFY(f.mshObject()->isVisible());
+        f.dragFrame(12, 8);
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Px"), QByteArray("112"));
+        QCOMPARE(f.value("Lui_Main|EtxtTitle|Py"), QByteArray("58"));
+        QTRY_COMPARE(f.changesPanel()->text(), QStringLiteral("1 change in 1 file"));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+        QVERIFY(f.lastAsked().text.contains(QStringLiteral("main_800_480.ui (1 change)")));
+        QCOMPARE(readTestFile(f.skin.mainFile()), replaced(f.mainBefore, "txtTitle x=100 y=50", "txtTitle x=112 y=58"));
     }
 
     // ---- Save As ---------------------------------------------------------------------------------
@@ -440,6 +484,28 @@ private slots:
         const QImage written(path);
         QVERIFY(!written.isNull());
         QCOMPARE(written.convertToFormat(QImage::Format_RGB32), f.window->shownNode().picture());
+    }
+
+    void exportPictureDrawsWithoutTheSelectionAndProposesTheLayersName()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        // The layer alone, as the device shows it.
+        f.window->selectNode(f.node("Lui_Main"));
+        const QImage layerAlone = f.window->shownNode().picture();
+        // The button chosen is drawn inverted on the canvas.
+        f.window->selectNode(f.node("Lui_Main|EbtnOk"));
+        QVERIFY(f.window->shownNode().picture() != layerAlone);
+        QTemporaryDir out;
+        const QString path = out.filePath(QStringLiteral("chosen.png"));
+        f.dialogs.answerPath(path);
+        f.fileEntry("mnuExportPicture")->trigger();
+        QCOMPARE(f.lastAsked().kind, QStringLiteral("save"));
+        QCOMPARE(f.lastAsked().value, QDir(f.skin.uiFolder()).filePath(QStringLiteral("ui_Main.png")));
+        QCOMPARE(QImage(path).convertToFormat(QImage::Format_RGB32), layerAlone);
+        // The canvas still shows the selection.
+        QVERIFY(f.window->shownNode().picture() != layerAlone);
+        QVERIFY(f.mshObject()->isVisible());
     }
 
     void exportPictureOverAFileAsksOnceAndNoLeavesIt()

@@ -6,6 +6,7 @@
 #include "EditorFixture.h"
 
 #include "EditorSettings.h"
+#include "GridContextMenu.h"
 #include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "PowGridItem.h"
@@ -13,8 +14,12 @@
 #include "SkinDocument.h"
 #include "clsPowGridItems.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QUndoStack>
 
 namespace {
@@ -28,6 +33,7 @@ const QByteArray kSkin = "<TEMPLATE tplBase color=#112233 align=center>\r\n"
                          "\t<TEXT txtA x=1 y=2 text=A template=tplMid fonttype=ftBig>\r\n"
                          "\t<TEXT txtLoop x=1 y=2 template=tplLoopA>\r\n"
                          "\t<TEXT txtLong x=1 y=2 onrelease='ShowLayer ui_Information; SetVar a 1; Redraw'>\r\n"
+                         "\t<TEXT txtOwnColour x=1 y=2 template=tplMid color=#010203>\r\n"
                          "</LAYER>\r\n";
 
 struct GridFixture : EditorFixture
@@ -131,16 +137,20 @@ private slots:
     {
         GridFixture f;
         f.select("Lui_Main|EtxtA");
-        const int before = f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue);
-        f.dragColumnEdge(PropertyGridFiller::ColValue, 80);
-        const int after = f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue);
-        QVERIFY(qAbs(after - (before + 80)) <= 1);
+        PowGrid *grid = f.pgrProperty();
+        const int before = grid->columnWidthPixels(PropertyGridFiller::ColProperty);
+        const int valueBefore = grid->columnWidthPixels(PropertyGridFiller::ColValue);
+        f.dragColumnEdge(PropertyGridFiller::ColProperty, 30);
+        const int after = grid->columnWidthPixels(PropertyGridFiller::ColProperty);
+        QVERIFY(qAbs(after - (before + 30)) <= 1);
+        // The values give up the room the names took.
+        QVERIFY2(qAbs(grid->columnWidthPixels(PropertyGridFiller::ColValue) - (valueBefore - 30)) <= 2,
+                 qPrintable(QStringLiteral("%1 %2").arg(valueBefore).arg(grid->columnWidthPixels(PropertyGridFiller::ColValue))));
 
         f.window.reset();
         frmEditor again(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
-        PowGrid *grid = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
-        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColValue), after);
-        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColProperty), before);
+        PowGrid *kept = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
+        QCOMPARE(kept->columnWidthPixels(PropertyGridFiller::ColProperty), after);
     }
 
     void widthsKeptForOtherColumnsAreNotUsed()
@@ -149,8 +159,135 @@ private slots:
         EditorSettings(f.settings).setPropertyColumnWidths({ 3000, 3000 });
         frmEditor again(EditorEnvironment{ f.document, f.context, f.dialogs, f.settings, f.web });
         PowGrid *grid = again.findChild<PowGrid *>(QStringLiteral("pgrProperty"));
-        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColValue),
-                 f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColValue));
+        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColProperty),
+                 f.pgrProperty()->columnWidthPixels(PropertyGridFiller::ColProperty));
+    }
+
+    void theValueColumnTakesTheWidthTheOthersLeave()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtA");
+        PowGrid *grid = f.pgrProperty();
+        const auto rightOfLastColumn = [grid] {
+            const QRect button = grid->cellRect(1, PropertyGridFiller::ColButton);
+            return button.right();
+        };
+        const auto barLeft = [grid] {
+            return grid->verticalBar()->isVisibleTo(grid) ? grid->verticalBar()->geometry().left() : grid->width();
+        };
+        // The last column ends at the grid's right edge, however wide the grid is made.
+        QVERIFY2(qAbs(rightOfLastColumn() - barLeft()) <= 4,
+                 qPrintable(QStringLiteral("%1 %2").arg(rightOfLastColumn()).arg(barLeft())));
+        const int name = grid->columnWidthPixels(PropertyGridFiller::ColProperty);
+        const int value = grid->columnWidthPixels(PropertyGridFiller::ColValue);
+        const int gridWidth = grid->width();
+        // The bar between the tree and grid and the canvas goes 300 pixels right.
+        f.splMain()->setSplitterPosition(f.splMain()->SplitterPosition() + 4500);
+        QTRY_VERIFY(grid->width() > gridWidth);
+        QCOMPARE(grid->columnWidthPixels(PropertyGridFiller::ColProperty), name);
+        QVERIFY(qAbs(grid->columnWidthPixels(PropertyGridFiller::ColValue) - (value + grid->width() - gridWidth)) <= 2);
+        QVERIFY(qAbs(rightOfLastColumn() - barLeft()) <= 4);
+        QVERIFY(!grid->horizontalBar()->isVisibleTo(grid));
+    }
+
+    void aValueIsEditedFromTheKeyboard()
+    {
+        GridFixture f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.select("Lui_Main|EtxtA");
+        PowGrid *grid = f.pgrProperty();
+        // Tab from the tree reaches the grid; Down selects its first row.
+        f.tvwObjects()->setFocus();
+        for (int i = 0; i < 6 && !grid->hasFocus(); ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(grid->hasFocus());
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("x")));
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("y")));
+        // F2 edits the value (the window's F2, Rename, is not run).
+        QTest::keyClick(grid, Qt::Key_F2);
+        QVERIFY(f.dialogs.asked().isEmpty());
+        QWidget *editor = QApplication::focusWidget();
+        QVERIFY(editor && editor != grid && editor->isVisible());
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor, QStringLiteral("35"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(f.value("Lui_Main|EtxtA|Py"), QByteArray("35"));
+        QCOMPARE(f.stack().count(), 1);
+        // Enter edits again; Escape leaves the value as it was.
+        QTRY_VERIFY(grid->hasFocus());
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("y")));
+        QTest::keyClick(grid, Qt::Key_Return);
+        editor = QApplication::focusWidget();
+        QVERIFY(editor && editor != grid);
+        QTest::keyClicks(editor, QStringLiteral("9"));
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QCOMPARE(f.value("Lui_Main|EtxtA|Py"), QByteArray("35"));
+        QCOMPARE(f.stack().count(), 1);
+    }
+
+    void theGridsContextMenuAddsRemovesCopiesAndResets()
+    {
+        GridFixture f;
+        f.select("Lui_Main|EtxtOwnColour");
+        PowGrid *grid = f.pgrProperty();
+        auto *menu = f.control<GridContextMenu>("GridContextMenu");
+        QString choose;
+        QStringList offered;
+        QList<bool> enabled;
+        menu->popUpMenu = [&](QMenu &shown, QPoint) -> QAction * {
+            offered.clear();
+            enabled.clear();
+            QAction *chosen = nullptr;
+            for (QAction *action : shown.actions()) {
+                if (action->isSeparator())
+                    continue;
+                offered << action->text();
+                enabled << action->isEnabled();
+                if (action->objectName() == choose && action->isEnabled())
+                    chosen = action;
+            }
+            if (chosen)
+                chosen->trigger();
+            return chosen;
+        };
+        const auto rightClick = [&](const QString &name) {
+            const QPoint at = grid->cellRect(f.rowOf(name), PropertyGridFiller::ColProperty).center();
+            QContextMenuEvent event(QContextMenuEvent::Mouse, at, grid->mapToGlobal(at));
+            QApplication::sendEvent(grid, &event);
+        };
+        // Copy Value on the colour's row, which it selects.
+        choose = QStringLiteral("mnuGridCopyValue");
+        rightClick(QStringLiteral("color"));
+        QCOMPARE(offered, (QStringList{ "Add Property...", "Remove Property", "Copy Value", "Reset to Inherited" }));
+        QCOMPARE(enabled, (QList<bool>{ true, true, true, true }));
+        QCOMPARE(grid->SelRow(), f.rowOf(QStringLiteral("color")));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("#010203"));
+        // "x" is the object's own, with nothing to inherit.
+        choose.clear();
+        rightClick(QStringLiteral("x"));
+        QCOMPARE(enabled, (QList<bool>{ true, true, true, false }));
+        // Reset to Inherited: the template's colour is used again, in one undoable step.
+        choose = QStringLiteral("mnuGridResetToInherited");
+        rightClick(QStringLiteral("color"));
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Pcolor"), QByteArray("(none)"));
+        QCOMPARE(f.stack().count(), 1);
+        f.stack().undo();
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Pcolor"), QByteArray("#010203"));
+        // Remove Property.
+        choose = QStringLiteral("mnuGridRemoveProperty");
+        rightClick(QStringLiteral("y"));
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Py"), QByteArray("(none)"));
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Px"), QByteArray("1"));
+        // Add Property asks for the key among the ones the drawing reads.
+        f.dialogs.answerText(QStringLiteral("z"));
+        choose = QStringLiteral("mnuGridAddProperty");
+        rightClick(QStringLiteral("x"));
+        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Add Property"));
+        QVERIFY(!f.dialogs.asked().last().choices.isEmpty());
+        QCOMPARE(f.value("Lui_Main|EtxtOwnColour|Pz"), QByteArray("0"));
     }
 
     void aLongValueShowsWhollyInItsToolTip()

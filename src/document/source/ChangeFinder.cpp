@@ -207,6 +207,9 @@ void ChangeFinder::visit(const clsElement &element)
         compareTag(element, read, changes);
         compareProperties(element, read, changes);
         if (changes.changeCount > before) {
+            // However many of its values changed, an element edited is one
+            // change to the user: a drag sets "x" and "y" at once.
+            changes.changeCount = before + 1;
             changes.edited.push_back(&element);
             if (record.moreLines != ElementSource::kNone || element.ElementType() == "SCRIPT")
                 changes.onlyTagLines = false;
@@ -615,7 +618,8 @@ void ChangeFinder::rewriteTag(const clsElement &element, const SourceElement &re
     compareProperties(element, read, found);
     if (found.changeCount == 0)
         return;
-    changes.changeCount += found.changeCount;
+    // One change for the element, as when its values are rewritten in place.
+    ++changes.changeCount;
     changes.onlyTagLines = false;
     changes.edited.push_back(&element);
     const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();

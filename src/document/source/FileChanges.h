@@ -16,8 +16,9 @@ struct FileChanges
     // The file's number in the document's SkinSources, and its path.
     int file = 0;
     QString path;
-    // Changed values, removed or added properties, removed or added elements
-    // (an element with its children counts once).
+    // Elements edited (however many of their values, properties or names
+    // changed: a drag is one change), removed or added (an element with its
+    // children counts once).
     int changeCount = 0;
     SourceEdits edits;
     // Why some change cannot be written into the file so that it reads back.

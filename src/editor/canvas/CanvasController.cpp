@@ -42,7 +42,10 @@ CanvasController::CanvasController(const Widgets &widgets, LayerRenderer &render
     clock = [timer] { return timer->elapsed(); };
 
     mWidgets.canvas->installEventFilter(this);
-    mWidgets.canvas->setFocusPolicy(Qt::ClickFocus);
+    // Tab reaches the canvas as a click does; it shows that it has the focus.
+    mWidgets.canvas->setFocusPolicy(Qt::StrongFocus);
+    for (QScrollBar *bar : { mWidgets.area->horizontalScrollBar(), mWidgets.area->verticalScrollBar() })
+        connect(bar, &QScrollBar::valueChanged, mWidgets.canvas, qOverload<>(&QWidget::update));
     mWidgets.frame->installEventFilter(this);
     mWidgets.area->viewport()->installEventFilter(this);
     connect(mWidgets.frame, &MovableShape::StartMove, this, &CanvasController::dragStarted);
@@ -76,16 +79,15 @@ void CanvasController::setZoom(int percent)
     zoomApplied();
 }
 
+// From the keyboard or the menu, the middle of the view stays where it is.
 void CanvasController::zoomIn()
 {
-    mWidgets.canvas->zoomIn();
-    zoomApplied();
+    zoomAround(mWidgets.area->viewport()->rect().center(), 1);
 }
 
 void CanvasController::zoomOut()
 {
-    mWidgets.canvas->zoomOut();
-    zoomApplied();
+    zoomAround(mWidgets.area->viewport()->rect().center(), -1);
 }
 
 void CanvasController::zoomNormal()

@@ -33,13 +33,13 @@ bool write(Dialogs &dialogs, const QImage &picture, const QString &path)
 
 } // namespace
 
-bool ask(Dialogs &dialogs, const QImage &picture, const QString &startFolder)
+bool ask(Dialogs &dialogs, const QImage &picture, const QString &proposedPath)
 {
     if (picture.isNull()) {
         dialogs.message(kTitle, QStringLiteral("The canvas shows no picture yet."), Dialogs::Icon::Information);
         return false;
     }
-    QString path = dialogs.saveFileName(kTitle, startFolder, QStringLiteral("PNG Picture|*.png"));
+    QString path = dialogs.saveFileName(kTitle, proposedPath, QStringLiteral("PNG Picture|*.png"));
     if (path.isEmpty())
         return false;
     if (QFileInfo(path).suffix().isEmpty())

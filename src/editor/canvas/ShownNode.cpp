@@ -144,8 +144,17 @@ QImage ShownNode::freshCanvas() const
     return canvas;
 }
 
+// Each drawing has its own information lines: what it misses, every font
+// and picture of it, and nothing of an earlier one.
+void ShownNode::beginDrawing() const
+{
+    emit drawingStarted();
+    mRendering.fonts.newDrawing();
+}
+
 void ShownNode::DrawLayer(const clsElement *layer)
 {
+    beginDrawing();
     mPicture = freshCanvas();
     mRendering.renderer.DrawLayer(layer, mPicture);
     mShownLayer = layer;
@@ -163,11 +172,31 @@ void ShownNode::DrawSingleLayer(const clsElement *layer)
 // The default background with the template alone on it.
 void ShownNode::drawTemplateAlone(const clsElement *tpl)
 {
+    beginDrawing();
     mPicture = freshCanvas();
     mRendering.renderer.DrawLayer(nullptr, mPicture);
     mRendering.renderer.DrawElement(tpl, mPicture, 0, 0, false);
     mShownLayer = tpl;
     mWidgets.canvas->setPicture(mPicture);
+}
+
+QImage ShownNode::pictureWithoutSelection() const
+{
+    if (!mShownLayer)
+        return mPicture;
+    LayerRenderer &renderer = mRendering.renderer;
+    const clsElement *highlighted = mFrameOnObject ? mCurrentObject : nullptr;
+    renderer.setHighlighted(nullptr);
+    beginDrawing();
+    QImage picture = freshCanvas();
+    if (mTemplateShown) {
+        renderer.DrawLayer(nullptr, picture);
+        renderer.DrawElement(mShownLayer, picture, 0, 0, false);
+    } else {
+        renderer.DrawLayer(mShownLayer, picture);
+    }
+    renderer.setHighlighted(highlighted);
+    return picture;
 }
 
 void ShownNode::RefreshCanvas()

@@ -68,16 +68,46 @@ void SkinCanvas::zoomChanged()
 
 void SkinCanvas::paintEvent(QPaintEvent *)
 {
-    if (mPicture.isNull())
-        return;
     QPainter painter(this);
-    if (mZoom.percent() == CanvasZoom::Normal) {
-        painter.drawImage(QPoint(0, 0), mPicture);
-        return;
+    if (!mPicture.isNull()) {
+        if (mZoom.percent() == CanvasZoom::Normal) {
+            painter.drawImage(QPoint(0, 0), mPicture);
+        } else {
+            // Nearest-neighbour scaling: each canvas pixel stays one sharp block.
+            painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+            painter.drawImage(QRect(QPoint(0, 0), sizeHint()), mPicture);
+        }
     }
-    // Nearest-neighbour scaling: each canvas pixel stays one sharp block.
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    painter.drawImage(QRect(QPoint(0, 0), sizeHint()), mPicture);
+    if (hasFocus())
+        paintFocusFrame(painter);
+}
+
+// Around the part of the canvas that is in view, so that it is seen wherever
+// the view is scrolled to.
+void SkinCanvas::paintFocusFrame(QPainter &painter) const
+{
+    const QRect shown = visibleRegion().boundingRect();
+    if (shown.isEmpty())
+        return;
+    QPen pen(palette().color(QPalette::Highlight));
+    pen.setWidth(kFocusFrameWidth);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    const int inset = kFocusFrameWidth / 2;
+    painter.drawRect(shown.adjusted(inset, inset, -inset - 1, -inset - 1));
+}
+
+void SkinCanvas::focusInEvent(QFocusEvent *event)
+{
+    update();
+    QWidget::focusInEvent(event);
+}
+
+void SkinCanvas::focusOutEvent(QFocusEvent *event)
+{
+    update();
+    QWidget::focusOutEvent(event);
 }
 
 void SkinCanvas::mouseMoveEvent(QMouseEvent *event)

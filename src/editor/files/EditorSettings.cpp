@@ -18,6 +18,7 @@ const QString kGridStep = QStringLiteral("Canvas/GridStep");
 const QString kCodePages = QStringLiteral("CodePages/Folders");
 const QString kWindowGeometry = QStringLiteral("Window/Geometry");
 const QString kWindowState = QStringLiteral("Window/State");
+const QString kSplitters = QStringLiteral("Window/Splitters");
 
 // Where earlier versions kept the recent files: one path a line, in UTF-8.
 const QString kFormerRecentFiles = QStringLiteral("RecentFiles.txt");
@@ -154,4 +155,25 @@ QByteArray EditorSettings::windowState() const
 void EditorSettings::setWindowState(const QByteArray &state) const
 {
     write(kWindowState, state);
+}
+
+QList<int> EditorSettings::splitterPositions() const
+{
+    QList<int> positions;
+    for (const QVariant &value : read(kSplitters).toList()) {
+        bool ok = false;
+        const int position = value.toInt(&ok);
+        if (!ok)
+            return {};
+        positions << position;
+    }
+    return positions;
+}
+
+void EditorSettings::setSplitterPositions(const QList<int> &positions) const
+{
+    QVariantList values;
+    for (int position : positions)
+        values << position;
+    write(kSplitters, values);
 }

@@ -109,12 +109,13 @@ void PortSkinFlow::run()
         mEnv.dialogs.message(kTitle, result.error, Dialogs::Icon::Warning);
         return;
     }
-    emit reported(result.report.text());
     emit told(QStringLiteral("Ported to %1: %2 pictures resized, %3 notes in the Problems panel")
                   .arg(options.to)
                   .arg(result.report.pictures.size())
                   .arg(result.report.notes.size()));
     offerToOpen(inFormat(QFileInfo(context.UiFilePath).absoluteFilePath(), options.from, options.to), options.to);
+    // After the opening: the information box starts anew with each drawing.
+    emit reported(result.report.text());
     emit notesFound(problemsOf(result.report, options.skinDir));
 }
 

@@ -254,14 +254,12 @@ void SaveChangesFlow::reportResult(const SaveChanges::Result &result)
     case SaveChanges::Result::Outcome::NothingToSave:
         mSkin.undoStack().setClean();
         updateNow();
-        if (!result.reopen.isEmpty()) {
-            mDialogs.message(kTitle,
-                             QStringLiteral("These files had changed on disk and now hold more than the editor shows; "
-                                            "open them again to see it:\n")
-                                 + result.reopen.join(QLatin1Char('\n')));
-        }
         if (!result.error.isEmpty())
             mDialogs.message(kTitle, result.error.trimmed(), Dialogs::Icon::Warning);
+        // Nothing is unsaved now: reading the merged files again loses nothing
+        // and shows what they hold.
+        if (!result.reopen.isEmpty())
+            emit mergedOnDisk(result.reopen);
         break;
     case SaveChanges::Result::Outcome::Cancelled:
         break;

@@ -81,6 +81,12 @@ void SkinReloader::filesChanged(const QStringList &changed, const QStringList &d
     emit told(what + QStringLiteral(": the skin was read again"));
 }
 
+void SkinReloader::mergedOnDisk(const QStringList &files)
+{
+    reloadKeepingView();
+    emit told(QStringLiteral("%1 held changes made on disk: saved with yours and read again").arg(names(files)));
+}
+
 void SkinReloader::reloadKeepingView()
 {
     mBar.hide();

@@ -18,11 +18,11 @@ bool named(const QList<InheritedValues::Value> &values, QByteArrayView name)
 }
 
 void addFromEntry(QList<InheritedValues::Value> &values, const clsElement &element,
-                  const clsElement &entry)
+                  const clsElement &entry, bool ownToo)
 {
     for (const clsProperty property : entry.Properties()) {
         const QByteArray name = property.IDKey();
-        if (element.Properties().Find(name) || named(values, name))
+        if ((!ownToo && element.Properties().Find(name)) || named(values, name))
             continue;
         // The first property of that name is the one the renderer reads.
         const clsProperty first = entry.Properties().Find(name);
@@ -31,7 +31,7 @@ void addFromEntry(QList<InheritedValues::Value> &values, const clsElement &eleme
 }
 
 void addThroughChains(QList<InheritedValues::Value> &values, const clsElement &element,
-                      QByteArrayView linkKey, const clsElements &targets)
+                      QByteArrayView linkKey, const clsElements &targets, bool ownToo)
 {
     for (const clsProperty link : element.Properties()) {
         if (!AsciiCase::sameIgnoringCase(link.IDKey(), linkKey))
@@ -39,7 +39,7 @@ void addThroughChains(QList<InheritedValues::Value> &values, const clsElement &e
         QVarLengthArray<const clsElement *, 8> visited;
         const clsElement *entry = targets.Find(link.valueView());
         while (entry && !visited.contains(entry)) {
-            addFromEntry(values, element, *entry);
+            addFromEntry(values, element, *entry, ownToo);
             visited.append(entry);
             const clsProperty next = entry->Properties().Find(linkKey);
             entry = next ? targets.Find(next.valueView()) : nullptr;
@@ -53,7 +53,15 @@ QList<InheritedValues::Value> InheritedValues::of(const clsKorviInterface &docum
                                                   const clsElement &element)
 {
     QList<Value> values;
-    addThroughChains(values, element, "template", document.Templates());
-    addThroughChains(values, element, "fonttype", document.Fonts());
+    addThroughChains(values, element, "template", document.Templates(), false);
+    addThroughChains(values, element, "fonttype", document.Fonts(), false);
     return values;
+}
+
+bool InheritedValues::givenFor(const clsKorviInterface &document, const clsElement &element, QByteArrayView name)
+{
+    QList<Value> values;
+    addThroughChains(values, element, "template", document.Templates(), true);
+    addThroughChains(values, element, "fonttype", document.Fonts(), true);
+    return named(values, name);
 }

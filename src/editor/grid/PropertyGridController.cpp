@@ -2,6 +2,7 @@
 #include "PropertyGridController.h"
 
 #include "ChangeValueCommand.h"
+#include "Header.h"
 #include "ColorValueText.h"
 #include "Dialogs.h"
 #include "NodeKey.h"
@@ -11,17 +12,28 @@
 #include "PropertyKinds.h"
 #include "ResourceLookup.h"
 #include "SkinDocument.h"
+#include "Twips.h"
 #include "TypedText.h"
 #include "clsKorviInterface.h"
 
 #include <QFileInfo>
 #include <QAbstractButton>
 #include <QLineEdit>
+#include <QScrollBar>
+
+#include <algorithm>
 #include <QUndoStack>
 
 namespace {
 
-const QString kImageFilter = QStringLiteral("Korvi Image Files (*.bmp;*.spr)|*.bmp;*.spr|All Files|*.*");
+// Skins draw JPEG files too: the first filter, the one the chooser starts
+// with, shows every kind of picture a skin names; the narrower bitmap and
+// sprite filter and "All Files" follow as they always were.
+const QString kImageFilter = QStringLiteral("Skin Pictures (*.bmp;*.jpg;*.jpeg;*.spr)|*.bmp;*.jpg;*.jpeg;*.spr|"
+                                            "Korvi Image Files (*.bmp;*.spr)|*.bmp;*.spr|All Files|*.*");
+
+// The narrowest the value column is made when the grid is narrow.
+constexpr int kLeastValuePixels = 60;
 
 } // namespace
 
@@ -39,14 +51,55 @@ PropertyGridController::PropertyGridController(PowGrid &grid, SkinDocument &docu
     // The row Delete acts on is always seen.
     grid.setShowSelectedRow(true);
     connect(&grid, &PowGrid::ItemChanged, this, &PropertyGridController::itemChanged);
+    connect(&grid, &PowGrid::Resize, this, &PropertyGridController::stretchValueColumn);
+    connect(&grid, &PowGrid::ColumnResized, this, &PropertyGridController::stretchValueColumn);
     // Another code page shows the same bytes as other text.
     connect(&document, &SkinDocument::codecChanged, this, &PropertyGridController::rowsWanted);
 }
 
 void PropertyGridController::fill(const clsElement &element, const QByteArray &nodeKey)
 {
+    // The same object listed again (after an edit) keeps its selected row, so
+    // that the keyboard goes on from where it was.
+    const PowGridItem *selected = mGrid.SelectedItem();
+    const QString selectedName = selected && nodeKey == mFilledFor
+        ? selected->CellText(PropertyGridFiller::ColProperty) : QString();
+    mFilledFor = nodeKey;
     PropertyGridFiller::fill(mGrid, element, nodeKey, mDocument.document(), mInherited && mInherited->isChecked());
+    for (int row = 1; !selectedName.isEmpty() && row <= mGrid.Items()->Count(); ++row) {
+        if (mGrid.Items()->Item(row)->CellText(PropertyGridFiller::ColProperty) == selectedName) {
+            mGrid.setSelRow(row);
+            break;
+        }
+    }
     applyFilter();
+    // The rows may have brought or taken away the vertical bar.
+    stretchValueColumn();
+}
+
+// The values are what the user reads and types: their column takes the
+// width the other columns leave, however wide the grid is made, and never
+// less than a narrow column's width.
+void PropertyGridController::stretchValueColumn()
+{
+    clsHeaders *headers = mGrid.Headers();
+    if (headers->Count() <= PropertyGridFiller::ColValue)
+        return;
+    int others = 0;
+    for (int c = 0; c < headers->Count(); ++c) {
+        if (c != PropertyGridFiller::ColValue)
+            others += mGrid.columnWidthPixels(c);
+    }
+    const int border = mGrid.BorderStyle() == 1 ? 2 : 0;
+    const int bar = mGrid.verticalBar()->isVisibleTo(&mGrid) ? mGrid.verticalBar()->width() : 0;
+    // One pixel to spare: twips rounded back to pixels must still fit.
+    const int room = std::max(kLeastValuePixels, mGrid.width() - border - bar - others - 1);
+    Header *value = headers->at(PropertyGridFiller::ColValue);
+    const int twips = Twips::fromPixelsX(room, &mGrid);
+    if (value->ColumnWidth == twips)
+        return;
+    value->ColumnWidth = twips;
+    mGrid.RedrawGrid();
 }
 
 void PropertyGridController::setInheritedToggle(QAbstractButton &toggle, const EditorSettings &settings)
@@ -102,6 +155,7 @@ void PropertyGridController::applyFilter()
 
 void PropertyGridController::clear()
 {
+    mFilledFor.clear();
     mGrid.Items()->Clear();
 }
 

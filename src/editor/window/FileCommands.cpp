@@ -16,7 +16,11 @@
 #include "SkinOpener.h"
 #include "UiFileWriter.h"
 
+#include "SkinCodec.h"
+#include "clsElement.h"
+
 #include <QAction>
+#include <QDir>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
@@ -139,7 +143,23 @@ void FileCommands::saveAs()
     }
 }
 
+// A layer's name as a file name Windows takes: the characters it refuses
+// become "_".
+static QString pictureFileName(const clsElement &layer)
+{
+    QString name = SkinCodec::wordText(layer.strName());
+    for (QChar &c : name) {
+        if (QStringLiteral("\\/:*?\"<>|").contains(c) || c.unicode() < 0x20)
+            c = QLatin1Char('_');
+    }
+    return (name.isEmpty() ? QStringLiteral("picture") : name) + QStringLiteral(".png");
+}
+
+// The picture as the device shows the layer, without the selection; the file
+// proposed is named after the layer, in the skin's folder.
 void FileCommands::exportPicture()
 {
-    PictureExport::ask(mEnv.dialogs, mParts.shown.picture(), startFolder());
+    const clsElement *layer = mParts.shown.shownLayer();
+    const QString proposed = layer ? QDir(startFolder()).filePath(pictureFileName(*layer)) : startFolder();
+    PictureExport::ask(mEnv.dialogs, mParts.shown.pictureWithoutSelection(), proposed);
 }

@@ -12,6 +12,7 @@
 #include "EditorSettings.h"
 #include "FileCommands.h"
 #include "FileDropOpener.h"
+#include "GridContextMenu.h"
 #include "GridStepSetting.h"
 #include "MainStatusBar.h"
 #include "MainSplitters.h"
@@ -49,11 +50,22 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QScreen>
+#include <QStyle>
 #include <QProgressBar>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
 #include <QUndoStack>
+
+#include <algorithm>
+
+namespace {
+
+// Below this free area a first start takes the whole screen.
+constexpr QSize kRoomyScreen(1600, 900);
+
+} // namespace
 
 frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     : QMainWindow(parent)
@@ -69,11 +81,41 @@ frmEditor::frmEditor(const EditorEnvironment &environment, QWidget *parent)
     mSkin->setContext(context);
     button(QStringLiteral("Save"))->setEnabled(false);
     setWindowTitle(ApplicationInfo::windowTitle() + QStringLiteral("[*]"));
-    resize(1320, 860);
-    // Where the user left the window and its panels, when there was a last time.
+    // Where the user left the window, its panels and its bars, when there was
+    // a last time; else a place that fits the screen.
     const EditorSettings settings(mEnv.settings);
-    restoreGeometry(settings.windowGeometry());
+    if (!restoreGeometry(settings.windowGeometry()))
+        placeOnFirstStart();
     restoreState(settings.windowState());
+    splitters().setPositions(settings.splitterPositions());
+}
+
+MainSplitters frmEditor::splitters() const
+{
+    MainSplitters splitters;
+    splitters.main = splMain;
+    splitters.info = splInfo;
+    splitters.property = splProperty;
+    return splitters;
+}
+
+// The screen's free area, whole and maximised on screens smaller than
+// 1600 x 900, where every pixel counts; else most of it, in the middle. The
+// Problems panel takes a few lines at the bottom, and the bars give the
+// canvas and the property grid the room.
+void frmEditor::placeOnFirstStart()
+{
+    const QRect free = screen()->availableGeometry();
+    const bool small = free.width() < kRoomyScreen.width() || free.height() < kRoomyScreen.height();
+    const QSize size = small ? free.size() : free.size() * 0.85;
+    setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, free));
+    if (small)
+        setWindowState(windowState() | Qt::WindowMaximized);
+    const int problems = std::clamp(size.height() / 8, 80, 200);
+    resizeDocks({ mProblems->dock() }, { problems }, Qt::Vertical);
+    // Menus, toolbar, status bar and window frame take about this much.
+    constexpr int kChrome = 130;
+    splitters().fitTo(QSize(size.width(), size.height() - kChrome - problems));
 }
 
 LayerRenderer &frmEditor::renderer() const
@@ -123,6 +165,8 @@ void frmEditor::createControllers()
                            this);
     connect(mShown, &ShownNode::nodeTextChanged, mPanels.at(0), &QLabel::setText);
     connect(mShown, &ShownNode::layerNameChanged, mPanels.at(1), &QLabel::setText);
+    // The information box is a log of the drawing shown.
+    connect(mShown, &ShownNode::drawingStarted, txtInfo, &QPlainTextEdit::clear);
     new TreeFollower(*tvwObjects, *mTree, *mSkin, this);
     mActions = new DocumentActions(*mSkin, *mTree, *tvwObjects, DocumentActions::createMenus(*this), mEnv.dialogs,
                                    this);
@@ -161,6 +205,11 @@ void frmEditor::createControllers()
     mGrid->setFilterField(*txtPropertyFilter);
     mGrid->setInheritedToggle(*chkInherited, EditorSettings(mEnv.settings));
     mEdit->aimDeleteAt(*mGrid);
+    auto *gridMenu = new GridContextMenu(*pgrProperty, *mGrid, *mSkin, this);
+    connect(gridMenu, &GridContextMenu::addPropertyWanted, this, [this](const QByteArray &owner) {
+        mSkin->setCurrent(owner);
+        mActions->AddProperty();
+    });
     connect(mActions, &DocumentActions::removed, this, [this](const QString &what) { stbMain->showMessage(what, 10000); });
     mProblems = new ProblemsController(*mSkin, *this, *stbMain, this);
     QAction *problems = mProblems->dock()->toggleViewAction();
@@ -207,6 +256,7 @@ void frmEditor::createWatchers()
     mReloader = new SkinReloader(*mSkin, *mTree, *tvwObjects, *mReloadBar, this);
     connect(mReloader, &SkinReloader::reopenWanted, mOpener, &SkinOpener::reopen);
     connect(mReloader, &SkinReloader::told, this, [this](const QString &text) { stbMain->showMessage(text, 10000); });
+    connect(mSaveFlow, &SaveChangesFlow::mergedOnDisk, mReloader, &SkinReloader::mergedOnDisk);
     mDropOpener = new FileDropOpener(*this);
     connect(mDropOpener, &FileDropOpener::dropped, mFiles, &FileCommands::openPath);
 }
@@ -237,6 +287,7 @@ void frmEditor::createPanes()
     const MainSplitters splitters = MainSplitters::create(mTreeFilter->pane(), properties.pane, canvas.pane, txtInfo);
     splMain = splitters.main;
     splInfo = splitters.info;
+    splProperty = splitters.property;
     setCentralWidget(splMain);
 
     // A moved bar changes what the canvas shows of the layer: draw it again.
@@ -379,6 +430,7 @@ void frmEditor::closeEvent(QCloseEvent *event)
     const EditorSettings settings(mEnv.settings);
     settings.setWindowGeometry(saveGeometry());
     settings.setWindowState(saveState());
+    settings.setSplitterPositions(splitters().positions());
     QMainWindow::closeEvent(event);
 }
 

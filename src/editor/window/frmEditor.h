@@ -45,6 +45,7 @@ class SkinCanvas;
 class SkinDocument;
 class SkinReloader;
 class Splitter;
+struct MainSplitters;
 class TextBoxInfoSink;
 class ToolbarImages;
 class TreeFilter;
@@ -130,6 +131,8 @@ private:
     void createFileMenu();
     void createWatchers();
     void createPortFlow();
+    void placeOnFirstStart();
+    MainSplitters splitters() const;
     void skinOpened();
     void setTitle(const QString &name);
 
@@ -146,6 +149,7 @@ private:
     QStatusBar *stbMain = nullptr;
     Splitter *splMain = nullptr;
     Splitter *splInfo = nullptr;
+    Splitter *splProperty = nullptr;
     QScrollArea *canvasArea = nullptr;
     QList<QLabel *> mPanels;
 

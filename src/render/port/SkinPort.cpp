@@ -21,6 +21,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QImageReader>
+#include <QImageWriter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QThreadPool>
@@ -80,6 +82,19 @@ bool writeBytes(const QString &path, const QByteArray &bytes, QString &error)
         return false;
     }
     return true;
+}
+
+// Qt finds its picture format plugins the first time a picture is read or
+// written, listing its plugin folder by a name pattern. Done here, on the
+// thread that starts the workers, so that no worker thread matches a regular
+// expression: with the MinGW runtime, a thread that has matched one leaves
+// Qt's per-thread matching stack to a destructor that runs after the runtime
+// has freed that thread's storage, and the thread's end then reads freed
+// memory (under Wine the process never ends; docs/architecture.md).
+void loadPictureFormatsHere()
+{
+    QImageReader::supportedImageFormats();
+    QImageWriter::supportedImageFormats();
 }
 
 QByteArray readBytes(const QString &path, bool *ok = nullptr)
@@ -343,6 +358,7 @@ private:
         std::vector<PicturePort::Result> results(pictures.size());
         std::mutex errorLock;
         QString pictureError;
+        loadPictureFormatsHere();
         QThreadPool pool;
         pool.setMaxThreadCount(o.threads > 0 ? o.threads : qMax(1, QThread::idealThreadCount()));
         for (size_t k = 0; k < pictures.size(); ++k) {

@@ -10,8 +10,9 @@ class Dialogs;
 // written as a PNG file the user chooses.
 namespace PictureExport {
 
-// Asks for the file (and, when it exists, whether to overwrite it) and writes
-// the picture; a failure is told in a message. True when the file was written.
-bool ask(Dialogs &dialogs, const QImage &picture, const QString &startFolder);
+// Asks for the file, proposing `proposedPath` (and, when it exists, whether
+// to overwrite it) and writes the picture; a failure is told in a message.
+// True when the file was written.
+bool ask(Dialogs &dialogs, const QImage &picture, const QString &proposedPath);
 
 } // namespace PictureExport

@@ -47,6 +47,9 @@ public:
     bool frameOnObject() const { return mFrameOnObject; }
     // The off-screen picture the canvas was last composed in.
     const QImage &picture() const { return mPicture; }
+    // What is shown drawn as the device would draw it: the selected object
+    // not drawn inverted. The picture above when no layer or template is shown.
+    QImage pictureWithoutSelection() const;
 
     // ---- showing ----------------------------------------------------------------
     // Shows the node with this key: its layer, template or object, the frame
@@ -80,6 +83,9 @@ signals:
     void layerNameChanged(const QString &text);
     // The canvas shows the current layer (and object) anew.
     void shown();
+    // A layer or template is about to be drawn: the information lines of
+    // the drawing before are done with.
+    void drawingStarted() const;
 
 private:
     void showTopLevel(const QByteArray &key, clsElement *element, bool isTemplate);
@@ -90,6 +96,7 @@ private:
     void propertiesChanged(const QByteArray &ownerKey);
     void redrawAfterChange();
     QImage freshCanvas() const;
+    void beginDrawing() const;
     QString nodeText(const QByteArray &key) const;
 
     SkinDocument &mDocument;

@@ -4,12 +4,15 @@
 #include "CanvasZoom.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QWidget>
 
 // The canvas on which the selected layer is shown: the picture the renderer
 // composed, zoomed from 25 % to 800 % with every canvas pixel drawn as a block
 // of screen pixels, never smoothed. Children laid over it (the moving frame)
-// are placed in widget pixels, turned from canvas pixels by toWidget.
+// are placed in widget pixels, turned from canvas pixels by toWidget. While
+// it has the keyboard focus, a frame in the highlight colour runs round the
+// part in view.
 class SkinCanvas : public QWidget
 {
     Q_OBJECT
@@ -40,6 +43,8 @@ public:
 
     QSize sizeHint() const override;
 
+    static constexpr int kFocusFrameWidth = 2;
+
 signals:
     // The mouse moved over the canvas, at this canvas point.
     void mouseMovedTo(QPoint canvasPoint);
@@ -47,9 +52,12 @@ signals:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
 
 private:
     void zoomChanged();
+    void paintFocusFrame(QPainter &painter) const;
 
     QImage mPicture;
     CanvasZoom mZoom;

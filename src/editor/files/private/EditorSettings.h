@@ -11,8 +11,8 @@ class SettingsFile;
 // The editor's own settings, all in "Editor.ini" beside "Settings.ini" (which
 // keeps its one line, the default skin directory): the recent files, the
 // widths of the property grid's columns, whether the grid lists inherited
-// values, the grid step the moving frame snaps to, and the code page chosen
-// for each skin folder. Each value is read and
+// values, the grid step the moving frame snaps to, the code page chosen
+// for each skin folder, and the window's place with its panels and bars. Each value is read and
 // written when it is used; failures are silent, as for "Settings.ini".
 class EditorSettings
 {
@@ -50,6 +50,9 @@ public:
     void setWindowGeometry(const QByteArray &geometry) const;
     QByteArray windowState() const;
     void setWindowState(const QByteArray &state) const;
+    // The places of the window's splitter bars, in twips; empty on a first start.
+    QList<int> splitterPositions() const;
+    void setSplitterPositions(const QList<int> &positions) const;
 
 private:
     QStringList formerRecentFiles() const;

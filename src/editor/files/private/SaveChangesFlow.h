@@ -65,6 +65,9 @@ public:
 signals:
     // A refused save: the user chose to write the whole skin elsewhere.
     void saveAsWanted();
+    // The save merged the changes into files that had changed on disk: they
+    // now hold more than the editor shows, and are to be read again.
+    void mergedOnDisk(const QStringList &files);
 
 private:
     void offerSaveAs(const QString &why);

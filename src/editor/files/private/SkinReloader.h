@@ -30,6 +30,9 @@ public:
     void skinOpened(const QStringList &files);
     // The skin was just written: what is on disk now is no outside change.
     void skinSaved();
+    // A save merged the user's changes into these files, changed on disk:
+    // the skin is read again at once, keeping the view, and the status bar says so.
+    void mergedOnDisk(const QStringList &files);
     SkinFileWatcher &watcher() const { return *mWatcher; }
 
 signals:

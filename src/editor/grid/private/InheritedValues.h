@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QList>
 
 class clsElement;
@@ -25,4 +26,7 @@ public:
 
     // In the order they are first met; names the object has itself are left out.
     static QList<Value> of(const clsKorviInterface &document, const clsElement &element);
+    // Whether the chains give a value for `name`, whether or not the object
+    // has one itself: without its own, the object would take that one.
+    static bool givenFor(const clsKorviInterface &document, const clsElement &element, QByteArrayView name);
 };

@@ -19,7 +19,8 @@ class clsElement;
 
 // The property grid of the main window: it lists the rows it is given (those
 // of the object shown, see ShownNode) and turns a committed value, a chosen
-// colour or a chosen picture into a change of the document.
+// colour or a chosen picture into a change of the document. Its "Value"
+// column stretches to the width the other columns leave.
 class PropertyGridController : public QObject
 {
     Q_OBJECT
@@ -49,6 +50,8 @@ public:
     // The node key of the object's own property on the grid's selected row;
     // empty when that row holds none (an inherited value, a title, no row).
     QByteArray selectedPropertyKey() const;
+    // The node key of the object whose rows the grid lists; empty when none.
+    QByteArray shownKey() const { return mFilledFor; }
 
     // The grid's ItemChanged: column "Value" committed, or the "..." button.
     void itemChanged(PowGridItem *item, int column);
@@ -62,6 +65,7 @@ private:
     void valueCommitted(PowGridItem *item);
     void inheritedValueCommitted(PowGridItem *item);
     void applyFilter();
+    void stretchValueColumn();
     void saveColumnWidths();
     void chooseColour(PowGridItem *item);
     void chooseImage(PowGridItem *item);
@@ -73,4 +77,6 @@ private:
     QLineEdit *mFilter = nullptr;
     QAbstractButton *mInherited = nullptr;
     std::optional<EditorSettings> mSettings;
+    // The node key of the object whose rows the grid lists.
+    QByteArray mFilledFor;
 };

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
+#include <QSize>
+
 class Splitter;
 class QWidget;
 
@@ -14,4 +17,13 @@ struct MainSplitters
     Splitter *property = nullptr;
 
     static MainSplitters create(QWidget *tree, QWidget *properties, QWidget *canvas, QWidget *information);
+
+    // The bars' places in twips (main, info, property), as the user left them.
+    QList<int> positions() const;
+    // Places kept by an earlier run; a list of another length is not used.
+    void setPositions(const QList<int> &positions) const;
+    // On a first start, for the room the bars will have (the window's inner
+    // area less its menus, bars and docks): the canvas and the property grid
+    // get most of it, the tree and the information box what they need.
+    void fitTo(QSize room) const;
 };

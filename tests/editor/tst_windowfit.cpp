@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+// The window on a laptop's screen of 1366 x 768: a first start fills the
+// screen, the status bar is on it, and the property grid shows at least ten
+// rows beside a canvas with room; the bars and panels are where the user
+// left them at the next start. Under the offscreen platform the test gives
+// itself that screen.
+
+#include "EditorFixture.h"
+
+#include "EditorSettings.h"
+#include "ObjectTreeModel.h"
+#include "PowGridItem.h"
+#include "PropertyGridFiller.h"
+#include "clsPowGridItems.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStatusBar>
+
+namespace {
+
+// A skin whose object has more properties than ten rows show.
+const QByteArray kSkin = "<LAYER ui_Main>\r\n"
+                         "\t<BUTTON btnMany x=10 y=20 w=100 h=40 z=1 text=Many font=Arial fontsize=12 align=center "
+                         "valign=top color=#FFFFFF bmp=a.bmp padding=2 onrelease='Back' hide>\r\n"
+                         "</LAYER>\r\n";
+
+// A window on a first start: no settings kept, no size given.
+struct FirstStart
+{
+    QTemporaryDir programFolder;
+    QTemporaryDir configFolder;
+    QTemporaryDir skinFolder;
+    clsKorviInterface document;
+    SkinContext context;
+    ScriptedDialogs dialogs;
+    SettingsFile settings{ programFolder.path(), configFolder.path() };
+    WebLink web{ dialogs };
+    std::unique_ptr<frmEditor> window;
+
+    FirstStart() { start(); }
+
+    void start()
+    {
+        window = std::make_unique<frmEditor>(EditorEnvironment{ document, context, dialogs, settings, web });
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    }
+
+    template<class T>
+    T *control(const char *name) const { return window->findChild<T *>(QString::fromLatin1(name)); }
+
+    void openAndSelect()
+    {
+        const QString file = skinFolder.path() + "/800_480/ui/many_800_480.ui";
+        QVERIFY(writeTestFile(file, kSkin));
+        window->openSkinFile(file);
+        window->selectNode(window->objectTree()->indexOfKey("Lui_Main|EbtnMany"));
+    }
+};
+
+} // namespace
+
+class TestWindowFit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aFirstStartFillsASmallScreenWithTenGridRowsAndTheStatusBar()
+    {
+        FirstStart f;
+        const QRect free = f.window->screen()->availableGeometry();
+        // Elsewhere than offscreen the test takes the host's screen as it is.
+        if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+            QCOMPARE(free.size(), QSize(1366, 768));
+        // Maximised on a screen smaller than 1600 x 900, and never larger than its free area.
+        if (free.width() < 1600 || free.height() < 900)
+            QTRY_VERIFY(f.window->isMaximized());
+        QTRY_VERIFY(f.window->frameGeometry().height() <= free.height() + 1);
+        QVERIFY(f.window->frameGeometry().width() <= free.width() + 1);
+        f.openAndSelect();
+        QTest::qWait(50);
+        // The status bar is on the screen, at the window's bottom.
+        QStatusBar *status = f.window->statusBar();
+        QVERIFY(status->isVisible());
+        const QRect statusOnScreen(status->mapToGlobal(QPoint(0, 0)), status->size());
+        QVERIFY2(free.contains(statusOnScreen),
+                 qPrintable(QStringLiteral("status bar at %1,%2 %3x%4")
+                                .arg(statusOnScreen.x()).arg(statusOnScreen.y())
+                                .arg(statusOnScreen.width()).arg(statusOnScreen.height())));
+        // Ten rows of the object's properties are in view.
+        PowGrid *grid = f.control<PowGrid>("pgrProperty");
+        QVERIFY(grid->Items()->Count() >= 10);
+        QVERIFY2(grid->VisibleCells() >= 10, qPrintable(QString::number(grid->VisibleCells())));
+        const QRect tenth = grid->cellRect(10, PropertyGridFiller::ColValue);
+        QVERIFY(!tenth.isEmpty());
+        QVERIFY(grid->rect().contains(tenth));
+        // And the canvas keeps more room than the tree and the grid together.
+        QWidget *canvas = f.control<QScrollArea>("canvasArea")->viewport();
+        QVERIFY2(canvas->width() >= 700 && canvas->height() >= 380,
+                 qPrintable(QStringLiteral("%1x%2").arg(canvas->width()).arg(canvas->height())));
+    }
+
+    void theBarsAndPanelsAreWhereTheUserLeftThemAtTheNextStart()
+    {
+        FirstStart f;
+        Splitter *property = f.control<Splitter>("splProperty");
+        Splitter *main = f.control<Splitter>("splMain");
+        property->setSplitterPosition(property->SplitterPosition() + 600);
+        main->setSplitterPosition(main->SplitterPosition() - 450);
+        const QList<int> left = { main->SplitterPosition(), f.control<Splitter>("splInfo")->SplitterPosition(),
+                                  property->SplitterPosition() };
+        QDockWidget *problems = f.control<QDockWidget>("dockProblems");
+        problems->close();
+        QVERIFY(f.window->close());
+        QCOMPARE(EditorSettings(f.settings).splitterPositions(), left);
+
+        f.start();
+        QCOMPARE(f.control<Splitter>("splMain")->SplitterPosition(), left.at(0));
+        QCOMPARE(f.control<Splitter>("splInfo")->SplitterPosition(), left.at(1));
+        QCOMPARE(f.control<Splitter>("splProperty")->SplitterPosition(), left.at(2));
+        QVERIFY(!f.control<QDockWidget>("dockProblems")->isVisible());
+    }
+};
+
+// Under the offscreen platform, a screen of 1366 x 768 of its own.
+int main(int argc, char **argv)
+{
+    QTemporaryDir config;
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen") {
+        const QString file = config.filePath(QStringLiteral("screens.json"));
+        writeTestFile(file, "{ \"screens\": [ { \"name\": \"laptop\", \"x\": 0, \"y\": 0, "
+                            "\"width\": 1366, \"height\": 768, \"logicalDpi\": 96, \"dpr\": 1 } ] }");
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + file.toLocal8Bit());
+    }
+    QApplication app(argc, argv);
+    TestWindowFit test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_windowfit.moc"
