@@ -77,6 +77,15 @@ QPoint MovableShape::snapped(QPoint local) const
                   local.y() / mGridAlignSize * mGridAlignSize);
 }
 
+void MovableShape::continuePressAsMove(QPoint globalPoint)
+{
+    QWidget *body = shpMove(BodyHandle);
+    if (!body || !isVisible())
+        return;
+    pressed(BodyHandle, body->mapFromGlobal(globalPoint));
+    body->grabMouse();
+}
+
 void MovableShape::pressed(int, QPoint local)
 {
     mPressPoint = snapped(local);

@@ -57,6 +57,10 @@ public:
     // The width of handle 1, the distance between the frame and its object.
     int handleSize() const;
     bool isMoving() const { return mMoving; }
+    // A press that began outside the frame (on the object it was then put
+    // over) goes on as a move of the body: the body takes the mouse until the
+    // button is released, so one press and drag both picks and moves.
+    void continuePressAsMove(QPoint globalPoint);
 
     // The frame after a drag of `handle` by (dx, dy) from `frame`. A locked axis
     // keeps its size; the left or top edge follows the pointer and the size

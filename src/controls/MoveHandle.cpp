@@ -44,8 +44,12 @@ void MoveHandle::mouseMoveEvent(QMouseEvent *event)
 
 void MoveHandle::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        mShape->released();
+    if (event->button() != Qt::LeftButton)
+        return;
+    // A move taken over from a press elsewhere holds the mouse until now.
+    if (QWidget::mouseGrabber() == this)
+        releaseMouse();
+    mShape->released();
 }
 
 void MoveHandle::paintEvent(QPaintEvent *)

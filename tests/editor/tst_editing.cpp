@@ -529,6 +529,38 @@ private slots:
         QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("10"));
     }
 
+    void pressAndDragOnAnObjectPicksAndMovesItInOneGesture()
+    {
+        EditingFixture f;
+        f.select("Lui_Pick");
+        QVERIFY(!f.mshObject()->isVisible());
+        const QPoint start = f.pctTemplate()->toWidget(QRect(f.box("Lui_Pick|EtxtAlone").center(), QSize(1, 1))).topLeft();
+        QTest::mousePress(f.pctTemplate(), Qt::LeftButton, Qt::NoModifier, start);
+        QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Pick|EtxtAlone"));
+        QVERIFY(f.mshObject()->isVisible());
+        // The frame holds the mouse now: the window gives it the moves and the release.
+        QWidget *holder = QWidget::mouseGrabber();
+        QVERIFY(holder && f.mshObject()->isAncestorOf(holder));
+        QTest::mouseMove(holder, holder->mapFrom(f.pctTemplate(), start + QPoint(7, 3)));
+        QTest::mouseMove(holder, holder->mapFrom(f.pctTemplate(), start + QPoint(14, 6)));
+        QTest::mouseRelease(holder, Qt::LeftButton, Qt::NoModifier, holder->mapFrom(f.pctTemplate(), start + QPoint(14, 6)));
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Px"), QByteArray("24"));
+        QCOMPARE(f.value("Lui_Pick|EtxtAlone|Py"), QByteArray("206"));
+        QCOMPARE(f.stack().count(), 1);
+        QVERIFY(!QWidget::mouseGrabber());
+        // A click alone picks and moves nothing.
+        const QRect second = f.box("Lui_Pick|EtxtSecond");
+        const QPoint other = f.pctTemplate()->toWidget(QRect(QPoint(second.right() - 3, second.center().y()), QSize(1, 1))).topLeft();
+        QTest::mousePress(f.pctTemplate(), Qt::LeftButton, Qt::NoModifier, other);
+        QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Pick|EtxtSecond"));
+        holder = QWidget::mouseGrabber();
+        QVERIFY(holder);
+        QTest::mouseRelease(holder, Qt::LeftButton, Qt::NoModifier, holder->mapFrom(f.pctTemplate(), other));
+        QCOMPARE(f.value("Lui_Pick|EtxtSecond|Px"), QByteArray("250"));
+        QCOMPARE(f.stack().count(), 1);
+        QVERIFY(!QWidget::mouseGrabber());
+    }
+
     void draggingXTenByFiveLeftStoresFive()
     {
         EditingFixture f;

@@ -135,7 +135,10 @@ bool CanvasController::eventFilter(QObject *watched, QEvent *event)
     if (watched == mWidgets.canvas) {
         if (event->type() == QEvent::MouseButtonPress) {
             auto *mouse = static_cast<QMouseEvent *>(event);
-            canvasPressed(mWidgets.canvas->toCanvas(mouse->position().toPoint()));
+            // The object pressed on is picked, and the same press drags it.
+            if (canvasPressed(mWidgets.canvas->toCanvas(mouse->position().toPoint()))
+                && mouse->button() == Qt::LeftButton && mWidgets.frame->isVisible())
+                mWidgets.frame->continuePressAsMove(mouse->globalPosition().toPoint());
         } else if (event->type() == QEvent::KeyPress && canvasKey(static_cast<QKeyEvent *>(event))) {
             return true;
         }
@@ -154,14 +157,16 @@ bool CanvasController::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void CanvasController::canvasPressed(QPoint canvasPoint)
+bool CanvasController::canvasPressed(QPoint canvasPoint)
 {
     const clsElement *layer = mShown.shownLayer();
     if (!layer)
-        return;
+        return false;
     const clsElement *hit = CanvasHitTest::hit(mDocument.document(), layer, mRenderer, canvasPoint);
-    if (hit)
-        mDocument.setCurrent(mRenderer.nodeKeyOf(hit));
+    if (!hit)
+        return false;
+    mDocument.setCurrent(mRenderer.nodeKeyOf(hit));
+    return mShown.currentObject() == hit;
 }
 
 bool CanvasController::canMoveWithKeys() const
@@ -208,7 +213,8 @@ void CanvasController::frameReleased(int dx, int dy, int &left, int &top, int &w
     forgetDrag();
     // Only the distance counts; the frame's size handles change nothing.
     const QPoint distance = mWidgets.canvas->toCanvasDistance(QPoint(dx, dy));
-    if (mShown.currentObject())
+    // A press released where it began (a click that picked the object) moves nothing.
+    if (mShown.currentObject() && !distance.isNull())
         moveCurrentBy(distance.x(), distance.y());
     // The frame stays where the redraw put it.
     const QRect frame = mWidgets.frame->geometry();

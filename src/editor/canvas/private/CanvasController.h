@@ -48,8 +48,9 @@ public:
     // Milliseconds on a steady clock, for merging moves that follow each other.
     std::function<qint64()> clock;
 
-    // The topmost named object at a canvas point becomes the selection.
-    void canvasPressed(QPoint canvasPoint);
+    // The topmost named object at a canvas point becomes the selection; true
+    // when one was hit and is now the current object.
+    bool canvasPressed(QPoint canvasPoint);
     // The current object moved by a distance in canvas pixels, as a drag or an
     // arrow key does.
     void moveCurrentBy(int dx, int dy);
