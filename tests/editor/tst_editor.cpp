@@ -255,9 +255,26 @@ private slots:
         QCOMPARE(f.document.Headers().Count(), 0);
         QCOMPARE(f.window->objectTree()->rowCount(), 1);
         QCOMPARE(f.pgrProperty()->Items()->Count(), 0);
-        QVERIFY(!f.window->shownNode().currentObject());
+        // What is shown is the new file's first layer.
+        QCOMPARE(f.window->shownNode().currentObject(), f.document.Layers().at(0));
+        QCOMPARE(f.window->shownNode().shownLayer(), f.document.Layers().at(0));
         QVERIFY(!f.mshObject()->isVisible());
         QCOMPARE(f.title(), QStringLiteral("Korvi8 Template Editor <second.ui>"));
+    }
+
+    void anOpenedSkinShowsItsFirstLayerAtOnce()
+    {
+        EditorFixture f;
+        SmallSkin skin;
+        // The shared scheme read with the file has a layer of its own first.
+        QVERIFY(writeTestFile(skin.root.path() + "/800_480/main_scheme.ui",
+                              "<LAYER ui_Scheme>\r\n\t<TEXT txtS x=1 y=1 text=S>\r\n</LAYER>\r\n"));
+        f.window->openSkinFile(skin.mainFile());
+        QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Back"));
+        QCOMPARE(f.window->shownNode().shownLayer(), f.document.Layers().Find("ui_Back"));
+        QCOMPARE(f.tvwObjects()->currentIndex(), f.window->objectTree()->indexOfKey("Lui_Back"));
+        QVERIFY(f.pctTemplate()->hasPicture());
+        QCOMPARE(f.window->statusText(2), QStringLiteral("ui_Back"));
     }
 
     void aReadingErrorNamesTheFileAndLineAndKeepsWhatWasRead()

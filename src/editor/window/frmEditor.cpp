@@ -17,6 +17,7 @@
 #include "MainStatusBar.h"
 #include "MainSplitters.h"
 #include "MainToolbar.h"
+#include "NodeKey.h"
 #include "ObjectTreeModel.h"
 #include "ObjectTreeView.h"
 #include "PortSkinFlow.h"
@@ -33,6 +34,7 @@
 #include "SkinDocument.h"
 #include "SkinOpener.h"
 #include "SkinReloader.h"
+#include "SkinSourceFile.h"
 #include "Splitter.h"
 #include "StatusProgress.h"
 #include "TextBoxInfoSink.h"
@@ -41,6 +43,7 @@
 #include "TreeFollower.h"
 #include "frmAbout.h"
 #include "frmSettings.h"
+#include "clsKorviInterface.h"
 
 #include <QAction>
 #include <QDockWidget>
@@ -351,16 +354,36 @@ void frmEditor::openSkinFolder(const QString &folder)
     mOpener->openFolder(folder);
 }
 
-// The canvas shows the skin's background until a node is chosen.
+// The first layer of the skin is shown at once (the first of the file opened,
+// not of the shared files read with it); a skin without layers shows its
+// background until a node is chosen.
 void frmEditor::skinOpened()
 {
     mRendering->fonts.loadSkinFonts(mEnv.context);
     mShown->DrawLayer(nullptr);
+    if (const clsElement *layer = firstLayerOfSkin())
+        mSkin->setCurrent(NodeKey::block(*layer).bytes());
     button(QStringLiteral("Save"))->setEnabled(true);
     for (const char *name : { "mnuSaveChanges", "mnuSaveAs" })
         findChild<QAction *>(QString::fromLatin1(name))->setEnabled(true);
     mProblems->skinOpened(mOpener->readingErrors(), mOpener->openedFolder());
     mReloader->skinOpened(mOpener->plan().paths());
+}
+
+const clsElement *frmEditor::firstLayerOfSkin() const
+{
+    const clsKorviInterface &document = mSkin->document();
+    const clsElement *first = nullptr;
+    for (const clsElement *layer : document.Layers()) {
+        if (layer->ElementType() != "LAYER")
+            continue;
+        const SkinSourceFile *file = document.Sources().file(layer->sourceFile());
+        if (file && !file->imported())
+            return layer;
+        if (!first)
+            first = layer;
+    }
+    return first;
 }
 
 void frmEditor::SaveCommand()

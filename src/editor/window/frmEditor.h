@@ -134,6 +134,7 @@ private:
     void placeOnFirstStart();
     MainSplitters splitters() const;
     void skinOpened();
+    const clsElement *firstLayerOfSkin() const;
     void setTitle(const QString &name);
 
     // ---- controls -----------------------------------------------------------
