@@ -211,6 +211,33 @@ private slots:
         QVERIFY(f.stack().isClean());
     }
 
+    void aRefusedSaveNamesTheElementAndWhyAndOffersSaveAs()
+    {
+        SaveFixture f;
+        f.window->openSkinFile(f.skin.mainFile());
+        // Typed values are always stored so that they read back; a value set
+        // from elsewhere may not be: a picture name
+        // with a blank and no quotes would be read as two attributes.
+        f.tree().ResolveNodeKey("Lui_Main|EbtnOk").element->Properties().setValue("bmp", "my picture.bmp");
+        const QString copy = f.skin.uiFolder() + "/main_copy.ui";
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.dialogs.answerButton(Dialogs::Button::Yes);
+        f.dialogs.answerPath(copy);
+        f.pressCtrl(Qt::Key_S);
+        const auto messages = f.askedOfKind(QStringLiteral("message"));
+        QVERIFY(messages.size() >= 2);
+        const QString refusal = messages.at(1).text;
+        QVERIFY2(refusal.contains(QStringLiteral("BUTTON btnOk: the value my picture.bmp of bmp does not read back as it is")),
+                 qPrintable(refusal));
+        QVERIFY(refusal.contains(QStringLiteral("Nothing was written")));
+        QVERIFY(refusal.contains(QStringLiteral("Save As")));
+        QCOMPARE(messages.at(1).buttons, Dialogs::Buttons::YesNo);
+        // Nothing was written to the file; Yes went on to Save As.
+        QCOMPARE(readTestFile(f.skin.mainFile()), f.mainBefore);
+        QCOMPARE(f.askedOfKind(QStringLiteral("save")).size(), 1);
+        QVERIFY(QFileInfo::exists(copy));
+    }
+
     void aNewLayerAfterAllGoesIntoTheFileTheUserChooses()
     {
         SaveFixture f;

@@ -354,7 +354,7 @@ void ChangeFinder::compareTag(const clsElement &element, const SourceElement &re
     changes.onlyTagLines = false;
     const QString problem = NameWord::problemWithName(mDocument.codec().toText(element.strName()));
     if (!problem.isEmpty())
-        changes.problems << problem;
+        changes.problems << QStringLiteral("%1: %2").arg(described(mDocument.codec(), element), problem);
     if (read.tag.nameBegin == read.tag.nameEnd)
         changes.edits.insert(read.tag.wordEnd, ' ' + element.strName());
     else
@@ -409,7 +409,7 @@ void ChangeFinder::compareProperties(const clsElement &element, const SourceElem
             kept[size_t(j)] = true;
             last = j;
             if (props.valueAt(i) != read.properties[size_t(j)].value)
-                changeValue(read, size_t(j), props.valueAt(i).toByteArray(), changes);
+                changeValue(element, read, size_t(j), props.valueAt(i).toByteArray(), changes);
         } else {
             added.push_back(i);
         }
@@ -429,14 +429,16 @@ void ChangeFinder::compareProperties(const clsElement &element, const SourceElem
         addProperties(element, read, added, changes);
 }
 
-void ChangeFinder::changeValue(const SourceElement &read, size_t index, const QByteArray &value, FileChanges &changes)
+void ChangeFinder::changeValue(const clsElement &element, const SourceElement &read, size_t index, const QByteArray &value,
+                               FileChanges &changes)
 {
     const SourceElement::Property &property = read.properties[index];
     const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
     ++changes.changeCount;
     if (property.isScriptLine) {
         if (!ValueSpelling::readsBackAsScriptLine(value))
-            changes.problems << QStringLiteral("the script line %1 does not read back as it is").arg(mDocument.codec().toText(value));
+            changes.problems << QStringLiteral("%1: the script line %2 does not read back as it is")
+                                    .arg(described(mDocument.codec(), element), mDocument.codec().toText(value));
         changes.edits.replace(property.line.textBegin, property.line.textEnd, value);
         return;
     }
@@ -447,8 +449,9 @@ void ChangeFinder::changeValue(const SourceElement &read, size_t index, const QB
         return;
     }
     if (!ValueSpelling::readsBack(value)) {
-        changes.problems << QStringLiteral("the value %1 of %2 does not read back as it is")
-                                .arg(mDocument.codec().toText(value), mDocument.codec().toText(property.key));
+        changes.problems << QStringLiteral("%1: the value %2 of %3 does not read back as it is")
+                                .arg(described(mDocument.codec(), element), mDocument.codec().toText(value),
+                                     mDocument.codec().toText(property.key));
     }
     // A value that does not end in a quote ends at the first byte that is no
     // value character: one that would go on is kept apart by a blank.

@@ -47,7 +47,8 @@ private:
     void rewriteTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void compareTag(const clsElement &element, const SourceElement &read, FileChanges &changes);
     void compareProperties(const clsElement &element, const SourceElement &read, FileChanges &changes);
-    void changeValue(const SourceElement &read, size_t index, const QByteArray &value, FileChanges &changes);
+    void changeValue(const clsElement &element, const SourceElement &read, size_t index, const QByteArray &value,
+                     FileChanges &changes);
     void removeProperty(const SourceElement &read, size_t index, FileChanges &changes);
     void addProperties(const clsElement &element, const SourceElement &read, const std::vector<int> &added,
                        FileChanges &changes);
