@@ -20,9 +20,13 @@ inline ProgramRun runProgram(const QString &program, const QStringList &args,
     p.start(program, args);
     // A program that does not end has not answered, whatever it printed.
     if (!p.waitForFinished(60000)) {
+        // Not running any more: it never started, or the wait failed; the
+        // reason is Qt's.
+        const QByteArray why = p.state() == QProcess::NotRunning ? p.errorString().toUtf8()
+                                                                 : QByteArrayLiteral("it did not end within 60 s");
         p.kill();
         p.waitForFinished();
-        return { -1, p.readAllStandardOutput(), p.readAllStandardError() + "\n(it did not end within 60 s)" };
+        return { -1, p.readAllStandardOutput(), p.readAllStandardError() + "\n(" + why + ")" };
     }
     return { p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError() };
 }

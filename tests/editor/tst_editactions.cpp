@@ -72,8 +72,13 @@ struct EditFixture : EditorFixture
         QCOMPARE(skin().currentKey(), key);
     }
 
+    // A shortcut reaches a window only while it is the active one, and a
+    // window that another test shows on the same display (tests run two at a
+    // time) may have just taken that place: the window is made active first.
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
         QTest::keyClick(tvwObjects(), Qt::Key(key), modifiers);
     }
 

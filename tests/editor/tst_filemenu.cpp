@@ -54,7 +54,15 @@ struct SaveFixture : EditorFixture
         QTest::mouseDClick(tvwObjects()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
     }
 
-    void pressCtrl(Qt::Key key) { QTest::keyClick(window.get(), key, Qt::ControlModifier); }
+    // A shortcut reaches a window only while it is the active one, and a
+    // window that another test shows on the same display (tests run two at a
+    // time) may have just taken that place: the window is made active first.
+    void pressCtrl(Qt::Key key)
+    {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), key, Qt::ControlModifier);
+    }
 
     ScriptedDialogs::Asked lastAsked() const
     {

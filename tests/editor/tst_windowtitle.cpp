@@ -23,8 +23,13 @@ struct TitleFixture : EditorFixture
         QVERIFY(QTest::qWaitForWindowActive(window.get()));
     }
 
+    // A shortcut reaches a window only while it is the active one, and a
+    // window that another test shows on the same display (tests run two at a
+    // time) may have just taken that place: the window is made active first.
     void pressCtrl(Qt::Key key, Qt::KeyboardModifiers more = Qt::NoModifier)
     {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
         QTest::keyClick(window.get(), key, Qt::ControlModifier | more);
     }
 
