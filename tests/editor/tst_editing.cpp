@@ -265,7 +265,9 @@ private slots:
         f.rightClick("Lui_Pick|EtxtNoPlace");
         const QStringList offered = f.lastAsked().choices;
         for (const char *key : { "x", "y", "z", "w", "h", "fontsize", "padding", "template", "fonttype", "color",
-                                 "font", "align", "valign", "text" })
+                                 "font", "align", "valign", "text", "bmp", "bmpalign", "bmpvalign", "iconspr",
+                                 "iconalign", "iconvalign", "iconphase", "sprind", "paddingleft", "paddingright",
+                                 "row", "col", "cellw", "cellh", "value", "element_template" })
             QVERIFY2(offered.contains(QLatin1String(key)) || offered.filter(QRegularExpression(
                          QStringLiteral("^%1 ").arg(QLatin1String(key)))).size() == 1,
                      key);

@@ -49,6 +49,17 @@ const Kind kKinds[] = {
     { "simpleclicklist", Chooser::None, ValueCell::Text, Default::Flag },
     { "disable", Chooser::None, ValueCell::Text, Default::Flag },
     { "invert", Chooser::None, ValueCell::Text, Default::Flag },
+    // The rest of what the drawing reads: text cells, as any other name.
+    { "paddingleft", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "paddingright", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "iconalign", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "iconvalign", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "iconphase", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "sprind", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "row", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "col", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "cellw", Chooser::None, ValueCell::Text, Default::Nothing },
+    { "cellh", Chooser::None, ValueCell::Text, Default::Nothing },
 };
 
 // Names are matched exactly: the editor lower-cases a name before it asks.
