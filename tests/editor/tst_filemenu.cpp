@@ -403,6 +403,25 @@ private slots:
         QCOMPARE(f.lastAsked().value, f.skin.uiFolder() + QLatin1Char('/'));
     }
 
+    void afterSaveAsOfAWholeFolderSaveChangesWritesTheNewFileOnlyAndSaysSo()
+    {
+        SaveFixture f;
+        f.window->openSkinFolder(f.skin.uiFolder());
+        const QString whole = f.skin.uiFolder() + "/whole.ui";
+        f.dialogs.answerPath(whole);
+        QTest::keyClick(f.window.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(QFileInfo::exists(whole));
+        QVERIFY(f.changesPanel()->text().contains(QStringLiteral("Save Changes writes whole.ui only")));
+        f.typeValue("Lui_Main|EtxtTitle|Px", QStringLiteral("7"));
+        QVERIFY(f.changesPanel()->text().contains(QStringLiteral("Save Changes writes whole.ui only")));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.pressCtrl(Qt::Key_S);
+        QVERIFY(readTestFile(whole).contains("txtTitle x=7"));
+        QCOMPARE(readTestFile(f.skin.mainFile()), f.mainBefore);
+        QCOMPARE(readTestFile(f.templatesFile()), f.templatesBefore);
+        QVERIFY(f.stack().isClean());
+    }
+
     // ---- the File menu -----------------------------------------------------------------------------
 
     void theFileMenuComesFirstWithItsEntriesAndKeys()

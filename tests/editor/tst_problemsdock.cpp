@@ -131,6 +131,39 @@ private slots:
         QVERIFY(f.counts().startsWith(QStringLiteral("%1 errors").arg(errors + 1)));
     }
 
+    void aPastedObjectsProblemIsPlacedInItsFileOnceSaved()
+    {
+        ProblemsWindow f;
+        f.window->show();
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.window->openSkinFile(f.skin.mainFile());
+        f.window->selectNode(f.tree().indexOfKey("Lui_Main|EbtnOk"));
+        f.tvwObjects()->setFocus();
+        QTest::keyClick(f.tvwObjects(), Qt::Key_C, Qt::ControlModifier);
+        QTest::keyClick(f.tvwObjects(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.window->skinDocument().currentKey(), QByteArray("Lui_Main|EbtnOk2"));
+        const QAbstractItemModel *model = f.panel()->view()->model();
+        const auto rowOfKey = [model](const QByteArray &key) {
+            for (int row = 0; row < model->rowCount(); ++row) {
+                if (model->index(row, 0).data(ProblemListModel::NodeKeyRole).toByteArray() == key)
+                    return row;
+            }
+            return -1;
+        };
+        // The copy misses its picture too; before a save it has no line.
+        QTRY_VERIFY(rowOfKey("Lui_Main|EbtnOk2") >= 0);
+        QCOMPARE(model->index(rowOfKey("Lui_Main|EbtnOk2"), 0).data(ProblemListModel::LineRole).toLongLong(), 0);
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        QTest::keyClick(f.window.get(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(f.window->skinDocument().undoStack().isClean());
+        // The copy's lines follow the original's, on line 12 of the file.
+        QVERIFY(readTestFile(f.skin.mainFile()).contains("bmp=missing.bmp>\r\n\t<BUTTON btnOk2 "));
+        QTRY_COMPARE(model->index(rowOfKey("Lui_Main|EbtnOk2"), 0).data(ProblemListModel::LineRole).toLongLong(), 13);
+        QCOMPARE(QFileInfo(model->index(rowOfKey("Lui_Main|EbtnOk2"), 0).data(ProblemListModel::FileRole).toString()).fileName(),
+                 QStringLiteral("main_800_480.ui"));
+    }
+
     void anEditThatRemovesAProblemIsCounted()
     {
         ProblemsWindow f;

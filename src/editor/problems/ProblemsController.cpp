@@ -8,6 +8,7 @@
 #include "clsElements.h"
 
 #include <QDockWidget>
+#include <QUndoStack>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLabel>
@@ -74,6 +75,12 @@ ProblemsController::ProblemsController(SkinDocument &document, QMainWindow &wind
     mNextSlice.setInterval(0);
     connect(&mNextSlice, &QTimer::timeout, this, &ProblemsController::checkSlice);
     connect(&mDocument, &SkinDocument::changed, this, &ProblemsController::documentChanged);
+    // A save gives new elements (a pasted object) their file and line: the
+    // next check places their problems there.
+    connect(&mDocument.undoStack(), &QUndoStack::cleanChanged, this, [this](bool clean) {
+        if (clean)
+            documentChanged();
+    });
     connect(&mDocument, &SkinDocument::contextChanged, this, &ProblemsController::documentChanged);
     connect(&mDocument, &SkinDocument::aboutToBeReset, this, &ProblemsController::forgetSkin);
     for (const auto change : { &SkinDocument::propertyChanged, &SkinDocument::propertyAdded,
