@@ -302,6 +302,33 @@ private slots:
         QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo" }));
     }
 
+    // Pasted text is stored in the skin's code page, or refused whole.
+    void pastedTextIsStoredInTheSkinsCodePage()
+    {
+        EditFixture f;
+        f.control<QAction>("mnuCodePage_windows-1251")->trigger();
+        QGuiApplication::clipboard()->setText(QStringLiteral("\t<TEXT txtNew x=7 y=8 text=\"Жук\">\n"));
+        f.select("Lui_Other");
+        f.press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo", "txtNew" }));
+        QCOMPARE(f.value("Lui_Other|EtxtNew|Ptext"), QByteArray("\"\xc6\xf3\xea\""));
+    }
+
+    void pastedTextTheCodePageCannotHoldIsRefused()
+    {
+        EditFixture f;
+        f.control<QAction>("mnuCodePage_windows-1252")->trigger();
+        QGuiApplication::clipboard()->setText(QStringLiteral("\t<TEXT txtNew x=7 y=8 text=\"Жук\">\n"));
+        f.select("Lui_Other");
+        f.press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.lastAsked().title, QStringLiteral("Paste"));
+        QVERIFY2(f.lastAsked().text.contains(
+                     QStringLiteral("\u201cЖ\u201d cannot be written in Windows-1252, the code page of this skin")),
+                 qPrintable(f.lastAsked().text));
+        QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo" }));
+        QCOMPARE(f.stack().count(), 0);
+    }
+
     void textThatIsNoSkinIsRefusedWithTheReason()
     {
         EditFixture f;
