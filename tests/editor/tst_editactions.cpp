@@ -5,6 +5,7 @@
 #include "EditorFixture.h"
 
 #include "EditActions.h"
+#include "LayerRenderer.h"
 #include "ElementClipboard.h"
 #include "ElementText.h"
 #include "NodeKey.h"
@@ -405,6 +406,20 @@ private slots:
         f.select("Lui_Main|EtxtOne");
         f.press(Qt::Key_Delete);
         QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "btnOk" }));
+    }
+
+    void deleteWithTheCanvasFocusedRemovesThePickedObject()
+    {
+        EditFixture f;
+        f.select("Lui_Main");
+        // The text picked on the canvas, which keeps the focus.
+        f.clickCanvas(f.window->renderer().boxOf(f.element("Lui_Main|EtxtOne")).shownRect().center());
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne"));
+        QVERIFY(f.pctTemplate()->hasFocus());
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Delete);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "btnOk" }));
+        f.stack().undo();
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
     }
 
     void removingALayerWithObjectsSaysWhatWentAndUndoBringsItBack()
