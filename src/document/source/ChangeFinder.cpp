@@ -142,7 +142,10 @@ std::vector<bool> ChangeFinder::keepInPlace(const std::vector<const clsElement *
             group = byFile.insert(byFile.end(), { file, {} });
         group->second.push_back(i);
     }
-    for (const auto &[file, positions] : byFile) {
+    for (const auto &group : byFile) {
+        // A lambda may not capture a structured binding before C++20 (clang refuses).
+        const int file = group.first;
+        const std::vector<size_t> &positions = group.second;
         // The longest run of records in increasing order, by patience sorting.
         const auto recordAt = [&](size_t k) { return siblings[positions[k]]->sourceRecord(); };
         std::vector<size_t> tails;
