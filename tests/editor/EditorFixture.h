@@ -110,6 +110,15 @@ struct EditorFixture
         return index;
     }
 
+    // A click of the left button on the tree node of `key`, which the tree
+    // takes the focus with, as a user picks a node.
+    void clickNode(const QByteArray &key)
+    {
+        const QPoint at = tvwObjects()->visualRect(node(key)).center();
+        QTest::mouseClick(tvwObjects()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QCOMPARE(window->skinDocument().currentKey(), key);
+    }
+
     // A press of the left button at a canvas pixel, through the zoom.
     void clickCanvas(QPoint canvasPoint)
     {

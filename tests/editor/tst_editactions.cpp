@@ -533,6 +533,142 @@ private slots:
                                                   "</LAYER>\r\n"));
         QVERIFY(f.stack().isClean());
     }
+
+    // ---- order ------------------------------------------------------------------------
+
+    void ctrlShiftDownAndUpMoveAnObjectAndSaveChangesWritesTheNewOrder()
+    {
+        const QByteArray skin = "<LAYER ui_Main>\r\n"
+                                "\t<TEXT txtA x=1 y=1>\r\n"
+                                "\t<TEXT txtB x=2 y=2>\r\n"
+                                "\t<TEXT txtC x=3 y=3>\r\n"
+                                "</LAYER>\r\n";
+        EditFixture f(skin);
+        f.clickNode("Lui_Main|EtxtA");
+        f.press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+        f.press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtB", "txtC", "txtA" }));
+        // The moved object stays the one worked on, in the tree too.
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtA"));
+        QCOMPARE(f.tvwObjects()->currentIndex(), f.tree().indexOfKey("Lui_Main|EtxtA"));
+        QCOMPARE(f.tree().indexOfKey("Lui_Main|EtxtA").row(), 2);
+        QCOMPARE(f.stack().undoText(), QStringLiteral("Move txtA down"));
+        f.clickNode("Lui_Main|EtxtC");
+        f.press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtC", "txtB", "txtA" }));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.press(Qt::Key_S, Qt::ControlModifier);
+        const QByteArray reordered = "<LAYER ui_Main>\r\n"
+                                     "\t<TEXT txtC x=3 y=3>\r\n"
+                                     "\t<TEXT txtB x=2 y=2>\r\n"
+                                     "\t<TEXT txtA x=1 y=1>\r\n"
+                                     "</LAYER>\r\n";
+        QCOMPARE(readTestFile(f.file), reordered);
+        QVERIFY(f.stack().isClean());
+        clsKorviInterface again;
+        ReadUiFile(again, f.file, false);
+        QCOMPARE(again.Layers().at(0)->SubElements().at(0)->strName(), QByteArray("txtC"));
+        // Undone, the order is the first one again, and so is the file once saved.
+        f.press(Qt::Key_Z, Qt::ControlModifier);
+        f.press(Qt::Key_Z, Qt::ControlModifier);
+        f.press(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtA", "txtB", "txtC" }));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.press(Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(readTestFile(f.file), skin);
+    }
+
+    void aLayerMovesPastItsNeighbourAndIsSavedThere()
+    {
+        EditFixture f;
+        f.clickNode("Lui_Main");
+        f.press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(f.skin().document().Layers().at(0)->strName(), QByteArray("ui_Other"));
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main"));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.press(Qt::Key_S, Qt::ControlModifier);
+        const QByteArray main = kSkin.left(kSkin.indexOf("<LAYER ui_Other"));
+        QCOMPARE(readTestFile(f.file), kSkin.mid(main.size()) + main);
+    }
+
+    void moveIsOfferedOnlyWhereThereIsAPlaceToGo()
+    {
+        EditFixture f;
+        EditActions *edit = f.window->findChild<EditActions *>();
+        QVERIFY(edit);
+        const auto offered = [&] {
+            return QPair<bool, bool>(edit->moveUpAction()->isEnabled(), edit->moveDownAction()->isEnabled());
+        };
+        f.clickNode("Lui_Main|EtxtOne");
+        QCOMPARE(offered(), qMakePair(false, true));
+        f.clickNode("Lui_Main|EbtnOk");
+        QCOMPARE(offered(), qMakePair(true, false));
+        f.clickNode("Lui_Other");
+        QCOMPARE(offered(), qMakePair(true, false));
+        // A property has no place in the order of objects.
+        f.clickNode("Lui_Main|EtxtOne|Px");
+        QCOMPARE(offered(), qMakePair(false, false));
+        // Where there is no place to go, the keys change nothing.
+        f.clickNode("Lui_Main|EtxtOne");
+        f.press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(f.stack().count(), 0);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btnOk" }));
+    }
+
+    // ---- Add Object ---------------------------------------------------------------------
+
+    void addObjectFromTheEditMenuGoesRightAfterTheSelectedObjectAndIsSavedThere()
+    {
+        EditFixture f;
+        EditActions *edit = f.window->findChild<EditActions *>();
+        QVERIFY(edit && edit->addObjectMenu());
+        const auto addFromEditMenu = [&](const QString &type) {
+            for (QAction *entry : edit->addObjectMenu()->actions()) {
+                if (entry->data().toString() == type)
+                    entry->trigger();
+            }
+        };
+        f.clickNode("Lui_Main|EtxtOne");
+        QVERIFY(edit->addObjectMenu()->isEnabled());
+        f.dialogs.answerText(QStringLiteral("btn1"));
+        addFromEditMenu(QStringLiteral("BUTTON"));
+        QCOMPARE(f.lastAsked().value, QStringLiteral("btn1"));
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btn1", "btnOk" }));
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|Ebtn1"));
+        // A selected property stands for its object; a selected layer takes
+        // the new object at its end.
+        f.clickNode("Lui_Main|EbtnOk|Px");
+        f.dialogs.answerText(QStringLiteral("spr1"));
+        addFromEditMenu(QStringLiteral("SPRITE"));
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtOne", "btn1", "btnOk", "spr1" }));
+        f.clickNode("Lui_Other");
+        f.dialogs.answerText(QStringLiteral("chk1"));
+        addFromEditMenu(QStringLiteral("CHECKBOX"));
+        QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo", "chk1" }));
+        f.dialogs.answerButton(Dialogs::Button::Ok);
+        f.press(Qt::Key_S, Qt::ControlModifier);
+        QByteArray expected = kSkin;
+        expected.insert(expected.indexOf("\t<BUTTON btnOk"), "\t<BUTTON btn1>\r\n");
+        expected.insert(expected.indexOf("</LAYER>"), "\t<SPRITE spr1>\r\n");
+        expected.insert(expected.lastIndexOf("</LAYER>"), "\t<CHECKBOX chk1>\r\n");
+        QCOMPARE(readTestFile(f.file), expected);
+        QVERIFY(f.stack().isClean());
+        // One Ctrl+Z takes one added object away.
+        f.press(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.childNames("Lui_Other"), QByteArrayList({ "txtTwo" }));
+    }
+
+    void addObjectIsOfferedWhereAnObjectCanGo()
+    {
+        EditFixture f;
+        EditActions *edit = f.window->findChild<EditActions *>();
+        QVERIFY(edit && edit->addObjectMenu());
+        f.skin().setCurrent(QByteArray());
+        QVERIFY(!edit->addObjectMenu()->isEnabled());
+        f.clickNode("Lui_Main");
+        QVERIFY(edit->addObjectMenu()->isEnabled());
+        QCOMPARE(edit->addObjectMenu()->actions().size(), f.mnuAddObject()->actions().size());
+    }
 };
 
 QTEST_MAIN(tst_EditActions)

@@ -201,6 +201,66 @@ private slots:
         QCOMPARE(f.tree.rowCount(), 3);
     }
 
+    void anObjectAddedAtAPlaceGoesThereAndUndoTakesItAway()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        f.stack.push(new AddElementCommand(f.surface, "Lui_Second", "txtOne", "TEXT", 1));
+        const clsElements &objects = f.document.Layers().Item("ui_Second")->SubElements();
+        QCOMPARE(objects.Count(), 3);
+        QCOMPARE(objects.at(1)->ElementKey(), QByteArray("txtOne[0]"));
+        QCOMPARE(f.tree.nodeKey(f.tree.index(1, 0, f.tree.indexOfKey("Lui_Second"))),
+                 QByteArray("Lui_Second|EtxtOne[0]"));
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Second|EtxtOne[0]"));
+        f.stack.undo();
+        QCOMPARE(f.text(), text);
+        f.stack.redo();
+        QCOMPARE(objects.at(1)->ElementKey(), QByteArray("txtOne[0]"));
+    }
+
+    void anObjectMovesOnePlaceKeepingItsKeyAndUndoPutsItBack()
+    {
+        Fixture f;
+        const QByteArray text = f.text();
+        const QStringList nodes = f.nodes();
+        clsElement *title = f.surface.elementAt("Lui_Main|EtxtTitle");
+        f.select("Lui_Main|EtxtTitle");
+        f.stack.push(new ReorderElementCommand(f.surface, "Lui_Main|EtxtTitle", ReorderElementCommand::Direction::Down));
+        QCOMPARE(f.document.Layers().Item("ui_Main")->SubElements().positionOf(title), 1);
+        QCOMPARE(f.surface.elementAt("Lui_Main|EtxtTitle"), title);
+        QCOMPARE(f.tree.indexOfKey("Lui_Main|EtxtTitle").row(), f.tree.indexOfKey("Lui_Main|EbtnOk").row() + 1);
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Main|EtxtTitle"));
+        QVERIFY(f.text().indexOf("btnOk") < f.text().indexOf("txtTitle"));
+        f.stack.undo();
+        QCOMPARE(f.text(), text);
+        QCOMPARE(f.nodes(), nodes);
+        QCOMPARE(f.shown.last(), QByteArray("Lui_Main|EtxtTitle"));
+    }
+
+    void nothingMovesBeyondTheEndsOfItsSiblings()
+    {
+        Fixture f;
+        using Direction = ReorderElementCommand::Direction;
+        QVERIFY(!ReorderElementCommand::canMove(f.surface, "Lui_Main|EtxtTitle", Direction::Up));
+        QVERIFY(ReorderElementCommand::canMove(f.surface, "Lui_Main|EtxtTitle", Direction::Down));
+        QVERIFY(!ReorderElementCommand::canMove(f.surface, "Lui_Main|EsprNoPlace", Direction::Down));
+        QVERIFY(!ReorderElementCommand::canMove(f.surface, "Lui_Third", Direction::Down));
+        QVERIFY(ReorderElementCommand::canMove(f.surface, "Lui_Third", Direction::Up));
+        QVERIFY(!ReorderElementCommand(f.surface, "Lui_Main|EtxtTitle|Px", Direction::Down).isValid());
+        QVERIFY(!ReorderElementCommand(f.surface, "Lnothing", Direction::Down).isValid());
+    }
+
+    void aLayerDoesNotMovePastALayerOfAnotherFile()
+    {
+        Fixture f;
+        UiFileReader(f.document, true).readBytes("<LAYER ui_Shared>\n</LAYER>\n", QStringLiteral("scheme.ui"));
+        QCOMPARE(f.document.Layers().Count(), 4);
+        using Direction = ReorderElementCommand::Direction;
+        QVERIFY(!ReorderElementCommand::canMove(f.surface, "Lui_Third", Direction::Down));
+        QVERIFY(!ReorderElementCommand::canMove(f.surface, "Lui_Shared", Direction::Up));
+        QVERIFY(ReorderElementCommand::canMove(f.surface, "Lui_Third", Direction::Up));
+    }
+
     void undoOfARemovedObjectPutsItBackWithItsKeyAndPlace()
     {
         Fixture f;

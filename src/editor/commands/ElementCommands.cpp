@@ -6,13 +6,17 @@
 #include "SkinDocument.h"
 #include "clsElements.h"
 
+#include <tuple>
+#include <utility>
+
 AddElementCommand::AddElementCommand(SkinDocument &document, const QByteArray &parentNodeKey,
-                                     const QByteArray &name, const QByteArray &type)
+                                     const QByteArray &name, const QByteArray &type, int index)
     : mDocument(document)
     , mParentKey(parentNodeKey)
     , mName(name)
     , mType(type)
     , mShownBefore(document.currentKey())
+    , mIndex(index)
 {
     setText(QStringLiteral("Add %1 %2").arg(SkinCodec::wordText(type), SkinCodec::wordText(name)));
 }
@@ -22,7 +26,8 @@ AddElementCommand::~AddElementCommand() = default;
 void AddElementCommand::redo()
 {
     const clsElement *element = mTaken ? mDocument.insertElement(mParentKey, mIndex, std::move(mTaken))
-                                       : mDocument.addElement(mParentKey, mName, mType);
+        : mIndex < 0                   ? mDocument.addElement(mParentKey, mName, mType)
+                                       : mDocument.insertNewElement(mParentKey, mIndex, newElement());
     if (!element) {
         setObsolete(true);
         return;
@@ -34,6 +39,14 @@ void AddElementCommand::redo()
     // layer, ready for its properties.
     if (!mParentKey.isEmpty())
         mDocument.setCurrent(mNodeKey);
+}
+
+std::unique_ptr<clsElement> AddElementCommand::newElement() const
+{
+    auto element = std::make_unique<clsElement>();
+    element->setStrName(mName);
+    element->setElementType(mType);
+    return element;
 }
 
 void AddElementCommand::undo()
@@ -76,4 +89,78 @@ void RemoveElementCommand::undo()
         return;
     }
     mDocument.setCurrent(mShownBefore);
+}
+
+namespace {
+
+int stepOf(ReorderElementCommand::Direction direction)
+{
+    return direction == ReorderElementCommand::Direction::Up ? -1 : 1;
+}
+
+// The element's place among its siblings and the place it would move to; -1
+// for both when it cannot move that way.
+std::pair<int, int> placesOf(const SkinDocument &document, const QByteArray &elementNodeKey,
+                             ReorderElementCommand::Direction direction)
+{
+    const QByteArray parentKey = NodeKey(elementNodeKey).parent();
+    const clsElement *element = document.elementAt(elementNodeKey);
+    const clsElements *siblings = document.childrenOf(parentKey);
+    // A used layer's key names the layer it uses, which lives elsewhere.
+    const int from = element && siblings ? siblings->positionOf(element) : -1;
+    const int to = from + stepOf(direction);
+    if (from < 0 || to < 0 || to >= siblings->Count())
+        return { -1, -1 };
+    // A block is written into the file it came from: passing a block of
+    // another file (a shared scheme's, say) would move it into that file.
+    if (parentKey.isEmpty() && siblings->at(to)->sourceFile() != element->sourceFile())
+        return { -1, -1 };
+    return { from, to };
+}
+
+QString directionWord(ReorderElementCommand::Direction direction)
+{
+    return direction == ReorderElementCommand::Direction::Up ? QStringLiteral("up") : QStringLiteral("down");
+}
+
+} // namespace
+
+ReorderElementCommand::ReorderElementCommand(SkinDocument &document, const QByteArray &elementNodeKey,
+                                             Direction direction)
+    : mDocument(document)
+    , mNodeKey(elementNodeKey)
+    , mParentKey(NodeKey(elementNodeKey).parent())
+{
+    std::tie(mFrom, mTo) = placesOf(document, elementNodeKey, direction);
+    if (isValid())
+        setText(QStringLiteral("Move %1 %2")
+                    .arg(SkinCodec::wordText(document.elementAt(elementNodeKey)->strName()), directionWord(direction)));
+}
+
+bool ReorderElementCommand::canMove(const SkinDocument &document, const QByteArray &elementNodeKey,
+                                    Direction direction)
+{
+    return placesOf(document, elementNodeKey, direction).first >= 0;
+}
+
+void ReorderElementCommand::redo()
+{
+    move(mFrom, mTo);
+}
+
+void ReorderElementCommand::undo()
+{
+    move(mTo, mFrom);
+}
+
+// The parent is shown while the element is out, as a removal does, so that
+// the tree's current node does not wander to a neighbour on the way.
+void ReorderElementCommand::move(int from, int to)
+{
+    mDocument.setCurrent(mParentKey);
+    if (!isValid() || !mDocument.moveElement(mParentKey, from, to)) {
+        setObsolete(true);
+        return;
+    }
+    mDocument.setCurrent(mNodeKey);
 }

@@ -186,6 +186,17 @@ std::unique_ptr<clsElement> SkinDocument::takeElement(const QByteArray &parentKe
     return taken;
 }
 
+bool SkinDocument::moveElement(const QByteArray &parentKey, int from, int to)
+{
+    clsElements *children = childrenOf(parentKey);
+    if (!children || from < 0 || from >= children->Count() || to < 0 || to >= children->Count())
+        return false;
+    if (from == to)
+        return true;
+    ChangeBatch batch(*this);
+    return insertElement(parentKey, to, takeElement(parentKey, from)) != nullptr;
+}
+
 void SkinDocument::changeMade()
 {
     if (mBatchDepth > 0)

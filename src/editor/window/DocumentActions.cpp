@@ -71,9 +71,9 @@ DocumentActions::Menus DocumentActions::createMenus(QWidget &owner)
     QMenu *addObject = menus.layer->addMenu(QStringLiteral("Add Object"));
     addObject->setObjectName(QStringLiteral("mnuAddObject"));
     // The type is the entry's data: desktops may put accelerators in its text.
-    for (const char *type : kElementTypes) {
-        QAction *add = addObject->addAction(QString::fromLatin1(type));
-        add->setData(QString::fromLatin1(type));
+    for (const QString &type : elementTypes()) {
+        QAction *add = addObject->addAction(type);
+        add->setData(type);
         menus.addElement << add;
     }
     entry(menus.layer, QStringLiteral("Add New Layer"), "mnuAddLayer");
@@ -226,19 +226,59 @@ void DocumentActions::nodeDoubleClicked(const QModelIndex &node)
 
 // ---- menu commands ---------------------------------------------------------------------
 
+QStringList DocumentActions::elementTypes()
+{
+    QStringList types;
+    for (const char *type : kElementTypes)
+        types << QString::fromLatin1(type);
+    return types;
+}
+
+// The layer menu offers Add Object on layers and element templates only; an
+// object of one (or its property) puts the new object right after it, which
+// is where the user is looking.
+DocumentActions::ObjectPlace DocumentActions::newObjectPlace() const
+{
+    QModelIndex node = currentNode();
+    if (mTree.nodeLetter(node) == 'P')
+        node = node.parent();
+    const char letter = mTree.nodeLetter(node);
+    const QModelIndex block = letter == 'E' ? node.parent() : node;
+    const clsElement *layer = mTree.nodeLetter(block) == 'L' ? mTree.resolve(block).element : nullptr;
+    if (!layer || !(layer->IsLayer() || layer->IsElementTemplate()))
+        return {};
+    ObjectPlace place{ mTree.nodeKey(block), -1 };
+    if (letter == 'E') {
+        const int after = layer->subElementCount() > 0
+            ? layer->SubElements().positionOf(mDocument.elementAt(mTree.nodeKey(node)))
+            : -1;
+        if (after < 0)
+            return {};
+        place.index = after + 1;
+    }
+    return place;
+}
+
+bool DocumentActions::canAddElement() const
+{
+    return !newObjectPlace().parentKey.isEmpty();
+}
+
 void DocumentActions::AddElement(const QString &type)
 {
-    if (mTree.nodeLetter(currentNode()) != 'L')
+    const ObjectPlace place = newObjectPlace();
+    if (place.parentKey.isEmpty())
         return;
     const QString name = mDialogs.askText(QStringLiteral("Add Element"), QStringLiteral("Type New Object Name"),
                                           SkinCodec::wordText(FreeName::forType(
-                                              SkinCodec::wordBytes(type), mDocument.childrenOf(mTree.nodeKey(currentNode())))));
+                                              SkinCodec::wordBytes(type), mDocument.childrenOf(place.parentKey))));
     if (name.isEmpty())
         return;
     const std::optional<QByteArray> word = TypedText::name(mDialogs, name);
     if (!word)
         return;
-    mDocument.undoStack().push(new AddElementCommand(mDocument, mTree.nodeKey(currentNode()), *word, SkinCodec::wordBytes(type)));
+    mDocument.undoStack().push(
+        new AddElementCommand(mDocument, place.parentKey, *word, SkinCodec::wordBytes(type), place.index));
 }
 
 void DocumentActions::AddLayer()

@@ -4,6 +4,7 @@
 #include "Dialogs.h"
 #include "DocumentActions.h"
 #include "ElementClipboard.h"
+#include "ElementCommands.h"
 #include "FreeName.h"
 #include "NameWord.h"
 #include "NodeKey.h"
@@ -104,6 +105,12 @@ EditActions::EditActions(SkinDocument &document, ObjectTreeModel &tree, Document
                          &EditActions::deleteSelected);
     mRename = makeAction(QStringLiteral("mnuRename"), QStringLiteral("&Rename..."), QKeySequence(Qt::Key_F2),
                          &EditActions::renameSelected);
+    // Plain and Shift arrows nudge the picked object on the canvas; with Ctrl
+    // they move it in the order instead.
+    mMoveUp = makeAction(QStringLiteral("mnuMoveUp"), QStringLiteral("Move &Up"),
+                         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up), &EditActions::moveSelectedUp);
+    mMoveDown = makeAction(QStringLiteral("mnuMoveDown"), QStringLiteral("Move Do&wn"),
+                           QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down), &EditActions::moveSelectedDown);
     connect(&document, &SkinDocument::currentChanged, this, &EditActions::updateActions);
     connect(&document, &SkinDocument::changed, this, &EditActions::updateActions);
     connect(&document, &SkinDocument::reset, this, &EditActions::updateActions);
@@ -128,10 +135,20 @@ QMenu *EditActions::addMenuTo(QMenuBar &bar, const QList<QAction *> &more)
     edit->addAction(mActions.redoAction());
     edit->addSeparator();
     edit->addActions({ mCopy, mPaste, mDuplicate, mDelete, mRename });
+    edit->addSeparator();
+    edit->addActions({ mMoveUp, mMoveDown });
+    mAddObject = edit->addMenu(QStringLiteral("Add &Object"));
+    mAddObject->setObjectName(QStringLiteral("mnuEditAddObject"));
+    for (const QString &type : DocumentActions::elementTypes()) {
+        QAction *add = mAddObject->addAction(type);
+        add->setData(type);
+        connect(add, &QAction::triggered, this, [this, type] { mActions.AddElement(type); });
+    }
     if (!more.isEmpty()) {
         edit->addSeparator();
         edit->addActions(more);
     }
+    updateActions();
     return edit;
 }
 
@@ -157,6 +174,28 @@ void EditActions::updateActions()
     // The Remove menus take away objects, layers and properties.
     const char letter = currentLetter();
     mDelete->setEnabled(letter == 'E' || letter == 'L' || letter == 'P');
+    const QByteArray key = currentElementKey();
+    mMoveUp->setEnabled(ReorderElementCommand::canMove(mDocument, key, ReorderElementCommand::Direction::Up));
+    mMoveDown->setEnabled(ReorderElementCommand::canMove(mDocument, key, ReorderElementCommand::Direction::Down));
+    if (mAddObject)
+        mAddObject->setEnabled(mActions.canAddElement());
+}
+
+void EditActions::moveSelectedUp()
+{
+    moveSelected(ReorderElementCommand::Direction::Up);
+}
+
+void EditActions::moveSelectedDown()
+{
+    moveSelected(ReorderElementCommand::Direction::Down);
+}
+
+void EditActions::moveSelected(ReorderElementCommand::Direction direction)
+{
+    auto command = std::make_unique<ReorderElementCommand>(mDocument, currentElementKey(), direction);
+    if (command->isValid())
+        mDocument.undoStack().push(command.release());
 }
 
 // ---- delete and rename ----------------------------------------------------------------

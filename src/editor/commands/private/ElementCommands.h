@@ -10,14 +10,15 @@ class SkinDocument;
 class clsElement;
 
 // A new element: an object of a layer (its parent node given), or a new layer
-// of the document (no parent node), stored at the end of its collection under
-// the unique key made from its name. Undo takes the element out whole; redo
-// puts the same element back under the same key.
+// of the document (no parent node), stored at a 0-based place of its
+// collection (at its end when none is given) under the unique key made from
+// its name. Undo takes the element out whole; redo puts the same element back
+// under the same key.
 class AddElementCommand : public QUndoCommand
 {
 public:
     AddElementCommand(SkinDocument &document, const QByteArray &parentNodeKey, const QByteArray &name,
-                      const QByteArray &type);
+                      const QByteArray &type, int index = -1);
     ~AddElementCommand() override;
 
     void redo() override;
@@ -27,6 +28,8 @@ public:
     QByteArray elementNodeKey() const { return mNodeKey; }
 
 private:
+    std::unique_ptr<clsElement> newElement() const;
+
     SkinDocument &mDocument;
     QByteArray mParentKey;
     QByteArray mName;
@@ -60,4 +63,33 @@ private:
     QByteArray mShownBefore;
     std::unique_ptr<clsElement> mTaken;
     int mIndex = -1;
+};
+
+// Moves an element (an object among the objects of its block, or a block
+// among the document's blocks) one place up or down, which is the order the
+// file is written in and the order equal `z` values are drawn in. A block
+// moves only past a block of its own file, so that no block changes file.
+// Undo puts it back; the element stays the current node.
+class ReorderElementCommand : public QUndoCommand
+{
+public:
+    enum class Direction { Up, Down };
+
+    ReorderElementCommand(SkinDocument &document, const QByteArray &elementNodeKey, Direction direction);
+
+    void redo() override;
+    void undo() override;
+
+    // Whether the key names an element that can move that way.
+    bool isValid() const { return mFrom >= 0; }
+    static bool canMove(const SkinDocument &document, const QByteArray &elementNodeKey, Direction direction);
+
+private:
+    void move(int from, int to);
+
+    SkinDocument &mDocument;
+    QByteArray mNodeKey;
+    QByteArray mParentKey;
+    int mFrom = -1;
+    int mTo = -1;
 };

@@ -76,6 +76,11 @@ public:
     QByteArray renameElement(const QByteArray &nodeKey, const QByteArray &name, const QByteArray &key = {});
     // Takes the element at a 0-based index out, whole with its children.
     std::unique_ptr<clsElement> takeElement(const QByteArray &parentKey, int index);
+    // Moves a child from one 0-based place among its siblings to another,
+    // keeping its key, its properties and its children: told as its removal
+    // and insertion, in one change. False, and nothing moved, for a place
+    // that is not there.
+    bool moveElement(const QByteArray &parentKey, int from, int to);
     // The collection the children of `parentKey` are stored in.
     clsElements *childrenOf(const QByteArray &parentKey) const;
 

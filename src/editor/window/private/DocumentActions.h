@@ -58,7 +58,14 @@ public:
     void nodeDoubleClicked(const QModelIndex &node);
 
     // ---- menu commands, on the current node ---------------------------------------
+    // The element types "Add Object" offers, in its order.
+    static QStringList elementTypes();
+    // Asks for the name of a new object of the type, proposing a free one, and
+    // adds it: at the end of a selected layer, or right after a selected
+    // object of one (a selected property stands for its object).
     void AddElement(const QString &type);
+    // Whether AddElement has a place to put an object.
+    bool canAddElement() const;
     void AddLayer();
     void AddProperty();
     void RemoveSelected();
@@ -81,6 +88,14 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    // Where a new object goes: its layer's node key and its 0-based place
+    // there (-1 for the end); an empty key when there is no such place.
+    struct ObjectPlace
+    {
+        QByteArray parentKey;
+        int index = -1;
+    };
+    ObjectPlace newObjectPlace() const;
     QStringList propertySuggestions() const;
     void createUndoActions();
     void connectMenus();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ElementCommands.h"
+
 #include <QByteArray>
 #include <QObject>
 
@@ -14,8 +16,9 @@ class QMenuBar;
 class SkinDocument;
 
 // The Edit menu: undo and redo, then the commands on the selected node with
-// the keys people expect: Copy, Paste, Duplicate, Delete and Rename. Each
-// acts on the document's current node and is one step of the history.
+// the keys people expect: Copy, Paste, Duplicate, Delete, Rename, Move Up and
+// Move Down, and Add Object. Each acts on the document's current node and is
+// one step of the history.
 class EditActions : public QObject
 {
     Q_OBJECT
@@ -32,6 +35,10 @@ public:
     QAction *duplicateAction() const { return mDuplicate; }
     QAction *deleteAction() const { return mDelete; }
     QAction *renameAction() const { return mRename; }
+    QAction *moveUpAction() const { return mMoveUp; }
+    QAction *moveDownAction() const { return mMoveDown; }
+    // The Edit menu's "Add Object", once addMenuTo has made it.
+    QMenu *addObjectMenu() const { return mAddObject; }
 
     void copySelected();
     void paste();
@@ -43,6 +50,11 @@ public:
     // property on its selected row (never the object the grid shows); else
     // the current node, as the tree's Remove menus do.
     void deleteSelected();
+    // Moves the selected object among its layer's objects (or the selected
+    // layer among the file's blocks) one place: the order it is written and
+    // drawn in.
+    void moveSelectedUp();
+    void moveSelectedDown();
     void aimDeleteAt(const PropertyGridController &grid) { mGrid = &grid; }
 
 private:
@@ -53,6 +65,7 @@ private:
     char currentLetter() const;
     QByteArray currentElementKey() const;
     void updateActions();
+    void moveSelected(ReorderElementCommand::Direction direction);
 
     SkinDocument &mDocument;
     ObjectTreeModel &mTree;
@@ -63,5 +76,8 @@ private:
     QAction *mDuplicate = nullptr;
     QAction *mDelete = nullptr;
     QAction *mRename = nullptr;
+    QAction *mMoveUp = nullptr;
+    QAction *mMoveDown = nullptr;
+    QMenu *mAddObject = nullptr;
     const PropertyGridController *mGrid = nullptr;
 };
