@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The window on a laptop's screen of 1366 x 768: a first start fills the
-// screen, the status bar is on it, and the property grid shows at least ten
-// rows beside a canvas with room; the bars and panels are where the user
-// left them at the next start. Under the offscreen platform the test gives
-// itself that screen.
+// The window on a first start: on a laptop's screen of 1366 x 768 it fills
+// the screen, on a roomy one (1920 x 1080) it takes most of it in the
+// middle; either way the status bar is on the screen, and the property grid
+// shows at least ten rows beside a canvas with room. The bars and panels are
+// where the user left them at the next start. Under the offscreen platform
+// the test gives itself the screen: 1366 x 768, or the size KORVI_TEST_SCREEN
+// names ("1920x1080"), so that one program tries both.
 
 #include "EditorFixture.h"
 
@@ -26,6 +28,15 @@ const QByteArray kSkin = "<LAYER ui_Main>\r\n"
                          "\t<BUTTON btnMany x=10 y=20 w=100 h=40 z=1 text=Many font=Arial fontsize=12 align=center "
                          "valign=top color=#FFFFFF bmp=a.bmp padding=2 onrelease='Back' hide>\r\n"
                          "</LAYER>\r\n";
+
+// The offscreen screen's size: KORVI_TEST_SCREEN ("1920x1080"), else a laptop's.
+QSize testScreenSize()
+{
+    const QByteArrayList size = qgetenv("KORVI_TEST_SCREEN").split('x');
+    if (size.size() == 2 && size.at(0).toInt() > 0 && size.at(1).toInt() > 0)
+        return QSize(size.at(0).toInt(), size.at(1).toInt());
+    return QSize(1366, 768);
+}
 
 // A window on a first start: no settings kept, no size given.
 struct FirstStart
@@ -68,16 +79,27 @@ class TestWindowFit : public QObject
     Q_OBJECT
 
 private slots:
-    void aFirstStartFillsASmallScreenWithTenGridRowsAndTheStatusBar()
+    void aFirstStartFitsTheScreenWithTenGridRowsAndTheStatusBar()
     {
         FirstStart f;
         const QRect free = f.window->screen()->availableGeometry();
         // Elsewhere than offscreen the test takes the host's screen as it is.
         if (QGuiApplication::platformName() == QLatin1String("offscreen"))
-            QCOMPARE(free.size(), QSize(1366, 768));
-        // Maximised on a screen smaller than 1600 x 900, and never larger than its free area.
-        if (free.width() < 1600 || free.height() < 900)
+            QCOMPARE(free.size(), testScreenSize());
+        if (free.width() < 1600 || free.height() < 900) {
+            // Maximised on a screen smaller than 1600 x 900: every pixel counts.
             QTRY_VERIFY(f.window->isMaximized());
+        } else {
+            // On a roomy screen, a window of 85 % of it in its middle, which
+            // leaves the desktop in sight around it.
+            QVERIFY(!f.window->isMaximized());
+            const QRect window = f.window->geometry();
+            QVERIFY2(qAbs(window.width() - qRound(free.width() * 0.85)) <= 2
+                         && qAbs(window.height() - qRound(free.height() * 0.85)) <= 2,
+                     qPrintable(QStringLiteral("%1x%2").arg(window.width()).arg(window.height())));
+            QVERIFY((window.center() - free.center()).manhattanLength() <= 2);
+        }
+        // Never larger than the screen's free area.
         // The window's own area lies on the free area. (Its frame may not:
         // Windows puts a maximised window's borders beyond the screen's edges.)
         QTRY_VERIFY2(free.contains(f.window->geometry()),
@@ -130,14 +152,18 @@ private slots:
     }
 };
 
-// Under the offscreen platform, a screen of 1366 x 768 of its own.
+// Under the offscreen platform, a screen of its own.
 int main(int argc, char **argv)
 {
     QTemporaryDir config;
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen") {
         const QString file = config.filePath(QStringLiteral("screens.json"));
-        writeTestFile(file, "{ \"screens\": [ { \"name\": \"laptop\", \"x\": 0, \"y\": 0, "
-                            "\"width\": 1366, \"height\": 768, \"logicalDpi\": 96, \"dpr\": 1 } ] }");
+        const QSize size = testScreenSize();
+        writeTestFile(file, QStringLiteral("{ \"screens\": [ { \"name\": \"screen\", \"x\": 0, \"y\": 0, "
+                                           "\"width\": %1, \"height\": %2, \"logicalDpi\": 96, \"dpr\": 1 } ] }")
+                                .arg(size.width())
+                                .arg(size.height())
+                                .toUtf8());
         qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + file.toLocal8Bit());
     }
     QApplication app(argc, argv);
