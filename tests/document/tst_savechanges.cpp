@@ -349,7 +349,7 @@ private slots:
         QCOMPARE(f.bytes(), expected);
     }
 
-    void reorderedSiblingsAreAChangeAndReadBackInTheirNewOrder()
+    void reorderedSiblingsAreAChangeAndMoveWithTheirOwnLines()
     {
         OneFile f(kSkin);
         clsElements &objects = f.element("ui_Main")->SubElements();
@@ -357,9 +357,11 @@ private slots:
         const std::vector<SaveChanges::Pending> pending = SaveChanges(f.doc).pending();
         QCOMPARE(SaveChanges::summary(pending), QStringLiteral("1 change in 1 file"));
         QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        // The line goes as it was written, its two blanks included.
+        const QByteArray line = "\t<BUTTON btnMap x=70  y=80 text=Map>\r\n";
         QByteArray expected = kSkin;
-        expected.remove(expected.indexOf("\t<BUTTON btnMap"), QByteArray("\t<BUTTON btnMap x=70  y=80 text=Map>\r\n").size());
-        expected.insert(expected.indexOf("\t<TEXT txtTitle"), "\t<BUTTON btnMap x=70 y=80 text=Map>\r\n");
+        expected.remove(expected.indexOf(line), line.size());
+        expected.insert(expected.indexOf("\t<TEXT txtTitle"), line);
         QCOMPARE(f.bytes(), expected);
         clsKorviInterface again;
         ReadUiFile(again, f.path, false);
@@ -367,6 +369,68 @@ private slots:
         QCOMPARE(read.at(0)->strName(), QByteArray("btnMap"));
         QCOMPARE(read.at(1)->strName(), QByteArray("txtTitle"));
         QVERIFY(SaveChanges(f.doc).pending().empty());
+    }
+
+    void aMovedBlockKeepsItsLinesByteForByte()
+    {
+        const QByteArray a = "<Layer a X=1  Bold>\n"
+                             "   <text T1 Y=2>\n"
+                             "   <SCRIPT s>\n"
+                             "      go  on\n"
+                             "   </script>\n"
+                             "</layer>\n";
+        const QByteArray b = "<LAYER b>\n"
+                             "\t<TEXT v>\n"
+                             "</LAYER>";
+        OneFile f(a + b);
+        clsElements &layers = f.doc.Layers();
+        layers.Insert(0, layers.Take(1));
+        const SaveChanges::Result result = f.save();
+        QVERIFY2(result.ok(), qPrintable(result.error));
+        // Whichever of the two is taken as the one that moved, each keeps its
+        // spelling, and the last line gains the line end it lacked.
+        const QByteArray written = f.bytes();
+        QVERIFY2(written == b + "\n" + a || written == "\n" + b + "\n" + a.chopped(1), written.constData());
+        clsKorviInterface again;
+        ReadUiFile(again, f.path, false);
+        QCOMPARE(again.Layers().at(0)->strName(), QByteArray("b"));
+        QCOMPARE(again.Layers().at(1)->SubElements().at(1)->Properties().Count(), 1);
+        QVERIFY(SaveChanges(f.doc).pending().empty());
+    }
+
+    void aMovedElementThatWasAlsoEditedIsWrittenAnew()
+    {
+        OneFile f("<LAYER a>\n\t<TEXT t  x=1>\n\t<TEXT u>\n\t<TEXT w>\n</LAYER>\n");
+        clsElements &objects = f.element("a")->SubElements();
+        objects.Insert(2, objects.Take(0));
+        f.element("a", "t")->Properties().setValue("x", "2");
+        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        const QByteArray written = f.bytes();
+        QVERIFY2(written.contains("<TEXT t x=2>"), written.constData());
+        QVERIFY(written.indexOf("<TEXT w>") < written.indexOf("<TEXT t"));
+    }
+
+    void aMovedBlockThatLostAChildIsWrittenAnew()
+    {
+        OneFile f("<LAYER a>\n\t<TEXT t  x=1>\n\t<TEXT u>\n</LAYER>\n<LAYER b>\n</LAYER>\n");
+        f.element("a")->SubElements().Take(1);
+        clsElements &layers = f.doc.Layers();
+        layers.Insert(0, layers.Take(1));
+        QCOMPARE(f.save().outcome, SaveChanges::Result::Outcome::Saved);
+        clsKorviInterface again;
+        ReadUiFile(again, f.path, false);
+        QCOMPARE(again.Layers().at(0)->strName(), QByteArray("b"));
+        QCOMPARE(again.Layers().at(1)->subElementCount(), 1);
+        QVERIFY(!f.bytes().contains("<TEXT u>"));
+    }
+
+    void theLastBlockOfAFileWithoutALastLineEndCanBeRemoved()
+    {
+        OneFile f("<LAYER a>\n</LAYER>\n<LAYER b>\n\t<TEXT v>\n</LAYER>");
+        f.doc.Layers().Take(1);
+        const SaveChanges::Result result = f.save();
+        QVERIFY2(result.ok(), qPrintable(result.error));
+        QCOMPARE(f.bytes(), QByteArray("<LAYER a>\n</LAYER>\n"));
     }
 
     void reorderedLayersAreAChange()

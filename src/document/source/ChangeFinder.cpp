@@ -67,6 +67,7 @@ QByteArray overLines(QByteArray text, const QByteArray &lineEnd)
 ChangeFinder::ChangeFinder(const clsKorviInterface &document, int fileForNewElements)
     : mDocument(document)
     , mFileForNewElements(fileForNewElements)
+    , mCarried(document)
 {
 }
 
@@ -298,10 +299,15 @@ void ChangeFinder::writeAnew(const clsElement &element, int file, qsizetype at, 
     // After the last line, whether or not it ends.
     at = qMin(at, bytes.size());
     const QByteArray &lineEnd = lineEndOf(file);
-    QString problem;
-    const QByteArray text = lineBreakBefore(bytes, at, lineEnd) + ElementText(lineEnd, indent, mDocument.codec()).of(element, problem);
-    if (!problem.isEmpty())
-        changes.problems << problem;
+    // An element that only moved within its file keeps its own lines.
+    QByteArray text = element.sourceFile() == file ? mCarried.of(element, lineEnd) : QByteArray();
+    if (text.isEmpty()) {
+        QString problem;
+        text = ElementText(lineEnd, indent, mDocument.codec()).of(element, problem);
+        if (!problem.isEmpty())
+            changes.problems << problem;
+    }
+    text.prepend(lineBreakBefore(bytes, at, lineEnd));
     noteMoved(element);
     ++changes.changeCount;
     changes.onlyTagLines = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "CarriedLines.h"
 #include "FileChanges.h"
 #include "TagLineCheck.h"
 
@@ -74,5 +75,6 @@ private:
     const QByteArray &lineEndOf(int file);
     QByteArray mNewHeaders;
     TagLineCheck mTagLineCheck;
+    CarriedLines mCarried;
     bool mRewriteTags = false;
 };
