@@ -591,6 +591,23 @@ private slots:
         QCOMPARE(readTestFile(f.file), kSkin.mid(main.size()) + main);
     }
 
+    void withTheCanvasFocusedCtrlShiftArrowsReorderAndNeverNudge()
+    {
+        EditFixture f;
+        f.select("Lui_Main");
+        f.clickCanvas(f.window->renderer().boxOf(f.element("Lui_Main|EtxtOne")).shownRect().center());
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne"));
+        QVERIFY(f.pctTemplate()->hasFocus());
+        // First in its layer it cannot move up, and it does not move on the canvas either.
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(f.value("Lui_Main|EtxtOne|Py"), QByteArray("5"));
+        QCOMPARE(f.stack().count(), 0);
+        QTest::keyClick(f.pctTemplate(), Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "btnOk", "txtOne" }));
+        QCOMPARE(f.value("Lui_Main|EtxtOne|Py"), QByteArray("5"));
+        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne"));
+    }
+
     void moveIsOfferedOnlyWhereThereIsAPlaceToGo()
     {
         EditFixture f;

@@ -176,6 +176,11 @@ bool CanvasController::canMoveWithKeys() const
 
 bool CanvasController::canvasKey(QKeyEvent *event)
 {
+    // With Ctrl or Alt an arrow is a command of the window (Ctrl+Shift+Up
+    // moves the object in the order); it reaches the canvas when that
+    // command has nowhere to go, and must not nudge instead.
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
     int dx = 0;
     int dy = 0;
     switch (event->key()) {
