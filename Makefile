@@ -23,7 +23,8 @@ WINDOWS_TEST_JOBS ?= 2
 
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: all deps configure build run test package package-check bench fuzz-deps fuzz clean \
+.PHONY: all deps configure build run test package package-check bench fuzz-deps fuzz-configure fuzz \
+        fuzz-check clean \
         windows-deps windows windows-test windows-package
 
 all: build
@@ -73,17 +74,33 @@ bench: build
 fuzz-deps:
 	$(call install_missing,$(PACKAGES) $(FUZZ_PACKAGES))
 
-# make fuzz FUZZER=fuzz_reader FUZZ_SECONDS=300
-FUZZER ?= fuzz_reader
-fuzz: fuzz-deps
+fuzz-configure: fuzz-deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -G Ninja -DKORVI_BUILD_FUZZ=ON \
 	    -DKORVI_BUILD_TESTS=OFF -DKORVI_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	    -DKORVI_PARTS="document;render"
+
+# make fuzz FUZZER=fuzz_reader FUZZ_SECONDS=300
+FUZZER ?= fuzz_reader
+fuzz: fuzz-configure
 	cmake --build $(FUZZ_DIR) -j $(JOBS) --target $(FUZZER)
 	mkdir -p fuzz/corpus-$(FUZZER) fuzz/artifacts-$(FUZZER)
 	$(FUZZ_DIR)/fuzz/$(FUZZER) -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=4096 \
 	    -artifact_prefix=fuzz/artifacts-$(FUZZER)/ \
 	    fuzz/corpus-$(FUZZER) fuzz/seeds/$(FUZZER)
+
+# Every fuzz target built (clang only sees some mistakes) and run once over
+# each of its seeds: CI stops on a target that no longer builds or a seed
+# that fails.
+FUZZERS := fuzz_reader fuzz_rl fuzz_properties fuzz_lossless
+fuzz-check: fuzz-configure
+	cmake --build $(FUZZ_DIR) -j $(JOBS) --target $(FUZZERS)
+	@for f in $(FUZZERS); do \
+	    echo "== $$f over its seeds"; \
+	    log=$(FUZZ_DIR)/$$f-seeds.log; \
+	    $(FUZZ_DIR)/fuzz/$$f -timeout=10 -rss_limit_mb=4096 fuzz/seeds/$$f/* >$$log 2>&1 \
+	        || { cat $$log; exit 1; }; \
+	    tail -n 1 $$log; \
+	done
 
 windows-deps:
 	$(call install_missing,$(PACKAGES) $(WINDOWS_PACKAGES))

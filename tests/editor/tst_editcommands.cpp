@@ -250,7 +250,7 @@ private slots:
         QVERIFY(!ReorderElementCommand(f.surface, "Lnothing", Direction::Down).isValid());
     }
 
-    void aLayerDoesNotMovePastALayerOfAnotherFile()
+    void aLayerMovesOnlyAmongTheLayersOfTheFileItIsWrittenInto()
     {
         Fixture f;
         UiFileReader(f.document, true).readBytes("<LAYER ui_Shared>\n</LAYER>\n", QStringLiteral("scheme.ui"));
@@ -259,6 +259,12 @@ private slots:
         QVERIFY(!ReorderElementCommand::canMove(f.surface, "Lui_Third", Direction::Down));
         QVERIFY(!ReorderElementCommand::canMove(f.surface, "Lui_Shared", Direction::Up));
         QVERIFY(ReorderElementCommand::canMove(f.surface, "Lui_Third", Direction::Up));
+        // A new layer goes into the open file: it moves among that file's layers only.
+        f.context.UiFilePath = QStringLiteral("skin.ui");
+        f.stack.push(new AddElementCommand(f.surface, QByteArray(), "ui_New", "LAYER", 3));
+        QVERIFY(ReorderElementCommand::canMove(f.surface, "Lui_New", Direction::Up));
+        QVERIFY(ReorderElementCommand::canMove(f.surface, "Lui_Third", Direction::Down));
+        QVERIFY(!ReorderElementCommand::canMove(f.surface, "Lui_New", Direction::Down));
     }
 
     void undoOfARemovedObjectPutsItBackWithItsKeyAndPlace()

@@ -3,8 +3,10 @@
 #include "ElementCommands.h"
 
 #include "NodeKey.h"
+#include "SkinContext.h"
 #include "SkinDocument.h"
 #include "clsElements.h"
+#include "clsKorviInterface.h"
 
 #include <tuple>
 #include <utility>
@@ -98,6 +100,14 @@ int stepOf(ReorderElementCommand::Direction direction)
     return direction == ReorderElementCommand::Direction::Up ? -1 : 1;
 }
 
+// The file a block is written into: its own, or for a new one the open file,
+// which receives new blocks.
+int fileOf(const SkinDocument &document, const clsElement &block)
+{
+    return block.sourceFile() != 0 ? block.sourceFile()
+                                   : document.document().Sources().numberOf(document.context().UiFilePath);
+}
+
 // The element's place among its siblings and the place it would move to; -1
 // for both when it cannot move that way.
 std::pair<int, int> placesOf(const SkinDocument &document, const QByteArray &elementNodeKey,
@@ -111,9 +121,9 @@ std::pair<int, int> placesOf(const SkinDocument &document, const QByteArray &ele
     const int to = from + stepOf(direction);
     if (from < 0 || to < 0 || to >= siblings->Count())
         return { -1, -1 };
-    // A block is written into the file it came from: passing a block of
-    // another file (a shared scheme's, say) would move it into that file.
-    if (parentKey.isEmpty() && siblings->at(to)->sourceFile() != element->sourceFile())
+    // Each file keeps its own blocks in their order: passing a block of
+    // another file (a shared scheme's, say) is no order a file can hold.
+    if (parentKey.isEmpty() && fileOf(document, *siblings->at(to)) != fileOf(document, *element))
         return { -1, -1 };
     return { from, to };
 }

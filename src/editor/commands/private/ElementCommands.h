@@ -68,8 +68,9 @@ private:
 // Moves an element (an object among the objects of its block, or a block
 // among the document's blocks) one place up or down, which is the order the
 // file is written in and the order equal `z` values are drawn in. A block
-// moves only past a block of its own file, so that no block changes file.
-// Undo puts it back; the element stays the current node.
+// moves only past a block of the file it is written into (a new one: the
+// open file's), since that is the only order a file holds. Undo puts it
+// back; the element stays the current node.
 class ReorderElementCommand : public QUndoCommand
 {
 public:
