@@ -135,6 +135,16 @@ void markWithChildren(const clsElement *element, QSet<const clsElement *> &touch
     }
 }
 
+// A check failed: which one, after which edits (by kind), and with
+// KORVI_FUZZ_SHOW the file before and after, for the one who reads the crash.
+[[noreturn]] void fail(const char *why, const QByteArray &kinds, const QByteArray &original, const QByteArray &written)
+{
+    fprintf(stderr, "fuzz_lossless: %s (edits of kinds %s)\n", why, kinds.constData());
+    if (qEnvironmentVariableIsSet("KORVI_FUZZ_SHOW"))
+        fprintf(stderr, "---- read\n%s\n---- written\n%s\n", original.constData(), written.constData());
+    abort();
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -284,27 +294,27 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (!result.ok()) {
         // Refused: nothing written, and a reason given.
         if (written != original || result.error.isEmpty() || QFile::exists(dir + QStringLiteral("/skin.bak")))
-            abort();
+            fail("a refused save wrote, left a backup or gave no reason", kinds, original, written);
         return 0;
     }
     if (!changed && result.outcome != SaveChanges::Result::Outcome::NothingToSave)
-        abort(); // written without a change
+        fail("written without a change", kinds, original, written);
     if (result.outcome == SaveChanges::Result::Outcome::NothingToSave && written != original)
-        abort();
+        fail("nothing to save, yet the file changed", kinds, original, written);
     // Reading the written file gives exactly the edited document.
     clsKorviInterface again;
     read(again, path);
     if (!sameDocument(doc, again))
-        abort();
+        fail("the written file does not read back as the edited document", kinds, original, written);
     // Every element no edit touched keeps its tag line as it was.
     for (auto it = tagLines.cbegin(); it != tagLines.cend(); ++it) {
         if (!touched.contains(it.key()) && !written.contains(it.value()))
-            abort();
+            fail("the tag line of an element no edit touched changed", kinds, original, written);
     }
     // The kept bytes are the file as written.
     const int number = doc.Sources().numberOf(path);
     if (result.reopen.isEmpty() && number > 0 && doc.Sources().file(number)->bytes() != written)
-        abort();
+        fail("the kept bytes are not the file as written", kinds, original, written);
     // Saving again finds nothing more to write, even with every element
     // compared in full with where its record says it stands.
     for (clsElement *element : everyElement(doc))
@@ -315,14 +325,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         fprintf(stderr, "still pending in %s: %d changes; %s\n", qPrintable(p.path), p.changes,
                 qPrintable(p.problems.join(QLatin1Char(';'))));
         if (qEnvironmentVariableIsSet("KORVI_FUZZ_SHOW")) {
-            fprintf(stderr, "---- read\n%s\n---- written\n%s\n", original.constData(), written.constData());
             for (const FileChanges &c : ChangeFinder(doc, 1).find()) {
                 for (const SourceEdits::Edit &e : c.edits.edits())
                     fprintf(stderr, "edit %lld..%lld [%s] -> [%s]\n", (long long)e.begin, (long long)e.end,
                             written.mid(e.begin, e.end - e.begin).constData(), e.text.constData());
             }
         }
-        abort();
+        fail("saving again finds more to write", kinds, original, written);
     }
     return 0;
 }
