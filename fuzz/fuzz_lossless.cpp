@@ -308,8 +308,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         fail("the written file does not read back as the edited document", kinds, original, written);
     // Every element no edit touched keeps its tag line as it was.
     for (auto it = tagLines.cbegin(); it != tagLines.cend(); ++it) {
-        if (!touched.contains(it.key()) && !written.contains(it.value()))
+        if (!touched.contains(it.key()) && !written.contains(it.value())) {
+            fprintf(stderr, "fuzz_lossless: gone: [%s]\n", it.value().constData());
             fail("the tag line of an element no edit touched changed", kinds, original, written);
+        }
     }
     // The kept bytes are the file as written.
     const int number = doc.Sources().numberOf(path);

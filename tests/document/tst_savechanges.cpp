@@ -398,6 +398,26 @@ private slots:
         QVERIFY(SaveChanges(f.doc).pending().empty());
     }
 
+    void ofTwoSwappedBlocksTheOneThatOnlyMovedTakesItsLines()
+    {
+        // The user moved a; b lost a child, so its lines cannot all go along:
+        // b stays where it is, as it was spelled, and a goes.
+        OneFile f("<LAYER a>\n\t<TEXT t>\n</LAYER>\n<LAYER b  X=1>\n\t<TEXT u>\n\t<TEXT v>\n</LAYER>\n");
+        f.element("b")->SubElements().Take(1);
+        clsElements &layers = f.doc.Layers();
+        layers.Insert(1, layers.Take(0));
+        const SaveChanges::Result result = f.save();
+        QVERIFY2(result.ok(), qPrintable(result.error));
+        QCOMPARE(f.bytes(), QByteArray("<LAYER b  X=1>\n\t<TEXT u>\n</LAYER>\n<LAYER a>\n\t<TEXT t>\n</LAYER>\n"));
+        // And the other way round.
+        OneFile g("<LAYER a  X=1>\n\t<TEXT t>\n\t<TEXT w>\n</LAYER>\n<LAYER b>\n\t<TEXT u>\n</LAYER>\n");
+        g.element("a")->SubElements().Take(1);
+        clsElements &others = g.doc.Layers();
+        others.Insert(0, others.Take(1));
+        QVERIFY(g.save().ok());
+        QCOMPARE(g.bytes(), QByteArray("<LAYER b>\n\t<TEXT u>\n</LAYER>\n<LAYER a  X=1>\n\t<TEXT t>\n</LAYER>\n"));
+    }
+
     void aMovedElementThatWasAlsoEditedIsWrittenAnew()
     {
         OneFile f("<LAYER a>\n\t<TEXT t  x=1>\n\t<TEXT u>\n\t<TEXT w>\n</LAYER>\n");

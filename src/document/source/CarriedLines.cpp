@@ -31,6 +31,14 @@ QByteArray CarriedLines::of(const clsElement &element, const QByteArray &lineEnd
     return text;
 }
 
+bool CarriedLines::canCarry(const clsElement &element)
+{
+    if (!DocumentMatch::isFromAFile(mDocument, element))
+        return false;
+    std::vector<Span> lines;
+    return collect(element, *mDocument.Sources().file(element.sourceFile()), lines);
+}
+
 // The lines are exactly those the removal of the element's old place takes
 // away (see ChangeFinder::removeUnclaimed): tag lines, script lines and
 // closing lines. A property read from any other line would stay behind.

@@ -4,6 +4,7 @@
 #include "AsciiCase.h"
 #include "DocumentMatch.h"
 #include "ElementText.h"
+#include "InOrderRun.h"
 #include "KeyIndex.h"
 #include "NameWord.h"
 #include "SourceElement.h"
@@ -126,8 +127,9 @@ bool ChangeFinder::standsIn(const clsElement &element, int file, quint32 parentR
 // as keep the order in which they were read (records are numbered in reading
 // order) stay where they are and claim their records. The others are new to
 // the block, moved within it, or a second element holding one record: each
-// is written anew where it now stands, so that the file reads back in the
-// document's order. `onlyFile` 0: each sibling in its own file (the top).
+// is written where it now stands (with its own lines when it only moved), so
+// that the file reads back in the document's order. `onlyFile` 0: each
+// sibling in its own file (the top).
 std::vector<bool> ChangeFinder::keepInPlace(const std::vector<const clsElement *> &siblings, int onlyFile,
                                             quint32 parentRecord)
 {
@@ -143,29 +145,30 @@ std::vector<bool> ChangeFinder::keepInPlace(const std::vector<const clsElement *
             group = byFile.insert(byFile.end(), { file, {} });
         group->second.push_back(i);
     }
-    for (const auto &group : byFile) {
-        // A lambda may not capture a structured binding before C++20 (clang refuses).
-        const int file = group.first;
-        const std::vector<size_t> &positions = group.second;
-        // The longest run of records in increasing order, by patience sorting.
-        const auto recordAt = [&](size_t k) { return siblings[positions[k]]->sourceRecord(); };
-        std::vector<size_t> tails;
-        std::vector<ptrdiff_t> before(positions.size(), -1);
-        for (size_t k = 0; k < positions.size(); ++k) {
-            auto it = std::lower_bound(tails.begin(), tails.end(), recordAt(k),
-                                       [&](size_t t, quint32 record) { return recordAt(t) < record; });
-            if (it != tails.begin())
-                before[k] = ptrdiff_t(*(it - 1));
-            if (it == tails.end())
-                tails.push_back(k);
-            else
-                *it = k;
+    for (const auto &[file, positions] : byFile) {
+        std::vector<quint32> records;
+        records.reserve(positions.size());
+        for (const size_t i : positions)
+            records.push_back(siblings[i]->sourceRecord());
+        if (std::is_sorted(records.begin(), records.end())) {
+            for (const size_t i : positions)
+                kept[i] = true;
+            continue;
         }
-        for (ptrdiff_t k = tails.empty() ? -1 : ptrdiff_t(tails.back()); k >= 0; k = before[size_t(k)])
-            kept[positions[size_t(k)]] = true;
-        for (const size_t i : positions) {
-            if (!kept[i])
-                mClaimed[size_t(file)][siblings[i]->sourceRecord()] = false;
+        // Something moved. Of the longest runs still in order, the one that
+        // keeps most of the siblings that could not take their own lines
+        // along, so that those that move take them as far as can be: when
+        // two swapped places, the one the user moved goes, not the other.
+        const qint64 each = qint64(positions.size()) + 1;
+        std::vector<qint64> weights;
+        weights.reserve(positions.size());
+        for (const size_t i : positions)
+            weights.push_back(each + (mCarried.canCarry(*siblings[i]) ? 0 : 1));
+        const std::vector<bool> inRun = InOrderRun::heaviest(records, weights);
+        for (size_t k = 0; k < positions.size(); ++k) {
+            kept[positions[k]] = inRun[k];
+            if (!inRun[k])
+                mClaimed[size_t(file)][records[k]] = false;
         }
     }
     return kept;

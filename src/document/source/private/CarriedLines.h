@@ -24,6 +24,8 @@ public:
     // those of its children, in file order), ending with a line end; empty
     // when it cannot be carried and must be written anew.
     QByteArray of(const clsElement &element, const QByteArray &lineEnd);
+    // Whether `of` would give the element's lines.
+    bool canCarry(const clsElement &element);
 
 private:
     using Span = std::pair<qsizetype, qsizetype>;
