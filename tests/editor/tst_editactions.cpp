@@ -83,6 +83,16 @@ struct EditFixture : EditorFixture
         QTest::keyClick(tvwObjects(), Qt::Key(key), modifiers);
     }
 
+    // An object picked with a click on the canvas, its layer shown first;
+    // the canvas keeps the focus.
+    void pickOnCanvas(const QByteArray &key)
+    {
+        select(NodeKey(key).parent());
+        clickCanvas(window->renderer().boxOf(element(key)).shownRect().center());
+        QCOMPARE(skin().currentKey(), key);
+        QVERIFY(pctTemplate()->hasFocus());
+    }
+
     // The names of a block's children, in order.
     QByteArrayList childNames(const QByteArray &key)
     {
@@ -411,11 +421,7 @@ private slots:
     void deleteWithTheCanvasFocusedRemovesThePickedObject()
     {
         EditFixture f;
-        f.select("Lui_Main");
-        // The text picked on the canvas, which keeps the focus.
-        f.clickCanvas(f.window->renderer().boxOf(f.element("Lui_Main|EtxtOne")).shownRect().center());
-        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne"));
-        QVERIFY(f.pctTemplate()->hasFocus());
+        f.pickOnCanvas("Lui_Main|EtxtOne");
         QTest::keyClick(f.pctTemplate(), Qt::Key_Delete);
         QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "btnOk" }));
         f.stack().undo();
@@ -594,10 +600,7 @@ private slots:
     void withTheCanvasFocusedCtrlShiftArrowsReorderAndNeverNudge()
     {
         EditFixture f;
-        f.select("Lui_Main");
-        f.clickCanvas(f.window->renderer().boxOf(f.element("Lui_Main|EtxtOne")).shownRect().center());
-        QCOMPARE(f.skin().currentKey(), QByteArray("Lui_Main|EtxtOne"));
-        QVERIFY(f.pctTemplate()->hasFocus());
+        f.pickOnCanvas("Lui_Main|EtxtOne");
         // First in its layer it cannot move up, and it does not move on the canvas either.
         QTest::keyClick(f.pctTemplate(), Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(f.value("Lui_Main|EtxtOne|Py"), QByteArray("5"));
