@@ -35,6 +35,12 @@ const QByteArray kSkin = "<LAYER ui_Main>\r\n"
                          "\t<TEXT txtTwo x=5 y=50 w=50 h=20 text=Two>\r\n"
                          "</LAYER>\r\n";
 
+const QByteArray kThreeTexts = "<LAYER ui_Main>\r\n"
+                               "\t<TEXT txtA x=1 y=1>\r\n"
+                               "\t<TEXT txtB x=2 y=2>\r\n"
+                               "\t<TEXT txtC x=3 y=3>\r\n"
+                               "</LAYER>\r\n";
+
 struct EditFixture : EditorFixture
 {
     QTemporaryDir skinFolder;
@@ -518,12 +524,7 @@ private slots:
 
     void duplicatesOfTheFirstAndAMiddleObjectSaveRightAfterTheirOriginals()
     {
-        const QByteArray skin = "<LAYER ui_Main>\r\n"
-                                "\t<TEXT txtA x=1 y=1>\r\n"
-                                "\t<TEXT txtB x=2 y=2>\r\n"
-                                "\t<TEXT txtC x=3 y=3>\r\n"
-                                "</LAYER>\r\n";
-        EditFixture f(skin);
+        EditFixture f(kThreeTexts);
         f.select("Lui_Main|EtxtA");
         f.press(Qt::Key_D, Qt::ControlModifier);
         f.select("Lui_Main|EtxtB");
@@ -544,12 +545,7 @@ private slots:
 
     void ctrlShiftDownAndUpMoveAnObjectAndSaveChangesWritesTheNewOrder()
     {
-        const QByteArray skin = "<LAYER ui_Main>\r\n"
-                                "\t<TEXT txtA x=1 y=1>\r\n"
-                                "\t<TEXT txtB x=2 y=2>\r\n"
-                                "\t<TEXT txtC x=3 y=3>\r\n"
-                                "</LAYER>\r\n";
-        EditFixture f(skin);
+        EditFixture f(kThreeTexts);
         f.clickNode("Lui_Main|EtxtA");
         f.press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
         f.press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
@@ -581,7 +577,7 @@ private slots:
         QCOMPARE(f.childNames("Lui_Main"), QByteArrayList({ "txtA", "txtB", "txtC" }));
         f.dialogs.answerButton(Dialogs::Button::Ok);
         f.press(Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(readTestFile(f.file), skin);
+        QCOMPARE(readTestFile(f.file), kThreeTexts);
     }
 
     void aLayerMovesPastItsNeighbourAndIsSavedThere()
