@@ -140,8 +140,14 @@ void markWithChildren(const clsElement *element, QSet<const clsElement *> &touch
 [[noreturn]] void fail(const char *why, const QByteArray &kinds, const QByteArray &original, const QByteArray &written)
 {
     fprintf(stderr, "fuzz_lossless: %s (edits of kinds %s)\n", why, kinds.constData());
-    if (qEnvironmentVariableIsSet("KORVI_FUZZ_SHOW"))
-        fprintf(stderr, "---- read\n%s\n---- written\n%s\n", original.constData(), written.constData());
+    if (qEnvironmentVariableIsSet("KORVI_FUZZ_SHOW")) {
+        // Whole, NUL bytes and all.
+        fputs("---- read\n", stderr);
+        fwrite(original.constData(), 1, size_t(original.size()), stderr);
+        fputs("\n---- written\n", stderr);
+        fwrite(written.constData(), 1, size_t(written.size()), stderr);
+        fputs("\n", stderr);
+    }
     abort();
 }
 
@@ -309,7 +315,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     // Every element no edit touched keeps its tag line as it was.
     for (auto it = tagLines.cbegin(); it != tagLines.cend(); ++it) {
         if (!touched.contains(it.key()) && !written.contains(it.value())) {
-            fprintf(stderr, "fuzz_lossless: gone: [%s]\n", it.value().constData());
+            fprintf(stderr, "fuzz_lossless: gone: [%s]\n", it.value().toPercentEncoding(" <>=/\"'").constData());
             fail("the tag line of an element no edit touched changed", kinds, original, written);
         }
     }
