@@ -3,7 +3,8 @@
 // properties; add and remove elements), then Save Changes. Checks: reading the
 // written file gives exactly the edited document; a save that is refused
 // leaves the file as it was; a run without a change writes nothing; the tag
-// line of every element no edit touched is still in the file, byte for byte;
+// line of every element no edit touched (nor anything among its children,
+// nor the block it is in) is still in the file, byte for byte;
 // and the document then holds the file as written, every element where its
 // record says.
 #include "ChangeFinder.h"
@@ -135,6 +136,18 @@ void markWithChildren(const clsElement *element, QSet<const clsElement *> &touch
     }
 }
 
+// The block that holds an element, if any: an edit among a block's children
+// changes the block as well, and a block that changed is written anew when it
+// has to move.
+clsElement *blockHolding(const clsKorviInterface &doc, const clsElement *element)
+{
+    for (clsElement *block : everyElement(doc)) {
+        if (block->subElementCount() > 0 && &block->SubElements() == element->owner())
+            return block;
+    }
+    return nullptr;
+}
+
 // A check failed: which one, after which edits (by kind), and with
 // KORVI_FUZZ_SHOW the file before and after, for the one who reads the crash.
 [[noreturn]] void fail(const char *why, const QByteArray &kinds, const QByteArray &original, const QByteArray &written)
@@ -233,10 +246,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             else if (e.value != "<NOV>" || !e.key.isEmpty())
                 added->Properties().Add(e.key.toLower(), e.value);
             siblings.Insert(int(e.property % size_t(siblings.Count())), siblings.Take(siblings.Count() - 1));
+            if (clsElement *block = blockHolding(doc, added))
+                touched.insert(block);
             changed = true;
             continue;
         }
         clsElement *element = all[e.element % all.size()];
+        // A removal (5) or a move (7) changes the block it happens in.
+        if (e.kind == 5 || e.kind == 7) {
+            if (clsElement *block = blockHolding(doc, element))
+                touched.insert(block);
+        }
         if (e.kind == 7) {
             // An element moved to another place among its siblings.
             clsElements &siblings = *element->owner();
