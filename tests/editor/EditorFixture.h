@@ -44,12 +44,23 @@ struct EditorFixture
     WebLink web{ dialogs };
     std::unique_ptr<frmEditor> window;
 
-    EditorFixture()
+    // The window's size: the same on every screen, or as a first start
+    // chooses it for the screen.
+    enum class Size { Fixed, ChosenOnAFirstStart };
+
+    explicit EditorFixture(Size size = Size::Fixed)
+    {
+        restart();
+        if (size == Size::Fixed) {
+            window->setWindowState(Qt::WindowNoState);
+            window->resize(1300, 860);
+        }
+    }
+
+    // A new window on the same settings, as at the program's next start.
+    void restart()
     {
         window = std::make_unique<frmEditor>(EditorEnvironment{ document, context, dialogs, settings, web });
-        // A first start fills the screen; the tests want the same room on every screen.
-        window->setWindowState(Qt::WindowNoState);
-        window->resize(1300, 860);
     }
 
     // The window's controls and controllers, found by their object names.

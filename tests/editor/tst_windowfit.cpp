@@ -39,29 +39,21 @@ QSize testScreenSize()
 }
 
 // A window on a first start: no settings kept, no size given.
-struct FirstStart
+struct FirstStart : EditorFixture
 {
-    QTemporaryDir programFolder;
-    QTemporaryDir configFolder;
     QTemporaryDir skinFolder;
-    clsKorviInterface document;
-    SkinContext context;
-    ScriptedDialogs dialogs;
-    SettingsFile settings{ programFolder.path(), configFolder.path() };
-    WebLink web{ dialogs };
-    std::unique_ptr<frmEditor> window;
 
-    FirstStart() { start(); }
-
-    void start()
+    FirstStart()
+        : EditorFixture(Size::ChosenOnAFirstStart)
     {
-        window = std::make_unique<frmEditor>(EditorEnvironment{ document, context, dialogs, settings, web });
+        show();
+    }
+
+    void show()
+    {
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     }
-
-    template<class T>
-    T *control(const char *name) const { return window->findChild<T *>(QString::fromLatin1(name)); }
 
     void openAndSelect()
     {
@@ -144,7 +136,8 @@ private slots:
         QVERIFY(f.window->close());
         QCOMPARE(EditorSettings(f.settings).splitterPositions(), left);
 
-        f.start();
+        f.restart();
+        f.show();
         QCOMPARE(f.control<Splitter>("splMain")->SplitterPosition(), left.at(0));
         QCOMPARE(f.control<Splitter>("splInfo")->SplitterPosition(), left.at(1));
         QCOMPARE(f.control<Splitter>("splProperty")->SplitterPosition(), left.at(2));
