@@ -6,10 +6,12 @@
 #include "StandardStreams.h"
 #include "UiFileReader.h"
 
+#include <QBuffer>
 #include <QCommandLineParser>
 
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 
 #include <cerrno>
 #include <cstdio>
@@ -74,6 +76,18 @@ bool writeFile(const QString &path, const QByteArray &bytes)
         return true;
     printErr(QStringLiteral("korvi: cannot write ") + error);
     return false;
+}
+
+bool writePng(const QString &path, const QImage &picture, const QString &what)
+{
+    QByteArray png;
+    QBuffer device(&png);
+    device.open(QIODevice::WriteOnly);
+    if (!picture.save(&device, "PNG")) {
+        printErr(QStringLiteral("korvi: cannot encode %1 as PNG; no file written").arg(what));
+        return false;
+    }
+    return writeFile(path, png);
 }
 
 bool refuseSameFile(const QString &input, const QString &output, int &exitCode)

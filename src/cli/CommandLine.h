@@ -7,6 +7,7 @@
 #include <QStringList>
 
 class QCommandLineParser;
+class QImage;
 class clsKorviInterface;
 
 // Output helpers and the argument forms shared by the subcommands.
@@ -34,6 +35,10 @@ int parseArguments(QCommandLineParser &parser, const QStringList &args, const QS
 // Writes `bytes` as the whole new content of `path` (AtomicFileWriter); prints
 // "korvi: cannot write PATH: reason" and returns false on failure.
 bool writeFile(const QString &path, const QByteArray &bytes);
+// Writes `picture` as a PNG file at `path`, as writeFile does; a picture that
+// cannot be encoded prints "korvi: cannot encode WHAT as PNG; no file
+// written" and returns false.
+bool writePng(const QString &path, const QImage &picture, const QString &what);
 // Whether `output` names the same file as `input` (which then must not be
 // written over); prints the usage error when it does.
 bool refuseSameFile(const QString &input, const QString &output, int &exitCode);

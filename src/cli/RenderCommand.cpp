@@ -15,7 +15,6 @@
 #include "UiFileReader.h"
 #include "clsKorviInterface.h"
 
-#include <QBuffer>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
@@ -147,15 +146,6 @@ QString htmlEscaped(const QString &text)
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
     return CommandLine::writeFile(path, bytes);
-}
-
-QByteArray pngOf(const QImage &canvas)
-{
-    QByteArray png;
-    QBuffer device(&png);
-    device.open(QIODevice::WriteOnly);
-    canvas.save(&device, "PNG");
-    return png;
 }
 
 // The names the skin gives its layers, in its code page.
@@ -333,7 +323,7 @@ int runRender(const QStringList &arguments)
         const QString name = nameOf(doc, block->strName());
         const QString target = o.allLayers ? QDir(o.output).filePath(pictureFileName(block)) : o.output;
         const QImage picture = o.compare.isEmpty() ? canvas : FormatCompare::sideBySide(canvas, compared.draw(block, o));
-        if (!writeFile(target, pngOf(picture)))
+        if (!CommandLine::writePng(target, picture, name))
             return 1;
         sheet.append({ pictureFileName(block), nameOf(doc, block->ElementType()) + QLatin1Char(':') + name });
         appendBoxes(boxes, renderer, o.allLayers ? SkinCodec::wordText(block->ElementKey()) : QString());

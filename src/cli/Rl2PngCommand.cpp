@@ -5,7 +5,6 @@
 #include "ImageLoader.h"
 #include "PictureProblem.h"
 
-#include <QBuffer>
 #include <QCommandLineParser>
 
 // korvi rl2png IN OUT.png: transparent pixels stay magenta in the PNG, so that
@@ -29,12 +28,5 @@ int runRl2Png(const QStringList &arguments)
     }
     if (problem.isProblem())
         CommandLine::printErr(QStringLiteral("korvi: %1: %2").arg(args.at(0), problem.what));
-    QByteArray png;
-    QBuffer device(&png);
-    device.open(QIODevice::WriteOnly);
-    if (!buffer.save(&device, "PNG")) {
-        CommandLine::printErr(QStringLiteral("korvi: cannot encode %1 as PNG").arg(args.at(0)));
-        return 1;
-    }
-    return CommandLine::writeFile(args.at(1), png) ? 0 : 1;
+    return CommandLine::writePng(args.at(1), buffer, args.at(0)) ? 0 : 1;
 }
