@@ -4,31 +4,53 @@
 #include "DocumentMatch.h"
 #include "SkinSources.h"
 #include "SourceElement.h"
+#include "SourceScan.h"
 #include "clsKorviInterface.h"
 
 #include <algorithm>
+
+namespace {
+
+// The bytes of a line, ended: the file's last line may have no line end.
+QByteArray endedLines(const QByteArray &bytes, qsizetype begin, qsizetype next, const QByteArray &lineEnd)
+{
+    QByteArray text = bytes.mid(begin, next - begin);
+    if (!text.endsWith('\n') && !text.endsWith('\r'))
+        text += lineEnd;
+    return text;
+}
+
+} // namespace
 
 CarriedLines::CarriedLines(const clsKorviInterface &document)
     : mDocument(document)
 {
 }
 
-QByteArray CarriedLines::of(const clsElement &element, const QByteArray &lineEnd)
+QByteArray CarriedLines::textOf(const clsElement &element, int file, const QByteArray &lineEnd,
+                                const QByteArray &indent, const WriteAnew &writeAnew)
 {
-    if (!DocumentMatch::isFromAFile(mDocument, element))
-        return {};
-    const SkinSourceFile &source = *mDocument.Sources().file(element.sourceFile());
+    // Lines of another file may end differently: what comes from there is written anew.
+    if (element.sourceFile() != file || !DocumentMatch::isFromAFile(mDocument, element))
+        return writeAnew(element, indent);
+    const SkinSourceFile &source = *mDocument.Sources().file(file);
+    const QByteArray &bytes = source.bytes();
     std::vector<Span> lines;
-    if (!collect(element, source, lines))
-        return {};
-    std::sort(lines.begin(), lines.end());
-    QByteArray text;
-    for (const Span &line : lines)
-        text += source.bytes().mid(line.first, line.second - line.first);
-    // The file's last line may have no line end of its own.
-    if (!text.endsWith('\n') && !text.endsWith('\r'))
-        text += lineEnd;
-    return text;
+    if (collect(element, source, lines)) {
+        std::sort(lines.begin(), lines.end());
+        QByteArray text;
+        for (const Span &line : lines)
+            text += endedLines(bytes, line.first, line.second, lineEnd);
+        return text;
+    }
+    const SourceElement read = SourceElement::read(source, element.sourceRecord());
+    if (!ownTagAsRead(element, read) || element.subElementCount() == 0 || read.closingBegin < 0)
+        return writeAnew(element, indent);
+    QByteArray text = endedLines(bytes, read.tag.begin, read.tag.next, lineEnd);
+    const QByteArray childIndent = SourceScan::indentationAt(bytes, read.tag.begin) + '\t';
+    for (const clsElement *child : element.SubElements())
+        text += textOf(*child, file, lineEnd, childIndent, writeAnew);
+    return text + endedLines(bytes, read.closingBegin, read.closingNext, lineEnd);
 }
 
 bool CarriedLines::canCarry(const clsElement &element)
@@ -37,6 +59,17 @@ bool CarriedLines::canCarry(const clsElement &element)
         return false;
     std::vector<Span> lines;
     return collect(element, *mDocument.Sources().file(element.sourceFile()), lines);
+}
+
+// Its type, name and properties as read, every property from its tag line.
+bool CarriedLines::ownTagAsRead(const clsElement &element, const SourceElement &read)
+{
+    if (element.changedSinceSource())
+        return false;
+    return std::all_of(read.properties.begin(), read.properties.end(), [&](const SourceElement::Property &property) {
+        return !property.isScriptLine && property.attribute.keyBegin >= read.tag.begin
+            && property.attribute.keyBegin < read.tag.next;
+    });
 }
 
 // The lines are exactly those the removal of the element's old place takes

@@ -302,15 +302,15 @@ void ChangeFinder::writeAnew(const clsElement &element, int file, qsizetype at, 
     // After the last line, whether or not it ends.
     at = qMin(at, bytes.size());
     const QByteArray &lineEnd = lineEndOf(file);
-    // An element that only moved within its file keeps its own lines.
-    QByteArray text = element.sourceFile() == file ? mCarried.of(element, lineEnd) : QByteArray();
-    if (text.isEmpty()) {
+    const auto anew = [&](const clsElement &part, const QByteArray &partIndent) {
         QString problem;
-        text = ElementText(lineEnd, indent, mDocument.codec()).of(element, problem);
+        const QByteArray text = ElementText(lineEnd, partIndent, mDocument.codec()).of(part, problem);
         if (!problem.isEmpty())
             changes.problems << problem;
-    }
-    text.prepend(lineBreakBefore(bytes, at, lineEnd));
+        return text;
+    };
+    // What moved within its file keeps its own lines as far as they still say what it is.
+    const QByteArray text = lineBreakBefore(bytes, at, lineEnd) + mCarried.textOf(element, file, lineEnd, indent, anew);
     noteMoved(element);
     ++changes.changeCount;
     changes.onlyTagLines = false;

@@ -2,35 +2,43 @@
 #pragma once
 
 #include <QByteArray>
+#include <functional>
 #include <utility>
 #include <vector>
 
 class SkinSourceFile;
 class clsElement;
 class clsKorviInterface;
+struct SourceElement;
 
-// An element that only moved (to another place among its siblings, or to
-// another block of its file) goes with its own lines, byte for byte: the
-// spelling, spacing and case the skin's maker gave them stay. That holds
-// when it and everything in it are what their records say: no value, name
-// or type changed, the same children in the order read, and no property
-// given by a line the element's removal would leave behind.
+// An element that moved (to another place among its siblings, or to another
+// block of its file) goes with its own lines, byte for byte, as far as they
+// still say what it is: the spelling, spacing and case the skin's maker gave
+// them stay. A part that is as read (no value, name or type changed, the
+// same children in the order read, no property given by a line its removal
+// would leave behind) takes its lines whole; a block whose own tag is as read
+// keeps its tag and closing lines around its children, each taken the same
+// way; anything else is written anew.
 class CarriedLines
 {
 public:
+    // Writes an element anew at an indentation (with its children).
+    using WriteAnew = std::function<QByteArray(const clsElement &element, const QByteArray &indent)>;
+
     explicit CarriedLines(const clsKorviInterface &document);
 
-    // The element's lines as read (its tag, script and closing lines, with
-    // those of its children, in file order), ending with a line end; empty
-    // when it cannot be carried and must be written anew.
-    QByteArray of(const clsElement &element, const QByteArray &lineEnd);
-    // Whether `of` would give the element's lines.
+    // The element's text at its new place in `file`, ending with a line end;
+    // `indent` is for what is written anew.
+    QByteArray textOf(const clsElement &element, int file, const QByteArray &lineEnd, const QByteArray &indent,
+                      const WriteAnew &writeAnew);
+    // Whether the element is as read, whole, so that all its lines go along.
     bool canCarry(const clsElement &element);
 
 private:
     using Span = std::pair<qsizetype, qsizetype>;
 
     bool collect(const clsElement &element, const SkinSourceFile &source, std::vector<Span> &lines);
+    static bool ownTagAsRead(const clsElement &element, const SourceElement &read);
     int childRecordCount(int file, quint32 record);
 
     const clsKorviInterface &mDocument;
