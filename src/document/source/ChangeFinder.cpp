@@ -484,7 +484,7 @@ void ChangeFinder::removeProperty(const SourceElement &read, size_t index, FileC
     const SourceElement::Property &property = read.properties[index];
     ++changes.changeCount;
     if (property.isScriptLine) {
-        changes.edits.replace(property.line.begin, property.line.next, {});
+        removeLines(changes, property.line.begin, property.line.next);
         return;
     }
     const QByteArray &bytes = mDocument.Sources().file(changes.file)->bytes();
@@ -597,6 +597,13 @@ void ChangeFinder::addTopLevel(const clsElement &element, Collection collection,
 // Elements the document no longer holds: each takes exactly its own lines,
 // its tag line, its script lines and its closing tag. One with its block
 // gone too is part of that removal.
+// The reader's line after the file's last one begins past its end: a last
+// line without a line end is taken away up to the end.
+void ChangeFinder::removeLines(FileChanges &changes, qsizetype begin, qsizetype next)
+{
+    changes.edits.replace(begin, qMin(next, mDocument.Sources().file(changes.file)->bytes().size()), {});
+}
+
 void ChangeFinder::removeUnclaimed(int file)
 {
     const SkinSourceFile &source = *mDocument.Sources().file(file);
@@ -607,13 +614,13 @@ void ChangeFinder::removeUnclaimed(int file)
             continue;
         changes.onlyTagLines = false;
         const SourceElement read = SourceElement::read(source, r);
-        changes.edits.replace(read.tag.begin, read.tag.next, {});
+        removeLines(changes, read.tag.begin, read.tag.next);
         for (const SourceElement::Property &property : read.properties) {
             if (property.isScriptLine)
-                changes.edits.replace(property.line.begin, property.line.next, {});
+                removeLines(changes, property.line.begin, property.line.next);
         }
         if (read.closingBegin >= 0)
-            changes.edits.replace(read.closingBegin, read.closingNext, {});
+            removeLines(changes, read.closingBegin, read.closingNext);
         const quint32 parent = source.element(r).parent;
         if ((parent == ElementSource::kNone || claimed[parent]) && !mMoved[size_t(file)][r])
             ++changes.changeCount;

@@ -176,7 +176,7 @@ Line scanLine(const QByteArray &bytes, qsizetype begin)
     QByteArray grown;
     UiLineScanner scanner(copy.constData(), copy.size(), grown, &more);
     line.end = begin + first.length;
-    line.next = qMin(first.next, bytes.size());
+    line.next = first.next;
 
     scanner.position = scanner.NextTokenStart(1);
     if (scanner.position == 0)
@@ -234,8 +234,7 @@ Line scanLine(const QByteArray &bytes, qsizetype begin)
     line.stop = more.inFile(stopInLine);
     const FollowingLines::Piece &last = more.last();
     line.end = last.inFile + last.length;
-    // The reader's next line may begin past the end; this one's does not.
-    line.next = qMin(last.next, bytes.size());
+    line.next = last.next;
     return line;
 }
 

@@ -28,7 +28,8 @@ struct Line
 {
     // The line's first byte; the end of the last line it takes (a quoted value
     // may pull in the lines after it), before that line's end; and where the
-    // line after it begins (the size of the bytes after the last).
+    // line after it begins (past the size of the bytes after a last line
+    // without a line end, as the reader counts).
     qsizetype begin = 0;
     qsizetype end = 0;
     qsizetype next = 0;

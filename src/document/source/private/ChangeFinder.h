@@ -56,6 +56,7 @@ private:
     void addTopLevel(const clsElement &element, Collection collection, int file);
     void noteMoved(const clsElement &element);
     void removeUnclaimed(int file);
+    void removeLines(FileChanges &changes, qsizetype begin, qsizetype next);
     qsizetype endOfContent(const clsElement &element, int file) const;
     qsizetype endOfElement(const clsElement &element, int file) const;
     qsizetype tagLineOf(const clsElement &element) const;
