@@ -398,6 +398,18 @@ private slots:
         QVERIFY(SaveChanges(f.doc).pending().empty());
     }
 
+    void aMovedBlockWhoseTagChangedKeepsItsChildrensLines()
+    {
+        OneFile f("<LAYER a  X=1>\n\t<TEXT t  x=1>\n</layer>\n<LAYER b>\n</LAYER>\n<LAYER c>\n</LAYER>\n");
+        f.element("a")->Properties().setValue("x", "2");
+        clsElements &layers = f.doc.Layers();
+        layers.Insert(2, layers.Take(0));
+        const SaveChanges::Result result = f.save();
+        QVERIFY2(result.ok(), qPrintable(result.error));
+        QCOMPARE(f.bytes(), QByteArray("<LAYER b>\n</LAYER>\n<LAYER c>\n</LAYER>\n"
+                                       "<LAYER a x=2>\n\t<TEXT t  x=1>\n</LAYER>\n"));
+    }
+
     void ofTwoSwappedBlocksTheOneThatOnlyMovedTakesItsLines()
     {
         // The user moved a; b lost a child, so its lines cannot all go along:

@@ -45,17 +45,44 @@ QByteArray ElementText::attribute(QByteArrayView key, QByteArrayView value, cons
     return ' ' + plainKey + '=' + bytes;
 }
 
+QByteArray ElementText::openingOf(const clsElement &element, QString &problem) const
+{
+    const QByteArray out = opening(element, mIndent, problem);
+    return problem.isEmpty() ? out : QByteArray();
+}
+
+QByteArray ElementText::closingOf(const clsElement &element) const
+{
+    return closing(element, mIndent);
+}
+
 void ElementText::append(QByteArray &out, const clsElement &element, const QByteArray &indent, QString &problem) const
+{
+    out += opening(element, indent, problem);
+    if (!problem.isEmpty())
+        return;
+    if (element.subElementCount() > 0 && !opensBlock(element.ElementType())) {
+        problem = QStringLiteral("%1 cannot be written: only blocks hold elements").arg(described(mCodec, element));
+        return;
+    }
+    for (const clsElement *child : element.SubElements()) {
+        if (problem.isEmpty())
+            append(out, *child, indent + '\t', problem);
+    }
+    out += closing(element, indent);
+}
+
+QByteArray ElementText::opening(const clsElement &element, const QByteArray &indent, QString &problem) const
 {
     const QByteArray type = element.ElementType();
     const QByteArray name = element.strName();
     if (!NameWord::isNameWord(type) || type.contains('/')
         || (!name.isEmpty() && !NameWord::problemWithName(mCodec.toText(name)).isEmpty())) {
         problem = QStringLiteral("%1 cannot be written: its type or name is not one word").arg(described(mCodec, element));
-        return;
+        return {};
     }
     const bool isScript = type == "SCRIPT";
-    out += indent + '<' + type;
+    QByteArray out = indent + '<' + type;
     // A var tag has no name word: its name is that of the tag before it.
     if (!name.isEmpty() && type != "VAR")
         out += ' ' + name;
@@ -79,14 +106,10 @@ void ElementText::append(QByteArray &out, const clsElement &element, const QByte
             out += indent + '\t' + line + mLineEnd;
         }
     }
-    if (element.subElementCount() > 0 && !opensBlock(type)) {
-        problem = QStringLiteral("%1 cannot be written: only blocks hold elements").arg(described(mCodec, element));
-        return;
-    }
-    for (const clsElement *child : element.SubElements()) {
-        if (problem.isEmpty())
-            append(out, *child, indent + '\t', problem);
-    }
-    if (opensBlock(type))
-        out += indent + "</" + type + '>' + mLineEnd;
+    return out;
+}
+
+QByteArray ElementText::closing(const clsElement &element, const QByteArray &indent) const
+{
+    return opensBlock(element.ElementType()) ? indent + "</" + element.ElementType() + '>' + mLineEnd : QByteArray();
 }

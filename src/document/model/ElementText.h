@@ -25,6 +25,10 @@ public:
     // The text, or empty with `problem` set when some part of the element
     // cannot be written so that it reads back.
     QByteArray of(const clsElement &element, QString &problem) const;
+    // The element's own lines without its children: its tag line (with the
+    // lines of a script), and the closing tag of a block, each ended.
+    QByteArray openingOf(const clsElement &element, QString &problem) const;
+    QByteArray closingOf(const clsElement &element) const;
 
     // " key=value" (" key" for a flag) as an attribute is added to a tag
     // line, or empty with `problem` set.
@@ -34,6 +38,8 @@ public:
 
 private:
     void append(QByteArray &out, const clsElement &element, const QByteArray &indent, QString &problem) const;
+    QByteArray opening(const clsElement &element, const QByteArray &indent, QString &problem) const;
+    QByteArray closing(const clsElement &element, const QByteArray &indent) const;
 
     QByteArray mLineEnd;
     QByteArray mIndent;

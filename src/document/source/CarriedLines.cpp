@@ -2,6 +2,7 @@
 #include "CarriedLines.h"
 
 #include "DocumentMatch.h"
+#include "ElementText.h"
 #include "SkinSources.h"
 #include "SourceElement.h"
 #include "SourceScan.h"
@@ -28,29 +29,52 @@ CarriedLines::CarriedLines(const clsKorviInterface &document)
 }
 
 QByteArray CarriedLines::textOf(const clsElement &element, int file, const QByteArray &lineEnd,
-                                const QByteArray &indent, const WriteAnew &writeAnew)
+                                const QByteArray &indent, QString &problem)
 {
+    const ElementText anew(lineEnd, indent, mDocument.codec());
     // Lines of another file may end differently: what comes from there is written anew.
-    if (element.sourceFile() != file || !DocumentMatch::isFromAFile(mDocument, element))
-        return writeAnew(element, indent);
-    const SkinSourceFile &source = *mDocument.Sources().file(file);
-    const QByteArray &bytes = source.bytes();
-    std::vector<Span> lines;
-    if (collect(element, source, lines)) {
-        std::sort(lines.begin(), lines.end());
-        QByteArray text;
-        for (const Span &line : lines)
-            text += endedLines(bytes, line.first, line.second, lineEnd);
-        return text;
+    const bool fromHere = element.sourceFile() == file && DocumentMatch::isFromAFile(mDocument, element);
+    if (!fromHere && element.subElementCount() == 0)
+        return anew.of(element, problem);
+    if (fromHere) {
+        const SkinSourceFile &source = *mDocument.Sources().file(file);
+        std::vector<Span> lines;
+        if (collect(element, source, lines)) {
+            std::sort(lines.begin(), lines.end());
+            QByteArray text;
+            for (const Span &line : lines)
+                text += endedLines(source.bytes(), line.first, line.second, lineEnd);
+            return text;
+        }
+        if (element.subElementCount() == 0)
+            return anew.of(element, problem);
     }
-    const SourceElement read = SourceElement::read(source, element.sourceRecord());
-    if (!ownTagAsRead(element, read) || element.subElementCount() == 0 || read.closingBegin < 0)
-        return writeAnew(element, indent);
-    QByteArray text = endedLines(bytes, read.tag.begin, read.tag.next, lineEnd);
-    const QByteArray childIndent = SourceScan::indentationAt(bytes, read.tag.begin) + '\t';
-    for (const clsElement *child : element.SubElements())
-        text += textOf(*child, file, lineEnd, childIndent, writeAnew);
-    return text + endedLines(bytes, read.closingBegin, read.closingNext, lineEnd);
+    if (!ElementText::opensBlock(element.ElementType()))
+        return anew.of(element, problem);
+    // A block: its own lines as read or anew, around its children.
+    QByteArray opening;
+    QByteArray closing;
+    QByteArray childIndent = indent + '\t';
+    if (fromHere) {
+        const SkinSourceFile &source = *mDocument.Sources().file(file);
+        const SourceElement read = SourceElement::read(source, element.sourceRecord());
+        if (ownTagAsRead(element, read)) {
+            opening = endedLines(source.bytes(), read.tag.begin, read.tag.next, lineEnd);
+            childIndent = SourceScan::indentationAt(source.bytes(), read.tag.begin) + '\t';
+            if (read.closingBegin >= 0)
+                closing = endedLines(source.bytes(), read.closingBegin, read.closingNext, lineEnd);
+        }
+    }
+    if (opening.isEmpty())
+        opening = anew.openingOf(element, problem);
+    if (closing.isEmpty())
+        closing = ElementText(lineEnd, childIndent.chopped(1), mDocument.codec()).closingOf(element);
+    QByteArray text = opening;
+    for (const clsElement *child : element.SubElements()) {
+        if (problem.isEmpty())
+            text += textOf(*child, file, lineEnd, childIndent, problem);
+    }
+    return problem.isEmpty() ? text + closing : QByteArray();
 }
 
 bool CarriedLines::canCarry(const clsElement &element)

@@ -302,15 +302,11 @@ void ChangeFinder::writeAnew(const clsElement &element, int file, qsizetype at, 
     // After the last line, whether or not it ends.
     at = qMin(at, bytes.size());
     const QByteArray &lineEnd = lineEndOf(file);
-    const auto anew = [&](const clsElement &part, const QByteArray &partIndent) {
-        QString problem;
-        const QByteArray text = ElementText(lineEnd, partIndent, mDocument.codec()).of(part, problem);
-        if (!problem.isEmpty())
-            changes.problems << problem;
-        return text;
-    };
     // What moved within its file keeps its own lines as far as they still say what it is.
-    const QByteArray text = lineBreakBefore(bytes, at, lineEnd) + mCarried.textOf(element, file, lineEnd, indent, anew);
+    QString problem;
+    const QByteArray text = lineBreakBefore(bytes, at, lineEnd) + mCarried.textOf(element, file, lineEnd, indent, problem);
+    if (!problem.isEmpty())
+        changes.problems << problem;
     noteMoved(element);
     ++changes.changeCount;
     changes.onlyTagLines = false;

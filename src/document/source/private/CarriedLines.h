@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <functional>
+#include <QString>
 #include <utility>
 #include <vector>
 
@@ -16,21 +16,20 @@ struct SourceElement;
 // still say what it is: the spelling, spacing and case the skin's maker gave
 // them stay. A part that is as read (no value, name or type changed, the
 // same children in the order read, no property given by a line its removal
-// would leave behind) takes its lines whole; a block whose own tag is as read
-// keeps its tag and closing lines around its children, each taken the same
-// way; anything else is written anew.
+// would leave behind) takes its lines whole; a block keeps its tag and
+// closing lines when its own tag is as read (else they are written anew)
+// around its children, each taken the same way; anything else is written
+// anew (ElementText).
 class CarriedLines
 {
 public:
-    // Writes an element anew at an indentation (with its children).
-    using WriteAnew = std::function<QByteArray(const clsElement &element, const QByteArray &indent)>;
-
     explicit CarriedLines(const clsKorviInterface &document);
 
     // The element's text at its new place in `file`, ending with a line end;
-    // `indent` is for what is written anew.
+    // `indent` is for what is written anew. Empty, with `problem` set, when a
+    // part cannot be written so that it reads back.
     QByteArray textOf(const clsElement &element, int file, const QByteArray &lineEnd, const QByteArray &indent,
-                      const WriteAnew &writeAnew);
+                      QString &problem);
     // Whether the element is as read, whole, so that all its lines go along.
     bool canCarry(const clsElement &element);
 
