@@ -590,9 +590,6 @@ void ChangeFinder::addTopLevel(const clsElement &element, Collection collection,
         changes.problems << problem;
 }
 
-// Elements the document no longer holds: each takes exactly its own lines,
-// its tag line, its script lines and its closing tag. One with its block
-// gone too is part of that removal.
 // The reader's line after the file's last one begins past its end: a last
 // line without a line end is taken away up to the end.
 void ChangeFinder::removeLines(FileChanges &changes, qsizetype begin, qsizetype next)
@@ -600,6 +597,9 @@ void ChangeFinder::removeLines(FileChanges &changes, qsizetype begin, qsizetype 
     changes.edits.replace(begin, qMin(next, mDocument.Sources().file(changes.file)->bytes().size()), {});
 }
 
+// Elements the document no longer holds: each takes exactly its own lines,
+// its tag line, its script lines and its closing tag. One with its block
+// gone too is part of that removal.
 void ChangeFinder::removeUnclaimed(int file)
 {
     const SkinSourceFile &source = *mDocument.Sources().file(file);
