@@ -137,8 +137,8 @@ void markWithChildren(const clsElement *element, QSet<const clsElement *> &touch
 }
 
 // The block that holds an element, if any: an edit among a block's children
-// changes the block as well, and a block that changed is written anew when it
-// has to move.
+// changes the block as well, and a block that changed cannot take all its
+// lines along when it has to move.
 clsElement *blockHolding(const clsKorviInterface &doc, const clsElement *element)
 {
     for (clsElement *block : everyElement(doc)) {
