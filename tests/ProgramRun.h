@@ -26,6 +26,9 @@ inline ProgramRun runProgram(const QString &program, const QStringList &args,
                                                                  : QByteArrayLiteral("it did not end within 60 s");
         p.kill();
         p.waitForFinished();
+        // Said here too: the assertion that fails next may not print it.
+        qWarning("%s %s: no answer (%s)", qPrintable(program), qPrintable(args.join(QLatin1Char(' '))),
+                 why.constData());
         return { -1, p.readAllStandardOutput(), p.readAllStandardError() + "\n(" + why + ")" };
     }
     return { p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError() };
