@@ -4,9 +4,11 @@
 // written file gives exactly the edited document; a save that is refused
 // leaves the file as it was; a run without a change writes nothing; the tag
 // line of every element no edit touched (nor anything among its children,
-// nor the block it is in) is still in the file, byte for byte;
+// nor the block it is in) and whose lines can all go along with it is still
+// in the file, byte for byte;
 // and the document then holds the file as written, every element where its
 // record says.
+#include "CarriedLines.h"
 #include "ChangeFinder.h"
 #include "SaveChanges.h"
 #include "SkinReadError.h"
@@ -213,6 +215,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         tagLines.insert(element, file->bytes().mid(line.begin, line.next - line.begin));
     }
     QSet<const clsElement *> touched;
+    // An element that cannot take all its lines along even as read (a line
+    // that gave it a property would stay behind) is written anew when it
+    // moves: its tag line is not held to.
+    {
+        CarriedLines carried(doc);
+        for (const clsElement *element : everyElement(doc)) {
+            if (!carried.canCarry(*element))
+                touched.insert(element);
+        }
+    }
     bool changed = false;
     QByteArray kinds;
     for (const Edit &e : edits)
