@@ -16,7 +16,7 @@ namespace {
 QByteArray endedLines(const QByteArray &bytes, qsizetype begin, qsizetype next, const QByteArray &lineEnd)
 {
     QByteArray text = bytes.mid(begin, next - begin);
-    if (!text.endsWith('\n') && !text.endsWith('\r'))
+    if (!SourceScan::endsWithLineEnd(text))
         text += lineEnd;
     return text;
 }

@@ -22,11 +22,6 @@ bool isBlank(char c)
     return c == ' ' || c == '\t';
 }
 
-bool endsWithLineEnd(const QByteArray &bytes)
-{
-    return !bytes.isEmpty() && (bytes.endsWith('\n') || bytes.endsWith('\r'));
-}
-
 QString described(const SkinCodec &codec, const clsElement &element)
 {
     return QStringLiteral("%1 %2").arg(codec.toText(element.ElementType()), codec.toText(element.strName()));
@@ -191,7 +186,7 @@ const QByteArray &ChangeFinder::lineEndOf(int file)
 // first ends that line.
 QByteArray ChangeFinder::lineBreakBefore(const QByteArray &bytes, qsizetype at, const QByteArray &lineEnd) const
 {
-    return at == bytes.size() && !bytes.isEmpty() && !endsWithLineEnd(bytes) ? lineEnd : QByteArray();
+    return at == bytes.size() && !bytes.isEmpty() && !SourceScan::endsWithLineEnd(bytes) ? lineEnd : QByteArray();
 }
 
 void ChangeFinder::visit(const clsElement &element)

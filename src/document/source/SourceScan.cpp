@@ -156,6 +156,11 @@ QByteArray indentationAt(const QByteArray &bytes, qsizetype lineBegin)
     return bytes.mid(lineBegin, end - lineBegin);
 }
 
+bool endsWithLineEnd(const QByteArray &bytes)
+{
+    return bytes.endsWith('\n') || bytes.endsWith('\r');
+}
+
 Line scanLine(const QByteArray &bytes, qsizetype begin)
 {
     Line line;

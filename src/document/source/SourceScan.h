@@ -64,6 +64,8 @@ qsizetype nextLineStart(const QByteArray &bytes, qsizetype offset);
 // The line end the file uses most: CR LF, LF or CR (CR LF when it has none,
 // or on a tie).
 QByteArray dominantLineEnd(const QByteArray &bytes);
+// Whether the bytes end with a line end (CR or LF).
+bool endsWithLineEnd(const QByteArray &bytes);
 // The blanks and tabs a line begins with.
 QByteArray indentationAt(const QByteArray &bytes, qsizetype lineBegin);
 
